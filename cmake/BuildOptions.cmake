@@ -1,0 +1,28 @@
+# plot2d_options carries the compiler's options for our own targets; it is linked PRIVATE and never
+# reaches a consumer of the library.
+add_library(plot2d_options INTERFACE)
+target_compile_options(plot2d_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+target_compile_definitions(plot2d_options INTERFACE
+    QT_NO_KEYWORDS
+    QT_DEPRECATED_WARNINGS)
+
+if(PLOT2D_WARNINGS_AS_ERRORS)
+    target_compile_options(plot2d_options INTERFACE -Werror)
+endif()
+
+if(PLOT2D_SANITIZERS)
+    add_compile_options(-fsanitize=${PLOT2D_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${PLOT2D_SANITIZERS})
+endif()
+
+option(PLOT2D_COVERAGE "Instrument for gcov" OFF)
+if(PLOT2D_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()
+
+# The link leaves nothing undefined: a symbol that a library forgot to link is found here and not by
+# the application. The sanitizers' run-time is linked into the executable only, hence the exception.
+if(NOT PLOT2D_SANITIZERS)
+    add_link_options(LINKER:--no-undefined)
+endif()

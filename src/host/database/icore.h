@@ -1,0 +1,15 @@
+#pragma once
+
+class Database;
+
+/// The host's core object, one in a process.
+class ICore {
+public:
+    /// The core, made at the first call; never null.
+    static ICore* instance();
+
+    virtual Database* database() const = 0;
+
+protected:
+    virtual ~ICore();
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "database/field.h"
+
+#include <QMetaType>
+
+class Table;
+
+/// A counted handle to one row of a table; null when empty.
+///
+/// The row lives until the last record of it goes, also when it was removed from its table or the table
+/// itself was destroyed. Copies are cheap.
+class Record {
+public:
+    Record() = default;
+    /// Counts the row; a null row gives a null record. For the database's own use.
+    explicit Record(unsigned char* row);
+    Record(const Record& other);
+    Record(Record&& other) noexcept;
+    Record& operator=(const Record& other);
+    Record& operator=(Record&& other) noexcept;
+    ~Record();
+
+    bool isNull() const { return m_row == nullptr; }
+    /// The table that the row was made for, null when the record is null or the table is gone.
+    Table* table() const;
+    /// Whether the row stands in its table now.
+    bool isInTable() const;
+    unsigned char* row() const { return m_row; }
+
+    /// One field; a null field for a null record or a column that does not exist.
+    Field field(int column) const;
+    FieldConstValue value(int column) const;
+
+    friend bool operator==(const Record& a, const Record& b) { return a.m_row == b.m_row; }
+    friend bool operator!=(const Record& a, const Record& b) { return a.m_row != b.m_row; }
+
+private:
+    unsigned char* m_row = nullptr;
+};
+
+inline uint qHash(const Record& record, uint seed = 0)
+{
+    return ::qHash(record.row(), seed);
+}
+
+Q_DECLARE_METATYPE(Record)

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "database/record.h"
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+class Table;
+
+/// Keeps a table in an SQL database through Qt SQL.
+///
+/// The SQL table has the host table's name and a column for each of its columns. Changes of the host
+/// table are gathered and written by commit(), in one transaction: what was committed survives a kill of
+/// the process at any moment, what was not leaves no trace.
+class SqlStorage : public QObject {
+    Q_OBJECT
+
+public:
+    struct Connection {
+        /// A Qt SQL driver's name.
+        QString driver = QStringLiteral("QSQLITE");
+        /// For SQLite a file, or ":memory:"; for a server the name of the database.
+        QString databaseName;
+        QString hostName;
+        /// -1 for the driver's default.
+        int port = -1;
+        QString userName;
+        QString password;
+        QString options;
+    };
+
+    explicit SqlStorage(const Connection& connection, QObject* parent = nullptr);
+    ~SqlStorage() override;
+
+    /// Opens the connection. A file that does not exist is made; one that is damaged, not a database, or a
+    /// database of something else is left as it is, byte for byte, and Exception says so in one line.
+    void open();
+    bool isOpen() const;
+
+    /// Replaces the rows of a table by those stored under its name (none if it was never stored) and follows
+    /// its changes from now on. Exception, with the table unchanged, if they cannot be read or a stored
+    /// column's type does not fit. A column that the stored table lacks reads as null and is added at
+    /// the next commit.
+    void attach(Table* table);
+
+    /// Whether a change waits to be written.
+    bool hasChanges() const;
+
+    /// Writes all changes since the last commit in one transaction. Exception if that fails: nothing is
+    /// stored then and the changes wait on.
+    void commit();
+
+    /// Drops the changes since the last commit: the table gets its stored rows back.
+    void rollback();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};

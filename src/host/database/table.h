@@ -1,0 +1,79 @@
+#pragma once
+
+#include "database/indexlist.h"
+#include "database/tablecolumndef.h"
+
+#include <QList>
+#include <QObject>
+#include <QVector>
+
+#include <functional>
+#include <memory>
+
+/// A table of packed rows. It tells its listeners of rows inserted, removed and changed, after the fact.
+///
+/// Rows are made by createRow(), filled through value(), and put into the table by insertRows(). For use
+/// in one thread.
+class Table : public QObject {
+    Q_OBJECT
+
+public:
+    Table(const QString& name, const QVector<TableColumnDef>& columns, QObject* parent = nullptr);
+    ~Table() override;
+
+    QString name() const;
+
+    /// The column's position, -1 if there is none of that name.
+    int columnIndex(const QString& name) const;
+    int columnCount() const;
+    /// The columns in their order; they belong to the table.
+    QList<TableColumnDef*> fieldDefs() const;
+
+    int rowCount() const;
+    /// All rows in the table's order.
+    IndexList masterIndex() const;
+    /// The record at a position, null outside 0 to rowCount() - 1.
+    Record record(int position) const;
+
+    /// A view of one field of a row of this table; of no field for a null row or an unknown column.
+    FieldConstValue dataPtr(unsigned char* row, int column) const;
+
+    /// A row that is not in the table yet, all its fields null.
+    Record createRow() const;
+    /// A view through which a row that createRow() made and that is not in the table yet is filled.
+    /// A row of the table is written with changeRows(), a view of one here is of no field.
+    FieldValue value(const Record& record, int column);
+
+    /// Puts rows that createRow() of this table made before the given position (clamped to the table).
+    /// Rows of another table and rows that are in the table already are passed over.
+    void insertRows(int position, const QVector<Record>& records);
+    void appendRows(const QVector<Record>& records);
+    /// Takes rows out; those that are not in the table are passed over.
+    void removeRows(const QVector<Record>& records);
+    /// Takes all rows out and announces reset().
+    void clear();
+    /// Replaces all rows and announces reset() once.
+    void resetRows(const QVector<Record>& records);
+
+    /// Writes fields of rows of the table: the writer gets each record (those that are not in the table are
+    /// passed over) and a function that gives the view to write a column through; afterwards one
+    /// rowsChanged() tells of them all. An exception of the writer passes through, after rowsChanged() for
+    /// the rows written so far.
+    using FieldAccess = std::function<FieldValue(int column)>;
+    using Writer = std::function<void(const Record& record, const FieldAccess& field)>;
+    void changeRows(const QVector<Record>& records, const Writer& writer);
+
+    /// Releases a row whose last record went. For the database's own use.
+    void freeRow(unsigned char* row);
+
+Q_SIGNALS:
+    void rowsInserted(const QVector<Record>& records);
+    void rowsRemoved(const QVector<Record>& records);
+    void rowsChanged(const QVector<Record>& records);
+    /// All rows were replaced or removed at once.
+    void reset();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QApplication>
+#include <QtTest>
+
+namespace TestSupport {
+
+/// Runs the functions of a test object as QTest::qExec does, and fails the run as well when a Qt warning or
+/// critical message came that no QTest::ignoreMessage() had announced.
+int run(QObject* test, const QStringList& arguments);
+
+}
+
+#define PLOT2D_TEST_MAIN(TestClass)                                                                          \
+    int main(int argc, char** argv)                                                                          \
+    {                                                                                                        \
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))                                                  \
+            qputenv("QT_QPA_PLATFORM", "offscreen");                                                         \
+        QApplication application(argc, argv);                                                                \
+        TestClass test;                                                                                      \
+        return TestSupport::run(&test, QCoreApplication::arguments());                                       \
+    }
