@@ -1,0 +1,78 @@
+#include "plot2d/plot2dcommon.h"
+
+#include "halfuprounding_p.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int maxTextDecimals = 10;
+constexpr int maxRoundDecimals = 10;
+
+int countAtEnd(const QString& text, QChar wanted)
+{
+    const auto firstOther
+        = std::find_if(text.crbegin(), text.crend(), [wanted](QChar c) { return c != wanted; });
+    return static_cast<int>(std::distance(text.crbegin(), firstOther));
+}
+
+}
+
+QString Plot2dCommon::fromDoubleToSystemStringShort(double value, int decimals)
+{
+    QString text = QLocale::system().toString(value, 'f', std::clamp(decimals, 0, maxTextDecimals));
+    const QChar point = QLocale::system().decimalPoint();
+    if (text.contains(point))
+        text.chop(countAtEnd(text, QLocale::system().zeroDigit()));
+    if (text.endsWith(point))
+        text.chop(1);
+    return text;
+}
+
+QString Plot2dCommon::formattedValue(double value, int decimals)
+{
+    if (decimals < 0)
+        return QString();
+
+    const QChar point = QLatin1Char('.');
+    const QChar zero = QLatin1Char('0');
+    QString text = QString::number(value, 'f', std::min(decimals, maxTextDecimals));
+    if (text.contains(point))
+        text.chop(countAtEnd(text, zero));
+    if (text.endsWith(point)) {
+        text.chop(1);
+        // Only a text that had a fraction is relieved of a lone sign: "-0" of no decimals stays.
+        if (text == QLatin1String("-0"))
+            text = zero;
+    }
+    return text;
+}
+
+int Plot2dCommon::integerLength(double value)
+{
+    Q_ASSERT_X(!std::isinf(value), "integerLength", "an infinity has no number of digits");
+    if (std::isinf(value))
+        return 1;
+
+    int length = 1;
+    while (value >= 10.0 || value <= -10.0) {
+        value /= 10.0;
+        ++length;
+    }
+    return length;
+}
+
+double Plot2dCommon::roundValue(double value, int decimals)
+{
+    const double factor = std::pow(10.0, std::clamp(decimals, -maxRoundDecimals, maxRoundDecimals));
+    const auto rounded = HalfUpRounding::toInteger<qint64>(value * factor);
+    return rounded ? static_cast<double>(*rounded) / factor : value;
+}
+
+bool Plot2dCommon::scaleDrawFuzzyCompare(double a, double b)
+{
+    return std::abs(a - b) * 100000000.0 <= std::min(std::abs(a), std::abs(b));
+}

@@ -1,0 +1,218 @@
+#pragma once
+
+#include "plot2d/plot2dexport.h"
+#include "plot2d/priceinterval.h"
+#include "plot2d/securitycolumns.h"
+
+#include <database/decimal.h>
+#include <database/record.h>
+
+#include <QColor>
+#include <QList>
+#include <QPointer>
+#include <QRectF>
+
+#include <qwt_plot.h>
+
+#include <utility>
+
+class PriceBased2dPlotCurve;
+class PriceBased2dPlotPanner;
+class PriceBased2dPlotPicker;
+class PriceBased2dPlotScaleDraw;
+class PriceBased2dPlotScaleEngine;
+class QwtPlotMarker;
+class SecurityDirectory;
+
+/// A plot of values (QwtPlot::yLeft) over the prices of one underlying future (QwtPlot::xBottom).
+///
+/// The host subclasses it, says which future to use, attaches curves and feeds them samples. Automatic replot
+/// is off: what must show its effect calls replot() itself, and says so here.
+///
+/// Operations that need an object which is not there (the picker before it is set, the panner, scale draws
+/// and scale engine before initPlot()) do nothing, and those with a result say that nothing is known.
+class PLOT2D_EXPORT PriceBased2dPlot : public QwtPlot {
+    Q_OBJECT
+
+public:
+    /// The host's table "securities" must have all the columns of SecurityColumn: a fatal message ends the
+    /// process otherwise. With init false the subclass calls initPlot() itself.
+    PriceBased2dPlot(bool init, const QwtText& title, QWidget* parent = nullptr);
+    explicit PriceBased2dPlot(bool init, QWidget* parent = nullptr);
+    ~PriceBased2dPlot() override;
+
+    /// Gives the horizontal scale draw its first choice of labels when the axis is first painted.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// 20 by 20 pixels, whatever the content.
+    QSize minimumSizeHint() const override;
+
+    /// The range of the values of the visible value curves inside the visible prices, from the lower end
+    /// (inclusive) to the upper (exclusive), both snapped to the price step; an inverted pair where there is
+    /// none. (0, 0) without any curve to consider.
+    virtual std::pair<double, double> minMaxYAtXRange();
+
+    /// Moves the line at the current quote (the first attached curve of type 0, if it has two samples) to the
+    /// price, and stretches it over the range from low to high and over the vertical scale, whichever reaches
+    /// further. A negative quote keeps the line's price. Does not replot.
+    virtual void updateCurKotirPoints(double low, double high, double quote);
+
+    /// Called by the legend after it has put the grey placeholder in the place of a curve's icon.
+    ///
+    /// A host mostly shows a curve's icon in more places than the legend (a list of series, a button of a
+    /// tool bar) and only the host knows them, so every plot must say what happens to those; an empty body is
+    /// an answer.
+    virtual void curveIconReset(const PriceBased2dPlotCurve* curve) = 0;
+
+    /// Whether the wheel and a drag on an axis zoom; on after construction.
+    void setZoomEnabled(bool enabled);
+
+    /// Whether the vertical axis follows the curves; false before initPlot().
+    bool autoScaleEnabled() const;
+    /// Asks for the auto-scale to be switched off, by the signal, if it is on.
+    void resetAutoScale();
+
+    QColor getTrackerColor() const;
+    /// Colours rubber band and tracker; an invalid colour gives black.
+    void setTrackerColor(const QColor& color);
+    /// Shows the tracker whenever the cursor is over the canvas.
+    void setTrackerMode();
+    void resetTrackerMode();
+    /// Tracker, cross-shaped rubber band and the cursor of the panner.
+    void setCanvasObservers();
+
+    /// Shows or hides the first attached grid.
+    void setGridVisible(bool visible);
+    /// Gives the first attached grid thick major and thin minor lines (true) or thin major ones alone.
+    void setGridEnabled(bool enabled);
+
+    /// Chooses the labels of the horizontal axis anew and lays out and paints it again.
+    void updateAxisWidgets();
+
+    /// Whether the current quote has a label on the horizontal axis.
+    void setCurKotirEnabled(bool enabled);
+    /// The price of that label. Does not replot.
+    void setCurKotirValue(double quote);
+
+    void setPriceInterval(const PriceInterval& interval);
+    PriceInterval priceInterval() const;
+    /// The picker's price step; -1.0 while it is unknown or there is no picker.
+    double priceStep() const;
+
+    /// Whether a point of the plot's coordinates lies on the horizontal scale, the vertical one, or either.
+    bool mousePositionOnXScale(const QPointF& position) const;
+    bool mousePositionOnYScale(const QPointF& position) const;
+    bool mousePositionOnScale(const QPointF& position) const;
+
+    /// The instrument to plot is either an exact one, by ISIN id and board id, or the future of a base code
+    /// with the earliest expiry. Each setter clears the other way; an id below 1 and an empty code are
+    /// ignored. Nothing is recomputed or repainted.
+    void setIsinId(int id);
+    void setBoardId(int id);
+    void setBaseCode(const QString& code);
+    QString baseCode() const { return m_baseCode; }
+
+    /// The future to plot; a null record while neither way is complete or there is no such future.
+    /// Throws Exception("Incorrect type conversion.") for a column of an unexpected type.
+    Record getFuture() const;
+    /// The security with this ISIN id on this board; a null record for ids below 1.
+    Record getVirtualFuture(int isinId, int boardId) const;
+    /// The future of the base code with the earliest expiry date.
+    Record getMinimumDateExerciseFuture() const;
+    /// The quote of a future; zero while the price interval has no width, its middle where the record has no
+    /// quote. Throws Exception("Incorrect type conversion.") for a quote that is no decimal.
+    decimal getKotirFromFutureRecord(const Record& future) const;
+    /// The bounds of a future's volatility, as fractions, at least 1e-5 and in ascending order; the host's
+    /// defaults where the record states none.
+    std::pair<double, double> volatMinMax(const Record& future);
+
+    /// The host's table "securities", and where its columns stand.
+    Table* securitiesTable() const;
+    const SecurityColumns& securityColumns() const { return m_columns; }
+
+    /// The attached curves of a data type, in the plot's order, all of them for -1. A curve that refuses its
+    /// own type is in the list of all only.
+    QList<PriceBased2dPlotCurve*> attachedCurves(int type) const;
+    /// New markers in the curve's colour, attached to the plot and owned by it; none for a count below 1 or a
+    /// null curve. The caller places them.
+    QList<QwtPlotMarker*> createMarkers(int count, PriceBased2dPlotCurve* curve);
+    /// The attached markers that carry a symbol, in the plot's order.
+    QList<QwtPlotMarker*> attachedMarkers() const;
+
+    /// Fits the vertical scale to the curves while auto-scale is on, otherwise only stretches the quote line;
+    /// replots.
+    void updateYAxisScale();
+    /// Sets the scale of yLeft or xBottom. Other axes and bounds that are not finite, inverted or of no
+    /// finite width are refused. A horizontal range without width is refused, a vertical one is widened by 1
+    /// to both sides, or refused where it is narrower than 1e-8 but not fuzzily empty. Does not replot.
+    void setAxisScale(int axis, double min, double max, double step);
+    /// The price moved to the nearest multiple of the price step, halves upwards; unchanged while that is
+    /// unknown.
+    double roundedXValue(double x) const;
+    /// The union of the bounding rectangles of the visible value curves; null if there is none.
+    QRectF curvesRectangle() const;
+
+    /// Whether the labels of an axis are converted: xBottom for the horizontal axis, any other for the
+    /// vertical.
+    bool conversionEnabled(int axis) const;
+    /// The text that a price has as label of the horizontal axis.
+    QString xAxisConvertedValue(double value) const;
+    QString xAxisMetricUnit() const;
+    /// The price on which the ticks of the horizontal axis are anchored. Nothing is laid out or painted anew.
+    void setRescaleFactor(const decimal& factor);
+
+Q_SIGNALS:
+    /// The scales have moved: labels may be chosen anew.
+    void updateAxisLabels();
+    /// The auto-scale should be switched; who listens calls setAutoScaleEnabled().
+    void autoScaleEnabled(bool enable);
+
+public Q_SLOTS:
+    /// Shows or hides the first valid curve of this title and fits the vertical scale. Serves legends only: a
+    /// call that comes from no PriceBased2dPlotLegend's signal does nothing.
+    void setCurveVisible(const QString& curveTitle, bool visible);
+    void setAutoScaleEnabled(bool enable);
+    /// Chooses the labels of both axes anew and replots.
+    void updateScaleLabels();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+    void initSecColumns();
+    /// Creates panner, scale engine and scale draws, and gives the plot its look. To be called once.
+    void initPlot();
+
+private:
+    SecurityColumns m_columns;
+    QPointer<Table> m_securitiesTable;
+
+protected:
+    /// Set by the subclass, which creates it on the canvas; the canvas owns it.
+    QPointer<PriceBased2dPlotPicker> m_picker;
+
+private:
+    QPointer<PriceBased2dPlotPanner> m_panner;
+    PriceBased2dPlotScaleDraw* m_xScaleDraw = nullptr;
+    PriceBased2dPlotScaleDraw* m_yScaleDraw = nullptr;
+    PriceBased2dPlotScaleEngine* m_scaleEngine = nullptr;
+
+protected:
+    /// The host's own object behind this plot, say the controller that feeds it; the library never uses it.
+    /// It is here so that code which knows the plot alone finds its way back to the host, and guarded because
+    /// the two may go in either order.
+    QPointer<QObject> m_hostContext;
+
+private:
+    void setUpAxes();
+    void setUpLook();
+
+    bool m_zoomEnabled = true;
+    QPointF m_pressPosition;
+    QPointF m_dragPosition;
+    PriceInterval m_priceInterval;
+    SecurityDirectory* m_securityDirectory;
+    int m_isinId = -1;
+    int m_boardId = -1;
+    QString m_baseCode;
+};

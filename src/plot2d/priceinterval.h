@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QMetaType>
+
+#include <limits>
+
+/// The range of prices that a plot's strikes span; a plain value.
+///
+/// A default interval is the reset value: inverted, without a step and not valid.
+struct PriceInterval {
+    /// Lowest strike.
+    double minPrice = std::numeric_limits<double>::max();
+    /// Highest strike.
+    double maxPrice = -std::numeric_limits<double>::max();
+    /// Smallest distance between neighbouring strikes, rounded to the instrument's decimals.
+    double minStep = 0.0;
+    bool valid = false;
+};
+
+/// Whether all four fields are exactly equal.
+inline bool operator==(const PriceInterval& a, const PriceInterval& b)
+{
+    return a.minPrice == b.minPrice && a.maxPrice == b.maxPrice && a.minStep == b.minStep
+        && a.valid == b.valid;
+}
+
+inline bool operator!=(const PriceInterval& a, const PriceInterval& b)
+{
+    return !(a == b);
+}
+
+Q_DECLARE_METATYPE(PriceInterval)

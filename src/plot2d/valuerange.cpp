@@ -1,0 +1,100 @@
+#include "valuerange_p.h"
+
+#include "halfuprounding_p.h"
+#include "plot2d/pricebased2dplotcurve.h"
+
+#include <c_api/common.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double largest = std::numeric_limits<double>::max();
+
+bool isQuoteLine(const PriceBased2dPlotCurve& curve)
+{
+    return curve.dataType() == 0;
+}
+
+/// Extends a range by a curve's values from x1 up to x2; false at a sample that is not finite.
+bool extend(ValueRange::Range& range, const PriceBased2dPlotCurve& curve, double x1, double x2)
+{
+    const std::size_t size = curve.dataSize();
+    for (std::size_t i = 0; i < size; ++i) {
+        const QPointF sample = curve.sample(static_cast<int>(i));
+        const double x = sample.x();
+        if (!std::isfinite(x) || !std::isfinite(sample.y()))
+            return false;
+
+        // The lower end is fuzzy, the upper end is exclusive: a sample on it belongs to the next range.
+        const bool onLowerEnd = commonFuzzyCompare(x, x1);
+        if ((x > x1 || onLowerEnd) && (x < x2 || onLowerEnd)) {
+            range.first = std::min(range.first, sample.y());
+            range.second = std::max(range.second, sample.y());
+        }
+        if (x > x2)
+            break;
+    }
+    return true;
+}
+
+}
+
+double ValueRange::snapped(double price, double priceStep)
+{
+    if (priceStep < 0.0 || std::abs(priceStep) <= 1e-12)
+        return price;
+
+    constexpr double holdsEveryWhole = 9007199254740992.0; // 2^53
+    constexpr double holdsHalves = holdsEveryWhole / 2.0;
+    const double steps = price / priceStep;
+    if (!(std::abs(steps) <= holdsEveryWhole))
+        return price;
+    const double whole = std::abs(steps) < holdsHalves ? HalfUpRounding::toWhole(steps) : steps;
+    const double result = priceStep * whole;
+    return std::isfinite(result) ? result : price;
+}
+
+bool ValueRange::isProperRange(double low, double high)
+{
+    return low <= high && std::min(std::abs(low), std::abs(high)) < std::abs(low - high) * 1e12;
+}
+
+ValueRange::Range ValueRange::ofCurves(const QList<PriceBased2dPlotCurve*>& curves, double x1, double x2)
+{
+    Range range{largest, -largest};
+    bool considered = false;
+    for (const PriceBased2dPlotCurve* curve : curves) {
+        if (isQuoteLine(*curve)) {
+            considered = considered || !curve->isVisible();
+        } else if (curve->isValid() && curve->isVisible()) {
+            if (!extend(range, *curve, x1, x2))
+                return none;
+            considered = true;
+        }
+    }
+    return considered ? range : Range{0.0, 0.0};
+}
+
+QRectF ValueRange::boundingRectangle(const QList<PriceBased2dPlotCurve*>& curves)
+{
+    double left = largest;
+    double top = largest;
+    double right = -largest;
+    double bottom = -largest;
+    for (const PriceBased2dPlotCurve* curve : curves) {
+        if (!curve->isVisible() || isQuoteLine(*curve) || curve->dataSize() == 0)
+            continue;
+        const QRectF rectangle = curve->boundingRect();
+        // In this order of arguments a NaN never replaces a bound.
+        left = std::min(left, rectangle.left());
+        top = std::min(top, rectangle.top());
+        right = std::max(right, rectangle.left() + rectangle.width());
+        bottom = std::max(bottom, rectangle.top() + rectangle.height());
+    }
+    if (right < left || bottom < top)
+        return QRectF();
+    return QRectF(left, top, right - left, bottom - top);
+}

@@ -1,0 +1,15 @@
+#!/bin/bash
+# Sets the machine up if need be, then builds and runs all tests: the debug build, and the build under
+# AddressSanitizer and UndefinedBehaviorSanitizer. Arguments: presets to run instead of these two.
+set -u
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$root/tools/setup.sh"
+
+need_packages "${build_packages[@]}" xvfb xauth xdotool
+
+[ $# -gt 0 ] || set -- dev asan-ubsan
+for preset in "$@"; do
+    echo "== $preset"
+    configure_and_build "$root" "$preset"
+    (cd "$root" && ctest --preset "$preset") || exit 1
+done

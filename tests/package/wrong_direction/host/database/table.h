@@ -1,0 +1,3 @@
+#pragma once
+
+#include "plot2d/plot.h"
