@@ -1,6 +1,7 @@
 #include "plot2d/pricebased2dplot.h"
 
 #include "futurelookup_p.h"
+#include "guardedscaleengine_p.h"
 #include "plot2d/pricebased2dplotcurve.h"
 #include "plot2d/pricebased2dplotlegend.h"
 #include "plot2d/pricebased2dplotpanner.h"
@@ -10,6 +11,7 @@
 #include "plotitems_p.h"
 #include "plotlook_p.h"
 #include "quoteline_p.h"
+#include "scaledivision_p.h"
 #include "valuerange_p.h"
 
 #include <c_api/common.h>
@@ -18,6 +20,7 @@
 #include <database/table.h>
 #include <directory/securitydirectory.h>
 
+#include <QEvent>
 #include <QMessageLogger>
 
 #include <qwt_plot_canvas.h>
@@ -86,6 +89,7 @@ void PriceBased2dPlot::setUpAxes()
     constexpr unsigned int decimalBase = 10;
     m_scaleEngine = new PriceBased2dPlotScaleEngine(this, xBottom, decimalBase);
     setAxisScaleEngine(xBottom, m_scaleEngine);
+    setAxisScaleEngine(yLeft, new GuardedScaleEngine);
     m_xScaleDraw = new PriceBased2dPlotScaleDraw(xBottom);
     m_yScaleDraw = new PriceBased2dPlotScaleDraw(yLeft);
     setAxisScaleDraw(xBottom, m_xScaleDraw);
@@ -415,12 +419,19 @@ void PriceBased2dPlot::setAxisScale(int axis, double min, double max, double ste
     if (axis == yLeft) {
         updateCurKotirPoints(min, max, -1.0);
         if (empty)
-            QwtPlot::setAxisScale(axis, min - 1.0, max + 1.0, step);
-        else if (max - min > 1e-8 && std::isfinite(max - min))
-            QwtPlot::setAxisScale(axis, min, max, step);
-    } else if (!empty && std::isfinite(max - min)) {
-        QwtPlot::setAxisScale(axis, min, max, step);
+            setDivisibleScale(axis, min - 1.0, max + 1.0, step);
+        else if (max - min > 1e-8)
+            setDivisibleScale(axis, min, max, step);
+    } else if (!empty) {
+        setDivisibleScale(axis, min, max, step);
     }
+}
+
+void PriceBased2dPlot::setDivisibleScale(int axis, double min, double max, double step)
+{
+    // Far from zero the doubles are more than 1 apart, so that widening does not always widen.
+    if (min < max && ScaleDivision::isDivisible({min, max, axisMaxMajor(axis), axisMaxMinor(axis), step}))
+        QwtPlot::setAxisScale(axis, min, max, step);
 }
 
 double PriceBased2dPlot::roundedXValue(double x) const
@@ -457,7 +468,13 @@ void PriceBased2dPlot::setRescaleFactor(const decimal& factor)
 
 bool PriceBased2dPlot::eventFilter(QObject* watched, QEvent* event)
 {
-    return QwtPlot::eventFilter(watched, event);
+    const bool handled = QwtPlot::eventFilter(watched, event);
+    if (event->type() == QEvent::Paint && watched == axisWidget(xBottom) && m_xScaleDraw
+        && !m_xScaleDraw->isPaintedOnce()) {
+        m_xScaleDraw->setPaintedOnce();
+        m_xScaleDraw->updateLabels();
+    }
+    return handled;
 }
 
 void PriceBased2dPlot::mousePressEvent(QMouseEvent* event)

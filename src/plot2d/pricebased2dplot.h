@@ -141,9 +141,11 @@ public:
     /// Fits the vertical scale to the curves while auto-scale is on, otherwise only stretches the quote line;
     /// replots.
     void updateYAxisScale();
-    /// Sets the scale of yLeft or xBottom. Other axes and bounds that are not finite, inverted or of no
-    /// finite width are refused. A horizontal range without width is refused, a vertical one is widened by 1
-    /// to both sides, or refused where it is narrower than 1e-8 but not fuzzily empty. Does not replot.
+    /// Sets the scale of yLeft or xBottom. Other axes, bounds that are not finite or inverted, and bounds and
+    /// steps that Qwt cannot divide into a modest number of ticks are refused: the scale stays. A horizontal
+    /// range without width is refused, a vertical one is widened by 1 to both sides, or refused where it is
+    /// narrower than 1e-8 but not fuzzily empty. The quote line follows a vertical range, also one that the
+    /// scale then refuses. Does not replot.
     void setAxisScale(int axis, double min, double max, double step);
     /// The price moved to the nearest multiple of the price step, halves upwards; unchanged while that is
     /// unknown.
@@ -206,6 +208,7 @@ protected:
 private:
     void setUpAxes();
     void setUpLook();
+    void setDivisibleScale(int axis, double min, double max, double step);
 
     bool m_zoomEnabled = true;
     QPointF m_pressPosition;

@@ -2,34 +2,122 @@
 
 #include "plot2d/pricebased2dplotconverter.h"
 
+#include <QFont>
+#include <QList>
+#include <QRect>
+
 #include <qwt_scale_draw.h>
 
-/// Draws an axis of a plot: its ticks, its labels and the label of the current quote.
+#include <utility>
+
+/// Draws an axis of a plot: its ticks, those labels that fit side by side, and the red label of the current
+/// quote.
+///
+/// Which ticks keep a label is decided by updateLabels(), whenever the scale has changed and somebody asks
+/// for it.
 class PLOT2D_EXPORT PriceBased2dPlotScaleDraw : public QwtScaleDraw,
                                                 public virtual PriceBased2dPlotConverter {
 public:
-    /// For an axis: QwtPlot::xBottom or QwtPlot::yLeft.
+    /// For an axis: QwtPlot::xBottom or QwtPlot::yLeft. Labels are measured with the application's font of
+    /// this moment.
     explicit PriceBased2dPlotScaleDraw(int axis);
     ~PriceBased2dPlotScaleDraw() override;
+
+    /// Draws labels, the quote's label in red, all ticks (also those whose label was thinned away) and the
+    /// backbone.
+    void draw(QPainter* painter, const QPalette& palette) const override;
 
     /// The label's text; empty while the scale is empty or its interval is not valid.
     QwtText label(double value) const override;
 
-    /// Chooses anew which ticks carry a label.
+    /// As Qwt's, with maxLabelWidth() of this class.
+    double extent(const QFont& font) const override;
+
+    /// Chooses anew which ticks carry a label. Before the axis was painted once all candidates do; from then
+    /// on overlapping labels are thinned around the current quote.
     virtual void updateLabels();
 
-    /// Whether the current quote has a label of its own; off after construction.
+    /// Switches the label of the current quote; off after construction.
     void setCurKotirEnabled(bool enabled);
-    bool isCurKotirEnabled() const { return m_quoteEnabled; }
+    bool isCurKotirEnabled() const { return (m_quoteFlags & QuoteEnabled) != 0; }
+    /// Whether the quote lay strictly inside the scale at the last updateCurKotirStatus(), while it was
+    /// switched on.
+    bool isCurKotirInside() const { return (m_quoteFlags & QuoteInside) != 0; }
+    void updateCurKotirStatus();
 
-    /// The price of the current quote; -1.0 after construction.
-    void setCurKotirValue(double quote) { m_quote = quote; }
+    /// The price of the current quote; -1.0 after construction, and for a value that is not finite.
+    void setCurKotirValue(double quote);
     double curKotirValue() const { return m_quote; }
+
+    /// Looks up how many of the ticks (ascending) lie below the quote; -1 for a quote of 0 or less.
+    void updateCurKotirIndex(const QList<double>& ticks);
+    int curKotirIndex() const { return m_quoteIndex; }
+
+    /// Set when the axis is painted for the first time.
+    void setPaintedOnce() { m_paintedOnce = true; }
+    bool isPaintedOnce() const { return m_paintedOnce; }
+
+    /// The ticks that carry a label, ascending.
+    QList<double> labelTicks() const { return m_labelTicks; }
+    /// Pixels around a label, half of them on each side: 4 with a conversion, 8 without (by the last
+    /// updateLabels()).
+    int labelMargin() const { return m_labelMargin; }
+    /// The number of leading digits that neighbouring labels share; -1 where it cannot be told.
+    int equalDigits() const { return m_equalDigits; }
+
+    /// The ticks of a division that may carry a label: major ones, and medium ones off them. Empty for an
+    /// empty division.
+    QList<double> getTicks(const QwtScaleDiv& division) const;
+
+    /// Finds the equal digits of the label ticks, and drops the cached labels where there is an answer.
+    void setEqualDigitsNum();
+    int findEqualDigitsInIntegerPart(long long a, long long b, int n);
+    int findEqualDigitsInFractionPart(double a, double b);
+
+    /// The number of fraction digits that the labels need, for hosts that shorten them.
+    int maxFractionLength() const;
+
+    /// The width of the widest label among the candidates inside the scale, rounded up; Qwt's answer without
+    /// candidates.
+    int maxLabelWidth(const QFont& font) const;
+
+    /// The rectangle of a label with its margin; a null one beyond 1e16 and where the place is far off any
+    /// screen.
+    QRect tickLabelBoundingRect(double value) const;
+    QList<QRect> getBoundingRects(const QList<double>& ticks) const;
+
+    /// (a, b) where both rectangles are valid and intersect, (1.0, -1.0) otherwise.
+    std::pair<double, double> getIntersectedPair(
+        const QRect& first, const QRect& second, double a, double b) const;
+
+    /// The neighbours among the ticks, the quote included, whose labels overlap.
+    QList<std::pair<double, double>> overlappedLabels(const QList<double>& ticks) const;
+
+    /// Takes the tick that overlaps the quote's label out of the ticks, if that label is drawn.
+    bool removeOneTick(const std::pair<double, double>& overlap, QList<double>& ticks) const;
+
+    /// Whether a division has become finer than its labels can show: all labelled neighbours read the same,
+    /// or are closer than 1e-8. An empty division asks about the current one.
+    bool ticksShrinked(const QwtScaleDiv& division) const;
+
+    /// Draws one label, red at the current quote; nothing outside the scale.
+    void drawTickLabel(QPainter* painter, const QPalette& palette, double value) const;
 
     using QwtAbstractScaleDraw::invalidateCache;
 
 private:
+    enum QuoteFlag { QuoteEnabled = 1, QuoteInside = 2 };
+
+    void drawLabels(QPainter* painter, const QPalette& palette) const;
+    void drawTicks(QPainter* painter) const;
+
     int m_axis;
-    bool m_quoteEnabled = false;
+    mutable QList<double> m_labelTicks;
+    QFont m_font;
+    int m_labelMargin = 8;
+    bool m_paintedOnce = false;
+    int m_quoteFlags = 0;
     double m_quote = -1.0;
+    int m_quoteIndex = -1;
+    int m_equalDigits = -1;
 };
