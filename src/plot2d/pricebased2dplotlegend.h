@@ -2,13 +2,38 @@
 
 #include "plot2d/plot2dexport.h"
 
+#include <QMap>
+#include <QPixmap>
 #include <QPointer>
+#include <QStringList>
+#include <QVector>
 
 #include <qwt_legend.h>
 
+class PriceBased2dPlotCurve;
+class QCheckBox;
+class QwtDynGridLayout;
+class QwtLegendLabel;
 class QwtPlot;
+class Settings;
 
-/// The legend of a plot. Its entries are known by their texts, the titles of the curves that they show.
+/// The widget of one entry of a legend: a check box, then the label. A click anywhere on it toggles the box.
+class PLOT2D_EXPORT LabelWidget : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit LabelWidget(QWidget* parent);
+    ~LabelWidget() override;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+};
+
+/// The legend of a plot: each entry has a check box in front of its label.
+///
+/// Entries are known by their texts, the titles of the curves that they show; of entries with equal texts the
+/// one made first is meant. Unchecking an entry greys its text and swaps its icon for a grey placeholder.
+/// What a curve does on that is the host's: it connects visibilityChanged().
 class PLOT2D_EXPORT PriceBased2dPlotLegend : public QwtLegend {
     Q_OBJECT
 
@@ -17,10 +42,81 @@ public:
     explicit PriceBased2dPlotLegend(QwtPlot* plot);
     ~PriceBased2dPlotLegend() override;
 
+    /// Makes the placeholder icons; to be called once after construction, so that a derived legend makes its
+    /// own.
+    void initCore();
+
+    /// Forgets the entries whose widgets are gone.
+    void updateItemMaps();
+
+    /// Aligns an item of the grid of entries to the left and to its centre instead of to the right; nothing
+    /// for an index without an item.
+    void updateDynLayoutItemAlignment(int index);
+
+    /// Checks or unchecks the entry of a text, as the user would; nothing for an unknown text.
+    void setCheckBoxChecked(const QString& text, bool checked);
+    /// Whether the entry of a text is checked; `found`, which must not be null, says whether there is one.
+    bool isCheckBoxChecked(const QString& text, bool* found) const;
+
+    /// The texts of the entries that the user has unchecked. They outlive the entries;
+    /// restoreUncheckedItems() applies them to new ones, setting the list changes no entry.
+    void setUncheckedItems(const QStringList& texts);
+    QStringList uncheckedItems() const;
+    void restoreUncheckedItems();
+
+    /// Gives a label the placeholder of its curve's style, and tells the plot; the label keeps its icon where
+    /// there is no such curve or placeholder.
+    void setResetIcon(QwtLegendLabel* label);
+    /// Gives the entry of a text an icon of the host's, checked or not; a null icon is ignored.
+    void setCheckBoxIcon(const QString& text, const QPixmap& pixmap);
+
+    /// Stores which curves are valid and visible, by their data types, under "legendItemKeys"; nothing
+    /// without curves.
+    virtual void store(Settings& settings) const;
+    /// Checks and unchecks the entries of the stored data types that exactly one attached curve has. Anything
+    /// in the stored value that cannot be read or no longer fits is passed over.
+    virtual void restore(const Settings& settings);
+
+    /// Makes the placeholder icons, by symbol style.
+    virtual void createResetIcons();
+    /// The symbol style that selects a curve's placeholder, -1 for none. A curve with marked points goes by
+    /// the plot's first marker, and is a line (QwtSymbol::Rect) while there is none.
+    virtual int getStyle(const PriceBased2dPlotCurve* curve) const;
+
+    QWidget* createWidget(const QwtLegendData& legendData) const override;
+    void updateWidget(QWidget* widget, const QwtLegendData& legendData) override;
+
 Q_SIGNALS:
-    /// The user has checked or unchecked the entry of this text.
+    /// The entry of this text was checked or unchecked.
     void visibilityChanged(const QString& labelText, bool visible);
 
+public Q_SLOTS:
+    /// Follows the state of a check box of the legend, which sends it.
+    void onCheckBoxChecked(int state);
+
+protected:
+    /// Swallowed: the wheel neither scrolls the legend nor zooms the plot behind it.
+    void wheelEvent(QWheelEvent* event) override;
+
+    QMap<int, QPixmap>& resetIcons() { return m_resetIcons; }
+
 private:
+    // A list and not a map by check box: a guarded pointer that becomes null would break the order of a map.
+    struct Entry {
+        QPointer<QCheckBox> checkBox;
+        QPointer<QwtLegendLabel> label;
+        /// The label's own icon while the entry is unchecked.
+        QPixmap savedIcon;
+    };
+
+    const Entry* entryOf(const QString& text) const;
+    Entry* entryOf(const QCheckBox* checkBox);
+    void replaceIcon(Entry& entry, const QString& text);
+    static void restoreIcon(Entry& entry);
+
+    mutable QVector<Entry> m_entries;
+    QStringList m_uncheckedItems;
+    QMap<int, QPixmap> m_resetIcons;
+    QPointer<QwtDynGridLayout> m_layout;
     QPointer<QwtPlot> m_plot;
 };
