@@ -15,6 +15,15 @@ namespace PlotItems {
 /// The curves of this library.
 QList<PriceBased2dPlotCurve*> curves(const QwtPlotDict& plot);
 
+/// Those of one data type that do not refuse it themselves.
+QList<PriceBased2dPlotCurve*> curvesOfType(const QwtPlotDict& plot, int type);
+
+/// The first valid curve of a title, null if there is none.
+PriceBased2dPlotCurve* validCurve(const QwtPlotDict& plot, const QString& title);
+
+/// The first curve of the type of the line at the current quote, valid or not; null if there is none.
+PriceBased2dPlotCurve* quoteLine(const QwtPlotDict& plot);
+
 /// The markers that carry a symbol.
 QList<QwtPlotMarker*> symbolMarkers(const QwtPlotDict& plot);
 

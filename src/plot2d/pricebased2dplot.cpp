@@ -10,6 +10,7 @@
 #include "plot2d/pricebased2dplotscaleengine.h"
 #include "plotitems_p.h"
 #include "plotlook_p.h"
+#include "plotmouse_p.h"
 #include "quoteline_p.h"
 #include "scaledivision_p.h"
 #include "valuerange_p.h"
@@ -22,6 +23,7 @@
 
 #include <QEvent>
 #include <QMessageLogger>
+#include <QMouseEvent>
 
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_grid.h>
@@ -246,41 +248,30 @@ bool PriceBased2dPlot::mousePositionOnScale(const QPointF& position) const
 
 void PriceBased2dPlot::setIsinId(int id)
 {
-    if (id <= 0)
-        return;
-    m_baseCode.clear();
-    m_isinId = id;
+    m_instrument.setIsinId(id);
 }
 
 void PriceBased2dPlot::setBoardId(int id)
 {
-    if (id <= 0)
-        return;
-    m_baseCode.clear();
-    m_boardId = id;
+    m_instrument.setBoardId(id);
 }
 
 void PriceBased2dPlot::setBaseCode(const QString& code)
 {
-    if (code.isEmpty())
-        return;
-    if (m_boardId > 0)
-        m_boardId = -1;
-    if (m_isinId > 0)
-        m_isinId = -1;
-    m_baseCode = code;
+    m_instrument.setBaseCode(code);
 }
 
 Record PriceBased2dPlot::getFuture() const
 {
-    if (m_isinId < 1) {
-        if (m_boardId > 0 || m_baseCode.isEmpty())
-            return Record();
+    switch (m_instrument.kind()) {
+    case InstrumentChoice::Kind::ExactInstrument:
+        return getVirtualFuture(m_instrument.isinId(), m_instrument.boardId());
+    case InstrumentChoice::Kind::EarliestOfBaseCode:
         return getMinimumDateExerciseFuture();
+    case InstrumentChoice::Kind::None:
+        break;
     }
-    if (m_boardId < 1 || !m_baseCode.isEmpty())
-        return Record();
-    return getVirtualFuture(m_isinId, m_boardId);
+    return Record();
 }
 
 Record PriceBased2dPlot::getVirtualFuture(int isinId, int boardId) const
@@ -292,7 +283,7 @@ Record PriceBased2dPlot::getVirtualFuture(int isinId, int boardId) const
 
 Record PriceBased2dPlot::getMinimumDateExerciseFuture() const
 {
-    return FutureLookup::earliestFuture(m_securitiesTable, m_columns, m_baseCode);
+    return FutureLookup::earliestFuture(m_securitiesTable, m_columns, m_instrument.baseCode());
 }
 
 decimal PriceBased2dPlot::getKotirFromFutureRecord(const Record& future) const
@@ -315,15 +306,11 @@ void PriceBased2dPlot::setCurveVisible(const QString& curveTitle, bool visible)
     if (!qobject_cast<PriceBased2dPlotLegend*>(sender()) || curveTitle.isEmpty())
         return;
 
-    const QList<PriceBased2dPlotCurve*> curves = PlotItems::curves(*this);
-    const auto named
-        = std::find_if(curves.cbegin(), curves.cend(), [&curveTitle](const PriceBased2dPlotCurve* curve) {
-              return curve->isValid() && curve->title().text() == curveTitle;
-          });
-    if (named == curves.cend())
+    PriceBased2dPlotCurve* curve = PlotItems::validCurve(*this, curveTitle);
+    if (!curve)
         return;
-    (*named)->setVisible(visible);
-    if ((*named)->dataType() != PriceBased2dPlotCurve::quoteLineType)
+    curve->setVisible(visible);
+    if (curve->dataType() != PriceBased2dPlotCurve::quoteLineType)
         updateYAxisScale();
     else
         replot();
@@ -331,14 +318,7 @@ void PriceBased2dPlot::setCurveVisible(const QString& curveTitle, bool visible)
 
 QList<PriceBased2dPlotCurve*> PriceBased2dPlot::attachedCurves(int type) const
 {
-    QList<PriceBased2dPlotCurve*> curves = PlotItems::curves(*this);
-    if (type == -1)
-        return curves;
-    const auto isOther = [type](const PriceBased2dPlotCurve* curve) {
-        return curve->dataType() != type || !curve->isValidType(curve->dataType());
-    };
-    curves.erase(std::remove_if(curves.begin(), curves.end(), isOther), curves.end());
-    return curves;
+    return type == -1 ? PlotItems::curves(*this) : PlotItems::curvesOfType(*this, type);
 }
 
 QList<QwtPlotMarker*> PriceBased2dPlot::createMarkers(int count, PriceBased2dPlotCurve* curve)
@@ -365,22 +345,21 @@ void PriceBased2dPlot::updateCurKotirPoints(double low, double high, double quot
     low = std::min(low, scale.minValue());
     high = std::max(high, scale.maxValue());
 
-    const QList<PriceBased2dPlotCurve*> curves = PlotItems::curves(*this);
-    const auto line = std::find_if(curves.cbegin(), curves.cend(), [](const PriceBased2dPlotCurve* curve) {
-        return curve->dataType() == PriceBased2dPlotCurve::quoteLineType;
-    });
     // The line is only moved, never made.
-    if (line == curves.cend() || (*line)->dataSize() != 2)
+    PriceBased2dPlotCurve* line = PlotItems::quoteLine(*this);
+    if (!line || line->dataSize() != 2)
         return;
-    const std::optional<double> price = quote < 0.0 ? QuoteLine::price(**line) : quote;
+    const std::optional<double> price = quote < 0.0 ? QuoteLine::price(*line) : quote;
     if (!price)
         return;
     if (const auto ends = QuoteLine::ends(low, high, *price))
-        (*line)->setSamples(QVector<QPointF>{ends->front(), ends->back()});
+        line->setSamples(QVector<QPointF>{ends->front(), ends->back()});
 }
 
 void PriceBased2dPlot::updateYAxisScale()
 {
+    // A horizontal scale that was set since the last replot is divided only now.
+    updateAxes();
     if (!autoScaleEnabled()) {
         updateCurKotirPoints(0.0, 0.0, -1.0);
         replot();
@@ -479,15 +458,26 @@ bool PriceBased2dPlot::eventFilter(QObject* watched, QEvent* event)
 
 void PriceBased2dPlot::mousePressEvent(QMouseEvent* event)
 {
-    QwtPlot::mousePressEvent(event);
+    const bool begins = event->button() == Qt::LeftButton && mousePositionOnScale(event->localPos());
+    m_pressPosition = begins ? event->localPos() : QPointF();
+    m_dragPosition = QPointF();
+    QWidget::mousePressEvent(event);
 }
 
 void PriceBased2dPlot::mouseMoveEvent(QMouseEvent* event)
 {
-    QwtPlot::mouseMoveEvent(event);
+    const PlotMouse::Target target{*this, m_picker, m_yScaleDraw};
+    const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, event->localPos()};
+    if (m_zoomEnabled && !m_pressPosition.isNull() && PlotMouse::drag(target, drag)) {
+        m_dragPosition = event->localPos();
+        updateScaleLabels();
+        updateAxisWidgets();
+    }
+    QWidget::mouseMoveEvent(event);
 }
 
 void PriceBased2dPlot::wheelEvent(QWheelEvent* event)
 {
-    QwtPlot::wheelEvent(event);
+    if (m_zoomEnabled && PlotMouse::zoom({*this, m_picker, m_yScaleDraw}, *event))
+        Q_EMIT updateAxisLabels();
 }

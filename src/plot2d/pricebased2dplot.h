@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plot2d/instrumentchoice.h"
 #include "plot2d/plot2dexport.h"
 #include "plot2d/priceinterval.h"
 #include "plot2d/securitycolumns.h"
@@ -109,7 +110,7 @@ public:
     void setIsinId(int id);
     void setBoardId(int id);
     void setBaseCode(const QString& code);
-    QString baseCode() const { return m_baseCode; }
+    QString baseCode() const { return m_instrument.baseCode(); }
 
     /// The future to plot; a null record while neither way is complete or there is no such future.
     /// Throws Exception("Incorrect type conversion.") for a column of an unexpected type.
@@ -215,7 +216,5 @@ private:
     QPointF m_dragPosition;
     PriceInterval m_priceInterval;
     SecurityDirectory* m_securityDirectory;
-    int m_isinId = -1;
-    int m_boardId = -1;
-    QString m_baseCode;
+    InstrumentChoice m_instrument;
 };

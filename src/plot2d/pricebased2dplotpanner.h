@@ -9,7 +9,7 @@
 class PriceBased2dPlot;
 class QwtPlotCanvas;
 
-/// Lets the user drag the canvas of a plot, and holds the plot's auto-scale flag.
+/// Lets the user drag the canvas of a plot, within the data, and holds the plot's auto-scale flag.
 class PLOT2D_EXPORT PriceBased2dPlotPanner : public QwtPlotPanner {
     Q_OBJECT
 
@@ -22,13 +22,25 @@ public:
     void setAutoScaleEnabled(bool enabled);
     bool autoScaleEnabled() const;
 
+    /// A shift in pixels, not larger than maxShift, that brings one bound of an axis (side 0 the lower, 1 the
+    /// upper) just past a value, by less than a tenth of the span; the largest double where there is none,
+    /// and for any other side.
+    double getShiftUntilValue(double value, int axis, int side, double maxShift);
+
+    /// Moves the scales by an offset in pixels, shortened where the view would pass the end of the data.
+    /// Nothing moves without data, and where no data would be left in view horizontally.
+    void moveCanvas(int dx, int dy) override;
+
 Q_SIGNALS:
     /// The scales have moved.
     void updateLabels();
-    /// Panning asks for the auto-scale to be switched (off).
+    /// Panning asks for the auto-scale to be switched off. The panner itself keeps its flag.
     void autoScaleEnabled(bool enable);
 
 private:
+    void announceAndMove(int dx, int dy);
+    bool canMove(int dx, int dy) const;
+
     QPointer<PriceBased2dPlot> m_plot;
     bool m_autoScale = true;
 };

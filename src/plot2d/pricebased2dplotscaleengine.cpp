@@ -37,7 +37,7 @@ PriceBased2dPlotScaleEngine::~PriceBased2dPlotScaleEngine() = default;
 QwtScaleDiv PriceBased2dPlotScaleEngine::divideScale(
     double x1, double x2, int maxMajorSteps, int maxMinorSteps, double stepSize) const
 {
-    if (!ScaleDivision::isDivisible({x1, x2, maxMajorSteps, maxMinorSteps, stepSize}))
+    if (!ScaleDivision::isDivisible({x1, x2, maxMajorSteps, maxMinorSteps, stepSize, base()}))
         return m_lastDivision;
 
     QwtScaleDiv division

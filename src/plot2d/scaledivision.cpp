@@ -2,14 +2,22 @@
 
 #include "halfuprounding_p.h"
 
+#include <qwt_scale_engine.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 namespace {
 
-/// The number of steps into which Qwt's engines divide at the most.
-constexpr double maxSteps = 10000.0;
+/// Qwt counts steps in an int, and rounds a range to whole steps before it does.
+constexpr double mostSteps = 2e9;
+/// Qwt makes no more major ticks than these, however many steps there are.
+constexpr double mostMajorTicks = 10000.0;
+/// Ten times what a plot asks for at the most, with its 100 minor steps.
+constexpr double mostTicks = 1e7;
+/// Of a narrower range a pixel's place overflows.
+constexpr double smallestWidth = 1e-300;
 
 bool isTick(double tick, double price)
 {
@@ -38,14 +46,17 @@ bool ScaleDivision::isDivisible(const Request& request)
     if (!std::isfinite(request.lower) || !std::isfinite(request.upper) || !std::isfinite(width)
         || !std::isfinite(request.step))
         return false;
-    if (request.step != 0.0)
-        return width / std::abs(request.step) <= maxSteps;
+    if (width == 0.0)
+        return true;
 
-    // Rounding up to 1, 2, 5 or 10 of a power of ten makes a step of less than 2.5 parts.
-    const double part = width / std::max(request.maxMajorSteps, 1);
-    const double minorPart = part / std::max(request.maxMinorSteps, 1);
-    return part < std::numeric_limits<double>::max() / 2.5
-        && (width == 0.0 || minorPart > std::numeric_limits<double>::min());
+    const double step = request.step != 0.0
+        ? std::abs(request.step)
+        : QwtScaleArithmetic::divideInterval(width, std::max(request.maxMajorSteps, 1), request.base);
+    if (width < smallestWidth || !std::isfinite(step) || !(width / step <= mostSteps))
+        return false;
+    // The ends of the range, brought to whole steps, add up to three ticks.
+    const double majorTicks = std::min(width / step + 3.0, mostMajorTicks);
+    return majorTicks * std::max(request.maxMinorSteps, 0) <= mostTicks;
 }
 
 double ScaleDivision::anchorPrice(double factor, int strikePrecision)

@@ -16,14 +16,17 @@ struct Request {
     int maxMinorSteps = 0;
     /// 0 for a step of the engine's choice.
     double step = 0.0;
+    /// The base of the engine.
+    unsigned int base = 10;
 };
 
-/// Whether Qwt's linear division of the request ends with a modest number of ticks.
+/// Whether Qwt's linear division of the request ends with a modest number of ticks. A range of no width is
+/// divisible: into nothing.
 ///
-/// It does not for bounds that are not finite or of no finite width, for a width so large that the step
-/// overflows (its minor steps are then counted by a NaN, up to two thousand million), for a width so small
-/// that the step vanishes, and for a given step that is not finite or of which the range holds more than
-/// 10,000.
+/// Not divisible are bounds and a step that are not finite; a finite range of infinite width; one so wide
+/// that the step chosen for it overflows (its minor steps are then counted by a NaN, up to two thousand
+/// million) and one so narrow that it cannot be mapped to pixels; more steps than an int counts; and minor
+/// steps that come to more than ten million ticks.
 bool isDivisible(const Request& request);
 
 /// The price on which ticks are anchored: the factor, or the integer next to it where the two differ by less

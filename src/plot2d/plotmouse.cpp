@@ -1,0 +1,204 @@
+#include "plotmouse_p.h"
+
+#include "plot2d/pricebased2dplot.h"
+#include "plot2d/pricebased2dplotpicker.h"
+#include "plot2d/pricebased2dplotscaledraw.h"
+#include "viewzoom_p.h"
+
+#include <QCursor>
+#include <QWheelEvent>
+
+#include <qwt_plot_layout.h>
+#include <qwt_scale_widget.h>
+
+#include <cmath>
+#include <optional>
+
+namespace {
+
+using PlotMouse::Target;
+using ViewZoom::Range;
+
+bool isUsable(const QwtScaleDiv& division)
+{
+    return !division.isEmpty() && division.interval().isValid();
+}
+
+Range rangeOf(const QwtScaleDiv& division)
+{
+    return {division.lowerBound(), division.upperBound()};
+}
+
+bool isUsable(const QRectF& curves)
+{
+    return !(curves.width() <= 0.0) && !(curves.height() < 0.0);
+}
+
+/// Whether the labels of the vertical axis cannot be told apart any more.
+bool valuesAreShrinked(const Target& target)
+{
+    return target.valueScale && target.valueScale->ticksShrinked(QwtScaleDiv(0.0, 0.0));
+}
+
+/// The angle that a wheel was turned by, about whichever of its axes it was turned further.
+int angleOf(const QWheelEvent& event)
+{
+    const QPoint angle = event.angleDelta();
+    return std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+}
+
+struct Cursor {
+    QPoint global;
+    QPointF onPlot;
+    bool onX = false;
+    bool onY = false;
+    bool inCanvas = false;
+
+    bool onScale() const { return onX || onY; }
+};
+
+Cursor cursorOver(const PriceBased2dPlot& plot)
+{
+    Cursor cursor;
+    cursor.global = QCursor::pos();
+    cursor.onPlot = plot.mapFromGlobal(cursor.global);
+    cursor.onX = plot.mousePositionOnXScale(cursor.onPlot);
+    cursor.onY = plot.mousePositionOnYScale(cursor.onPlot);
+    cursor.inCanvas = plot.plotLayout()->canvasRect().contains(cursor.onPlot);
+    return cursor;
+}
+
+/// The point that a zoom keeps in place; along the axis that the cursor is not over, one near the lower
+/// bound.
+QPointF zoomCentre(const Target& target, const Cursor& cursor, const Range& prices, const Range& values)
+{
+    constexpr double nearLowerBound = 0.1;
+    const auto onAxis = [&](int axis) {
+        return target.picker->transformedPoint(target.plot.axisWidget(axis)->mapFromGlobal(cursor.global));
+    };
+    if (cursor.onY)
+        return QPointF(prices.lower + nearLowerBound * prices.width(), onAxis(QwtPlot::yLeft).y());
+    if (cursor.onX)
+        return QPointF(onAxis(QwtPlot::xBottom).x(), values.lower + nearLowerBound * values.width());
+    return target.picker->transformedPoint(cursor.onPlot);
+}
+
+struct Zoomed {
+    ViewZoom::Start start;
+    ViewZoom::Spans spans;
+    double lowestPrice = 0.0;
+    double highestValue = 0.0;
+};
+
+std::optional<Zoomed> zoomed(const Target& target, const Cursor& cursor, int angle)
+{
+    const PriceBased2dPlot& plot = target.plot;
+    const QwtScaleDiv& prices = plot.axisScaleDiv(QwtPlot::xBottom);
+    const QwtScaleDiv& values = plot.axisScaleDiv(QwtPlot::yLeft);
+    const std::optional<double> factor = ViewZoom::factor(ViewZoom::notches(angle));
+    if (!isUsable(prices) || !isUsable(values) || !factor)
+        return std::nullopt;
+
+    Zoomed result;
+    result.start = {rangeOf(prices), rangeOf(values), plot.curvesRectangle(),
+        zoomCentre(target, cursor, rangeOf(prices), rangeOf(values)), *factor};
+    if (!isUsable(result.start.curves))
+        return std::nullopt;
+    result.spans = ViewZoom::zoomedSpans(result.start);
+    if (result.start.zoomsIn()
+        && (ViewZoom::isTooSmall(result.spans, plot.priceInterval().minStep) || valuesAreShrinked(target)))
+        return std::nullopt;
+
+    const auto lowestPrice = ViewZoom::zoomedLowestPrice(result.start, result.spans);
+    const auto highestValue = ViewZoom::zoomedHighestValue(result.start, result.spans);
+    if (!lowestPrice || !highestValue)
+        return std::nullopt;
+    result.lowestPrice = *lowestPrice;
+    result.highestValue = *highestValue;
+    return result;
+}
+
+void setPrices(PriceBased2dPlot& plot, const Zoomed& zoomed)
+{
+    plot.setAxisScale(QwtPlot::xBottom, zoomed.lowestPrice, zoomed.lowestPrice + zoomed.spans.price, 0.0);
+}
+
+void setValues(PriceBased2dPlot& plot, const Zoomed& zoomed, double height)
+{
+    plot.setAxisScale(QwtPlot::yLeft, zoomed.highestValue - height, zoomed.highestValue, 0.0);
+}
+
+double noMoreThan(double limit, double height)
+{
+    return height <= limit ? height : limit;
+}
+
+}
+
+bool PlotMouse::zoom(const Target& target, const QWheelEvent& event)
+{
+    PriceBased2dPlot& plot = target.plot;
+    const Cursor cursor = cursorOver(plot);
+    if (!target.picker || (!cursor.onScale() && !cursor.inCanvas))
+        return false;
+    const auto view = zoomed(target, cursor, angleOf(event));
+    if (!view)
+        return false;
+
+    const double curvesHeight = view->start.curves.height();
+    const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
+    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+    const bool alongOneAxis = shift != control || cursor.onScale();
+    if ((alongOneAxis && cursor.onX) || (control && !shift && cursor.inCanvas)) {
+        setPrices(plot, *view);
+        plot.updateYAxisScale();
+    } else if (alongOneAxis && cursor.onY) {
+        if (view->start.zoomsIn() || view->start.values.width() < curvesHeight) {
+            plot.resetAutoScale();
+            setValues(plot, *view, view->spans.value);
+        }
+    } else if (shift && !control && cursor.inCanvas) {
+        plot.resetAutoScale();
+        setValues(plot, *view, noMoreThan(view->spans.value, curvesHeight));
+    } else {
+        plot.resetAutoScale();
+        setPrices(plot, *view);
+        setValues(plot, *view, noMoreThan(view->spans.value, view->start.factor * curvesHeight));
+    }
+    return true;
+}
+
+bool PlotMouse::drag(const Target& target, const Drag& drag)
+{
+    PriceBased2dPlot& plot = target.plot;
+    const bool onX = plot.mousePositionOnXScale(drag.press);
+    if (!onX && !plot.mousePositionOnYScale(drag.press))
+        return false;
+
+    const QPointF before = drag.last.isNull() ? drag.press : drag.last;
+    const double previous = onX ? before.x() : before.y();
+    const double current = onX ? drag.current.x() : drag.current.y();
+    const int axis = onX ? QwtPlot::xBottom : QwtPlot::yLeft;
+    const QwtScaleDiv& division = plot.axisScaleDiv(axis);
+    if (previous == current || !isUsable(division))
+        return false;
+
+    const bool shrinks = current < previous;
+    const Range view = rangeOf(division);
+    if (shrinks && (onX ? view.width() < plot.priceInterval().minStep : valuesAreShrinked(target)))
+        return false;
+    const QRectF curves = plot.curvesRectangle();
+    if (!isUsable(curves))
+        return false;
+    const Range data = onX ? Range{curves.left(), curves.right()} : Range{curves.top(), curves.bottom()};
+    const auto next = ViewZoom::dragged(view, data, shrinks);
+    if (!next)
+        return false;
+
+    if (!onX)
+        plot.resetAutoScale();
+    plot.setAxisScale(axis, next->lower, next->upper, 0.0);
+    if (onX)
+        plot.updateYAxisScale();
+    return true;
+}
