@@ -50,7 +50,7 @@ void PriceBased2dPlotScaleDraw::setCurKotirEnabled(bool enabled)
 
 void PriceBased2dPlotScaleDraw::setCurKotirValue(double quote)
 {
-    m_quote = std::isfinite(quote) ? quote : -1.0;
+    m_quote = quote;
 }
 
 void PriceBased2dPlotScaleDraw::updateCurKotirStatus()

@@ -45,7 +45,7 @@ public:
     bool isCurKotirInside() const { return (m_quoteFlags & QuoteInside) != 0; }
     void updateCurKotirStatus();
 
-    /// The price of the current quote; -1.0 after construction, and for a value that is not finite.
+    /// The price of the current quote; -1.0 after construction. One that is not finite lies on no scale.
     void setCurKotirValue(double quote);
     double curKotirValue() const { return m_quote; }
 

@@ -137,7 +137,7 @@ void TestHost::changeRow(const Record& record, const Row& row)
 TestHost::Row TestHost::future(const Row& changes)
 {
     Row row{{QStringLiteral("stock_id"), 1}, {QStringLiteral("board_id"), 2}, {QStringLiteral("sec_id"), 100},
-        {QStringLiteral("isin_id"), 10}, {QStringLiteral("base_code"), QStringLiteral("Si")},
+        {QStringLiteral("isin_id"), 10}, {QStringLiteral("base_code"), QStringLiteral("Amber")},
         {QStringLiteral("sectype"), QStringLiteral("F")}, {QStringLiteral("sess_id"), 7},
         {QStringLiteral("expdate"), moment(2030, 6, 20)}};
     for (auto it = changes.cbegin(); it != changes.cend(); ++it)

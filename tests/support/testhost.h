@@ -44,8 +44,8 @@ Record addBoard(int stockId, int boardId, bool anonymous);
 /// Writes fields of a row that stands in its table.
 void changeRow(const Record& record, const Row& row);
 
-/// A future of the base code "Si" on the board (1, 2) with ISIN id 10, in a session, and with an expiry; the
-/// given fields replace or add to these.
+/// A future of the base code "Amber" on the board (1, 2) with ISIN id 10, in a session, and with an expiry;
+/// the given fields replace or add to these.
 Row future(const Row& changes = Row());
 
 /// The milliseconds since the epoch of a date at midnight UTC.

@@ -3,10 +3,10 @@
 #include "database/record.h"
 
 #include <QAbstractTableModel>
-#include <QPointer>
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class Table;
 
@@ -14,12 +14,19 @@ class Table;
 ///
 /// The model follows the table: a new strike is announced by rowsInserted, a strike whose last option went by
 /// rowsRemoved, everything else (a new base code, a reset of the table, a changed strike) by modelReset.
-/// An option is a row whose "sectype" is 'O'; one without a strike is passed over.
+/// Strikes that come or go together and are neighbours in the model are announced as one; when that would
+/// make more than 32 announcements there is one modelReset instead. Rows that change in none of the fields
+/// that the model reads, as by a new quote, are not announced.
+///
+/// An option is a row whose "sectype" is 'O'; one without a strike is passed over. Strikes are told apart
+/// exactly; negative ones and zero are in the model like all others. Where "base_code" is no text column or
+/// "strike" no decimal one there are no options.
 /// Without a base code, or when the table is gone, the model is empty.
 class StrikeByBaseCodeModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
+    /// The table may be null: the model stays empty then.
     explicit StrikeByBaseCodeModel(Table* table, QObject* parent = nullptr);
     ~StrikeByBaseCodeModel() override;
 
@@ -28,7 +35,7 @@ public:
     /// Qt::DisplayRole gives the strike's text, Qt::EditRole the strike as a decimal.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     /// Sorts by strike (column 0) and keeps that order from then on; ascending after construction. Announced
-    /// by layoutChanged.
+    /// by layoutChanged, also when the order was that one before. Other columns are ignored.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
     /// The record of the first option, in the table's order, of the strike at an index; null for an
@@ -49,12 +56,11 @@ public:
 protected:
     /// Whether a row of the table, an option of the base code with a strike, takes part.
     virtual bool accepts(const Record& option) const;
-    /// Called before the strikes are gathered anew from the whole table.
-    virtual void prepareRebuild();
-    /// Whether rows that come, go or change may alter accepts() of other rows: then the model is reset.
-    virtual bool acceptanceDependsOn(const QVector<Record>& records) const;
-    Table* table() const;
-    /// Gathers the strikes anew between beginResetModel() and endResetModel().
+    /// The rank of a row that takes part. The model shows the options of the highest rank alone; when that
+    /// rank becomes another one, it is reset. The rank that is shown while there is no option is 0.
+    virtual int rank(const Record& option) const;
+    int shownRank() const;
+    /// Gathers the options anew between beginResetModel() and endResetModel().
     void rebuild();
 
 private Q_SLOTS:
@@ -62,9 +68,14 @@ private Q_SLOTS:
     void onRowsRemoved(const QVector<Record>& records);
     void onRowsChanged(const QVector<Record>& records);
     void onTableReset();
-    void onTableDestroyed();
 
 private:
     struct Private;
+
+    bool isOwn(const QModelIndex& index) const;
+    void showTopRank();
+    void announceInserted(std::vector<decimal> strikes);
+    void announceRemoved(std::vector<decimal> strikes);
+
     std::unique_ptr<Private> d;
 };

@@ -5,6 +5,11 @@
 
 /// The strikes of a base code's options of the largest session ("sess_id", null as 0) among those that pass
 /// the filter.
+///
+/// The largest session becoming another one is announced by modelReset, an empty model counting as session 0.
+/// An option with a null in a field that is filtered by does not pass. Where "sess_id" or the column of a
+/// filtered id is missing or no integer column, no option passes. A session outside 32 bits counts as the
+/// nearest inside.
 class StrikeByMaxSessionModel : public StrikeByBaseCodeModel {
     Q_OBJECT
 
@@ -21,10 +26,13 @@ public:
 
 protected:
     bool accepts(const Record& option) const override;
-    void prepareRebuild() override;
-    bool acceptanceDependsOn(const QVector<Record>& records) const override;
+    int rank(const Record& option) const override;
 
 private:
     FilterParams m_params;
-    int m_session = 0;
+    int m_stockColumn = -1;
+    int m_boardColumn = -1;
+    int m_futureColumn = -1;
+    int m_optionTypeColumn = -1;
+    int m_sessionColumn = -1;
 };

@@ -60,6 +60,8 @@ public:
     friend bool operator>=(const decimal& a, const decimal& b) { return a.compare(b) >= 0; }
 
 private:
+    struct Units;
+
     constexpr decimal(qint64 high, quint64 low)
         : m_high(high)
         , m_low(low)

@@ -21,10 +21,11 @@ public:
     bool isValid() const { return m_value != nullptr; }
     /// Of meaning when isValid().
     FieldType type() const { return m_type; }
-    /// The value's bytes inside the row, not aligned; for a text those of a QString.
+    /// The value's bytes inside the row, to be copied out; for a text an aligned QString.
     const unsigned char* value() const { return m_value; }
     /// The byte of the row's null mask that holds this field's bit; a set bit means that a value is present.
     const unsigned char* maskByte() const { return m_maskByte; }
+    /// That byte's bit as a mask, one of 1, 2, 4 to 128.
     unsigned char maskBit() const { return m_maskBit; }
     bool isNull() const;
 
@@ -45,8 +46,8 @@ protected:
     unsigned char m_maskBit = 0;
 };
 
-/// A view through which the field can be written. A write of another type than the field's throws
-/// Exception("Incorrect type conversion.") and changes nothing.
+/// A view through which the field can be written. A write of another type than the field's, and any write
+/// through a view of no field, throws Exception("Incorrect type conversion.") and changes nothing.
 class FieldValue : public FieldConstValue {
 public:
     FieldValue() = default;
@@ -61,6 +62,9 @@ public:
     void setMoment(qint64 milliseconds);
     /// Takes what toVariant() gives; an invalid QVariant sets null.
     void setVariant(const QVariant& value);
+
+private:
+    unsigned char* placeFor(FieldType type);
 };
 
 /// One field of a row for display and for reading whatever its type.

@@ -5,11 +5,11 @@
 
 #include <memory>
 
-class QSettings;
-
 /// The host's settings, kept across restarts in one file.
 ///
-/// The file is replaced as a whole whenever it is written, so a crash in the middle leaves the old one.
+/// A change is written by sync(), by the next round of the event loop and by the destructor. The file is
+/// replaced as a whole then, so a crash in the middle leaves the old one; a file that is no settings file is
+/// never replaced. A key is a path of names with '/' between them, an empty one holds nothing.
 class Settings {
 public:
     /// The user's settings of the running application.
@@ -22,6 +22,7 @@ public:
 
     QVariant value(const QString& key, const QVariant& defaultValue = QVariant()) const;
     void setValue(const QString& key, const QVariant& value);
+    /// Removes the value and everything below the key.
     void remove(const QString& key);
 
     /// Writes what is not written yet; false, and nothing is lost in memory, if the file cannot be written
@@ -30,5 +31,6 @@ public:
     QString fileName() const;
 
 private:
-    std::unique_ptr<QSettings> m_settings;
+    struct Private;
+    std::unique_ptr<Private> d;
 };

@@ -41,24 +41,26 @@ public:
     /// A row that is not in the table yet, all its fields null.
     Record createRow() const;
     /// A view through which a row that createRow() made and that is not in the table yet is filled.
-    /// A row of the table is written with changeRows(), a view of one here is of no field.
+    /// A row of the table is written with changeRows(), a view of one here is of no field, and so is that of
+    /// a row which was in the table before.
     FieldValue value(const Record& record, int column);
 
     /// Puts rows that createRow() of this table made before the given position (clamped to the table).
-    /// Rows of another table and rows that are in the table already are passed over.
+    /// Rows of another table and rows that are in the table already are passed over; a removed row can come
+    /// back.
     void insertRows(int position, const QVector<Record>& records);
     void appendRows(const QVector<Record>& records);
     /// Takes rows out; those that are not in the table are passed over.
     void removeRows(const QVector<Record>& records);
     /// Takes all rows out and announces reset().
     void clear();
-    /// Replaces all rows and announces reset() once.
+    /// Replaces all rows and announces reset() once. Rows of the table that are listed stay.
     void resetRows(const QVector<Record>& records);
 
     /// Writes fields of rows of the table: the writer gets each record (those that are not in the table are
     /// passed over) and a function that gives the view to write a column through; afterwards one
-    /// rowsChanged() tells of them all. An exception of the writer passes through, after rowsChanged() for
-    /// the rows written so far.
+    /// rowsChanged() tells of all those that were accessed through it. An exception of the writer passes
+    /// through, after rowsChanged() for the rows written so far.
     using FieldAccess = std::function<FieldValue(int column)>;
     using Writer = std::function<void(const Record& record, const FieldAccess& field)>;
     void changeRows(const QVector<Record>& records, const Writer& writer);

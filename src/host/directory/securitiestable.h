@@ -19,6 +19,9 @@
 /// - bid, ask, last, settlement, lasttime (moment), volume, open_interest (64 bits);
 /// - volat_min, volat_max: bounds of the volatility, as fractions; volat: the stated volatility, a fraction.
 ///
+/// Texts are base_code, short_name, sectype and option_type; prices, the strike among them, are decimals with
+/// 5 digits after the point; the volatilities are doubles.
+///
 /// "boards" has a row for each board: stock_id, board_id, is_anonym (0 or 1), name.
 namespace SecuritiesTable {
 

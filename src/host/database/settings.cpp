@@ -1,0 +1,164 @@
+#include "database/settings.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryFile>
+#include <QVector>
+
+#include <algorithm>
+
+namespace {
+
+QString userFileName()
+{
+    const QString application = QCoreApplication::applicationName();
+    const QString organization = QCoreApplication::organizationName();
+    const QString group = organization.isEmpty() ? application : organization;
+    return QSettings(QSettings::IniFormat, QSettings::UserScope,
+        group.isEmpty() ? QStringLiteral("host") : group, application)
+        .fileName();
+}
+
+QString normalized(const QString& key)
+{
+    return key.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
+}
+
+/// Whether a settings file, or nothing yet, stands there.
+///
+/// QSettings reports a malformed file once, takes it for an empty one from then on and replaces it. So what
+/// stands there is tried on a copy.
+bool canBeReplaced(const QString& fileName)
+{
+    const QFileInfo info(fileName);
+    if (!info.exists())
+        return true;
+    QFile file(fileName);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray content = file.readAll();
+    if (content.isEmpty())
+        return true;
+    QTemporaryFile copy;
+    if (content.contains('\0') || !copy.open() || copy.write(content) != content.size() || !copy.flush())
+        return false;
+    const QSettings trial(copy.fileName(), QSettings::IniFormat);
+    trial.allKeys(); // The lines of a section are read on demand.
+    return trial.status() == QSettings::NoError;
+}
+
+}
+
+struct Settings::Private {
+    struct Change {
+        QString key;
+        QVariant value;
+        bool isRemoval = false;
+    };
+
+    explicit Private(const QString& file)
+        : fileName(file)
+        , stored(new QSettings(file, QSettings::IniFormat))
+    {
+    }
+
+    /// The last change that decides about a key, null if there is none.
+    const Change* changeOf(const QString& key) const
+    {
+        const auto decides = [&](const Change& change) {
+            return change.key == key || (change.isRemoval && key.startsWith(change.key + QLatin1Char('/')));
+        };
+        const auto found = std::find_if(changes.crbegin(), changes.crend(), decides);
+        return found == changes.crend() ? nullptr : &*found;
+    }
+
+    void add(const Change& change)
+    {
+        const auto isOutdated
+            = [&](const Change& earlier) { return !earlier.isRemoval && earlier.key == change.key; };
+        changes.erase(std::remove_if(changes.begin(), changes.end(), isOutdated), changes.end());
+        changes.append(change);
+        if (changes.size() == 1)
+            QMetaObject::invokeMethod(
+                &context, [this] { write(); }, Qt::QueuedConnection);
+    }
+
+    bool write();
+
+    const QString fileName;
+    std::unique_ptr<QSettings> stored;
+    /// What is not written yet, in order.
+    QVector<Change> changes;
+    QObject context;
+};
+
+bool Settings::Private::write()
+{
+    if (!canBeReplaced(fileName))
+        return false;
+    // A QSettings keeps its first error for good; hence a new one for each attempt.
+    auto attempt = std::make_unique<QSettings>(fileName, QSettings::IniFormat);
+    for (const Change& change : qAsConst(changes)) {
+        if (change.isRemoval)
+            attempt->remove(change.key);
+        else
+            attempt->setValue(change.key, change.value);
+    }
+    attempt->sync();
+    const bool isWritten = attempt->status() == QSettings::NoError;
+    stored = std::move(attempt);
+    if (isWritten)
+        changes.clear();
+    return isWritten;
+}
+
+Settings::Settings()
+    : Settings(userFileName())
+{
+}
+
+Settings::Settings(const QString& fileName)
+    : d(new Private(fileName))
+{
+}
+
+Settings::~Settings()
+{
+    sync();
+}
+
+QVariant Settings::value(const QString& key, const QVariant& defaultValue) const
+{
+    const QString path = normalized(key);
+    if (path.isEmpty())
+        return defaultValue;
+    if (const Private::Change* const change = d->changeOf(path))
+        return change->isRemoval ? defaultValue : change->value;
+    return d->stored->value(path, defaultValue);
+}
+
+void Settings::setValue(const QString& key, const QVariant& value)
+{
+    const QString path = normalized(key);
+    if (!path.isEmpty())
+        d->add({path, value, false});
+}
+
+void Settings::remove(const QString& key)
+{
+    const QString path = normalized(key);
+    if (!path.isEmpty())
+        d->add({path, QVariant(), true});
+}
+
+bool Settings::sync()
+{
+    return d->write();
+}
+
+QString Settings::fileName() const
+{
+    return d->fileName;
+}

@@ -1,0 +1,106 @@
+#include "sqlsession_p.h"
+
+#include "database/exception.h"
+
+#include <QSqlDriver>
+
+#include <algorithm>
+
+namespace {
+
+QString explanation(const QSqlError& error, bool isSqlite)
+{
+    // SQLite's extended codes carry the primary one in their lowest byte.
+    enum { Busy = 5, Locked = 6, Corrupt = 11, NotADatabase = 26 };
+    bool isNumber = false;
+    const int code = error.nativeErrorCode().toInt(&isNumber) & 0xff;
+    if (isSqlite && isNumber) {
+        if (code == Busy || code == Locked)
+            return QStringLiteral("it is in use by another program");
+        if (code == Corrupt || code == NotADatabase)
+            return QStringLiteral("it is damaged");
+    }
+    const QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+    return text.simplified();
+}
+
+}
+
+SqlSession::SqlSession(const QSqlDatabase& connection, const QString& place)
+    : m_connection(connection)
+    , m_place(place)
+{
+}
+
+bool SqlSession::isSqlite() const
+{
+    return m_connection.driver()->dbmsType() == QSqlDriver::SQLite;
+}
+
+QString SqlSession::quoted(const QString& name) const
+{
+    // The drivers take a point for the end of a schema's name, quotes and brackets for an identifier that is
+    // quoted already, and they leave an empty name bare.
+    const auto isSpecial = [](QChar character) { return QStringLiteral(".\"`[]").contains(character); };
+    if (!name.isEmpty() && std::none_of(name.cbegin(), name.cend(), isSpecial))
+        return m_connection.driver()->escapeIdentifier(name, QSqlDriver::FieldName);
+    QString escaped = name;
+    escaped.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + escaped + QLatin1Char('"');
+}
+
+QSqlQuery SqlSession::prepared(const QString& statement) const
+{
+    QSqlQuery query(m_connection);
+    query.setForwardOnly(true);
+    if (!query.prepare(statement))
+        fail(query.lastError());
+    return query;
+}
+
+void SqlSession::run(QSqlQuery& query, const QVariantList& values) const
+{
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values[i]);
+    if (!query.exec())
+        fail(query.lastError());
+}
+
+QSqlQuery SqlSession::execute(const QString& statement, const QVariantList& values) const
+{
+    QSqlQuery query = prepared(statement);
+    run(query, values);
+    return query;
+}
+
+void SqlSession::fail(const QString& what) const
+{
+    throw Exception(QStringLiteral("Database \"%1\": %2.").arg(m_place.simplified(), what));
+}
+
+void SqlSession::fail(const QSqlError& error) const
+{
+    fail(explanation(error, isSqlite()));
+}
+
+SqlTransaction::SqlTransaction(const SqlSession& session)
+    : m_session(session)
+    , m_connection(session.connection())
+{
+    m_isOpen = m_connection.transaction();
+    if (!m_isOpen)
+        m_session.fail(m_connection.lastError());
+}
+
+SqlTransaction::~SqlTransaction()
+{
+    if (m_isOpen)
+        m_connection.rollback();
+}
+
+void SqlTransaction::commit()
+{
+    if (!m_connection.commit())
+        m_session.fail(m_connection.lastError());
+    m_isOpen = false;
+}

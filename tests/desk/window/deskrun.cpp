@@ -1,0 +1,28 @@
+#include "deskrun.h"
+
+#include <QProcess>
+
+QList<QByteArray> DeskRun::errorLines() const
+{
+    QList<QByteArray> lines = errors.split('\n');
+    lines.removeAll(QByteArray());
+    return lines;
+}
+
+DeskRun runDesk(const QStringList& arguments, const QString& folder)
+{
+    constexpr int patience = 60000;
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(QStringLiteral(OPTIONDESK_PROGRAM), arguments);
+    const bool ended = process.waitForFinished(patience);
+    DeskRun run;
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    if (ended && process.exitStatus() == QProcess::NormalExit)
+        run.exitCode = process.exitCode();
+    else
+        process.kill();
+    process.waitForFinished();
+    return run;
+}

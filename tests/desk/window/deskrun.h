@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+/// One run of the option desk's program, from its start to its end.
+struct DeskRun {
+    int exitCode = -1;
+    QByteArray output;
+    QByteArray errors;
+
+    /// The lines on standard error, without the line ends.
+    QList<QByteArray> errorLines() const;
+};
+
+/// Runs the program on the platform without a display, in a folder. A run that crashes or takes more than a
+/// minute has the exit code -1.
+DeskRun runDesk(const QStringList& arguments, const QString& folder);
