@@ -8,8 +8,9 @@ const double gc_dVolatMaxDefault = 3.0;
 
 bool commonFuzzyCompare(double first, double second)
 {
-    // The equality comes first: infinities have no finite distance.
-    return !(first < second || first > second)
-        ? !std::isnan(first) && !std::isnan(second)
-        : std::abs(first - second) * 1e12 <= std::min(std::abs(first), std::abs(second));
+    // Infinities have no distance: an infinite one would be within any tolerance of them.
+    if (first == second)
+        return true;
+    const double distance = std::abs(first - second);
+    return std::isfinite(distance) && distance * 1e12 <= std::min(std::abs(first), std::abs(second));
 }

@@ -1,0 +1,59 @@
+#include "goldenimage.h"
+
+#include <QDir>
+#include <QFontDatabase>
+
+namespace {
+
+QString fontFile()
+{
+    return QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+}
+
+int differentPixels(const QImage& a, const QImage& b)
+{
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x)
+            count += a.pixel(x, y) != b.pixel(x, y);
+    }
+    return count;
+}
+
+}
+
+QFont GoldenImage::font(int pointSize)
+{
+    static const int id = QFontDatabase::addApplicationFont(fontFile());
+    if (id < 0)
+        qFatal("%s of the package fonts-dejavu-core is missing", qPrintable(fontFile()));
+    QFont font(QFontDatabase::applicationFontFamilies(id).constFirst(), pointSize);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+QString GoldenImage::difference(const QImage& picture, const QString& name)
+{
+    const QString file = name + QStringLiteral(".png");
+    const QImage actual = picture.convertToFormat(QImage::Format_RGB32);
+    const QString golden = QDir(QStringLiteral(GOLDEN_IMAGES)).filePath(file);
+    if (qEnvironmentVariableIsSet("PLOT2D_REMAKE_GOLDEN"))
+        return actual.save(golden) ? QString() : QStringLiteral("cannot write ") + golden;
+
+    QImage expected(golden);
+    QString text;
+    if (expected.isNull()) {
+        text = QStringLiteral("there is no ") + golden;
+    } else if (expected.size() != actual.size()) {
+        text = QStringLiteral("%1x%2 pixels instead of %3x%4")
+                   .arg(actual.width())
+                   .arg(actual.height())
+                   .arg(expected.width())
+                   .arg(expected.height());
+    } else if (const int count = differentPixels(actual, expected.convertToFormat(QImage::Format_RGB32))) {
+        text = QStringLiteral("%1 pixels differ").arg(count);
+    }
+    if (!text.isEmpty())
+        actual.save(QDir(QStringLiteral(GOLDEN_DIFFERENCES)).filePath(file));
+    return text;
+}
