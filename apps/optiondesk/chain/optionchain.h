@@ -42,7 +42,7 @@ struct OptionChain {
     QString baseCode;
     /// The day of the prices; invalid where the source does not say.
     QDate asOf;
-    /// The smallest step of the option prices, at least that of the strikes' decimals; positive.
+    /// The largest of 1, 0.5, 0.25, 0.1, 0.05, 0.025, 0.01 ... that all prices and strikes are multiples of.
     decimal priceStep;
     /// Decimals of prices and strikes, 0 to 18.
     short decimals = 2;

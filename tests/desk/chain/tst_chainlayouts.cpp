@@ -44,7 +44,7 @@ void tst_chainlayouts::byOption_data()
                                    "P 60 a=0.1 v=12"};
     QTest::newRow("numpy's savetxt") << QByteArray("# strike,cp,price\n5e+01,C,4.285e+01\n6e+01,P,1e-01\n")
                                      << QStringList{head, "- -", "C 50 s=42.85", "P 60 s=0.1"};
-    QTest::newRow("yfinance") << QByteArray(
+    QTest::newRow("quote download") << QByteArray(
         "contractSymbol,lastTradeDate,strike,lastPrice,bid,ask,change,percentChange,volume,"
         "openInterest,impliedVolatility,inTheMoney,contractSize,currency\n"
         "AMB231215C00150000,2023-12-01 14:30:00+00:00,150.0,5.1,5.0,5.2,0.1,2.0,10.0,100,"

@@ -1,0 +1,158 @@
+#include "chain/chainstore.h"
+
+#include "chain/chaintables.h"
+#include "chain/securityrows.h"
+
+#include <database/table.h>
+
+#include <QHash>
+
+#include <algorithm>
+#include <tuple>
+
+namespace {
+
+QDate dayOfSession(qint64 session)
+{
+    return QDate::fromString(QString::number(session), QStringLiteral("yyyyMMdd"));
+}
+
+bool isOf(const SecurityRows& rows, const Record& row, const char* type)
+{
+    return rows.isOnChainBoard(row) && rows.text(row, "sectype") == QLatin1String(type);
+}
+
+std::optional<StoredSeries> readFuture(const SecurityRows& rows, const Record& row)
+{
+    if (!isOf(rows, row, "F"))
+        return std::nullopt;
+    const std::optional<decimal> step = rows.fixedPoint(row, "price_step");
+    const qint64 decimals = rows.integer(row, "decimals").value_or(-1);
+    StoredSeries series;
+    series.futureIsinId = int(rows.integer(row, "isin_id").value_or(0));
+    series.baseCode = rows.text(row, "base_code");
+    if (series.futureIsinId <= 0 || series.baseCode.isEmpty() || !step || *step <= decimal::zero
+        || decimals < 0 || decimals > decimal::maxDecimals)
+        return std::nullopt;
+    series.expiry = rows.day(row, "expdate");
+    series.asOf = dayOfSession(rows.integer(row, "sess_id").value_or(0));
+    series.priceStep = *step;
+    series.decimals = short(decimals);
+    const std::optional<decimal> forward = rows.fixedPoint(row, "cur_kotir_real");
+    if (forward && *forward > decimal::zero)
+        series.forward = forward->toDouble();
+    return series;
+}
+
+std::optional<OptionQuote> readOption(const SecurityRows& rows, const Record& row)
+{
+    const std::optional<decimal> strike = rows.fixedPoint(row, "strike");
+    const QString type = rows.text(row, "option_type");
+    const bool isCall = type == QLatin1String("C");
+    if (!strike || *strike <= decimal::zero || (!isCall && type != QLatin1String("P")))
+        return std::nullopt;
+    OptionQuote quote;
+    quote.type = isCall ? OptionType::Call : OptionType::Put;
+    quote.strike = *strike;
+    quote.bid = rows.fixedPoint(row, "bid");
+    quote.ask = rows.fixedPoint(row, "ask");
+    quote.last = rows.fixedPoint(row, "last");
+    quote.settlement = rows.fixedPoint(row, "settlement");
+    quote.volume = rows.integer(row, "volume");
+    quote.openInterest = rows.integer(row, "open_interest");
+    quote.volatility = rows.real(row, "volat");
+    return quote;
+}
+
+// All stored series, in the order of their expiry.
+QVector<StoredSeries> allSeries()
+{
+    Table* const table = ChainTables::find().securities;
+    if (!table)
+        return {};
+    const SecurityRows rows(*table);
+    QVector<StoredSeries> result;
+    QHash<qint64, int> optionCounts;
+    for (const Record& row : table->masterIndex()) {
+        if (const std::optional<StoredSeries> series = readFuture(rows, row))
+            result.append(*series);
+        else if (isOf(rows, row, "O") && readOption(rows, row))
+            ++optionCounts[rows.integer(row, "fut_isin_id").value_or(0)];
+    }
+    for (StoredSeries& series : result)
+        series.optionCount = optionCounts.value(series.futureIsinId);
+    std::stable_sort(result.begin(), result.end(),
+        [](const StoredSeries& a, const StoredSeries& b) { return a.expiry < b.expiry; });
+    return result;
+}
+
+}
+
+QStringList ChainStore::baseCodes()
+{
+    QStringList codes;
+    const QVector<StoredSeries> all = allSeries();
+    for (const StoredSeries& series : all)
+        codes.append(series.baseCode);
+    codes.sort();
+    codes.removeDuplicates();
+    return codes;
+}
+
+QVector<StoredSeries> ChainStore::series(const QString& baseCode)
+{
+    QVector<StoredSeries> result = allSeries();
+    const auto isOther = [&baseCode](const StoredSeries& series) { return series.baseCode != baseCode; };
+    result.erase(std::remove_if(result.begin(), result.end(), isOther), result.end());
+    return result;
+}
+
+std::optional<StoredSeries> ChainStore::seriesById(int futureIsinId)
+{
+    const QVector<StoredSeries> all = allSeries();
+    for (const StoredSeries& series : all) {
+        if (series.futureIsinId == futureIsinId)
+            return series;
+    }
+    return std::nullopt;
+}
+
+OptionSeries ChainStore::options(int futureIsinId)
+{
+    const std::optional<StoredSeries> stored = seriesById(futureIsinId);
+    if (!stored)
+        return {};
+    Table* const table = ChainTables::find().securities;
+    const SecurityRows rows(*table);
+    OptionSeries series{stored->expiry, stored->forward, {}};
+    for (const Record& row : table->masterIndex()) {
+        if (!isOf(rows, row, "O") || rows.integer(row, "fut_isin_id") != qint64(futureIsinId))
+            continue;
+        if (const std::optional<OptionQuote> quote = readOption(rows, row))
+            series.quotes.append(*quote);
+    }
+    std::stable_sort(
+        series.quotes.begin(), series.quotes.end(), [](const OptionQuote& a, const OptionQuote& b) {
+            return std::make_tuple(a.strike, char(a.type)) < std::make_tuple(b.strike, char(b.type));
+        });
+    return series;
+}
+
+std::optional<OptionChain> ChainStore::chain(const QString& baseCode)
+{
+    OptionChain chain;
+    chain.baseCode = baseCode;
+    const QVector<StoredSeries> stored = series(baseCode);
+    for (const StoredSeries& one : stored) {
+        if (one.optionCount == 0)
+            continue;
+        const bool first = chain.series.isEmpty();
+        chain.asOf = first ? one.asOf : std::max(chain.asOf, one.asOf);
+        chain.priceStep = first ? one.priceStep : std::min(chain.priceStep, one.priceStep);
+        chain.decimals = first ? one.decimals : std::max(chain.decimals, one.decimals);
+        chain.series.append(options(one.futureIsinId));
+    }
+    if (chain.series.isEmpty())
+        return std::nullopt;
+    return chain;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "chain/optionchain.h"
+
+#include <QStringList>
+
+/// What the table knows of a series, without its options.
+struct StoredSeries {
+    /// The future's ISIN id; with chainBoardId it names the instrument to a plot.
+    int futureIsinId = 0;
+    QString baseCode;
+    /// Invalid where it is not known.
+    QDate expiry;
+    /// The day of the prices, invalid where it is not known.
+    QDate asOf;
+    std::optional<double> forward;
+    /// Step and decimals of the prices; positive, and 0 to 18.
+    decimal priceStep;
+    short decimals = 2;
+    int optionCount = 0;
+};
+
+/// Reads stored chains back from the host's table "securities". Rows of other boards, and rows that an
+/// import cannot have written, are passed over; without a table nothing is stored.
+namespace ChainStore {
+
+/// The base codes of all stored series, sorted, each once.
+QStringList baseCodes();
+
+/// The series of a base code, ascending by expiry, one of no expiry first.
+QVector<StoredSeries> series(const QString& baseCode);
+
+/// One series by its future; empty without such a future.
+std::optional<StoredSeries> seriesById(int futureIsinId);
+
+/// The options of a series, ascending by strike, the call first; with the series' expiry and forward.
+/// No quotes and no expiry without such a future.
+OptionSeries options(int futureIsinId);
+
+/// All series of a base code that have options; empty if there is none. The day is the latest of the
+/// series' days, the price step the smallest of theirs, the decimals the largest of theirs.
+std::optional<OptionChain> chain(const QString& baseCode);
+
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QStringList>
+
+/// The names of the built-in sample chains, files of Qt's resources that readChain() takes; sorted.
+QStringList sampleChainFiles();
