@@ -63,7 +63,7 @@ const Aliases aliasTable[] = {
     {Column::Code,
         "base code|underlying symbol|underlying code|underlying ticker|und symbol|und sym|act symbol|root|"
         "root symbol|option root|product|product code|product symbol|commodity|commodity code|asset|ticker|"
-        "symbol|instrument|contract|contract symbol|option symbol|option code|option ticker|occ symbol|occ"},
+        "symbol|instrument|contract|contract symbol|option symbol|option code|option ticker|osi symbol"},
 };
 
 QHash<QString, ColumnName> makeDictionary()

@@ -54,7 +54,7 @@ void tst_chainlayouts::byOption_data()
                               << QStringList{"AMB - step 0.1 decimals 1", "2023-12-15 -",
                                      "C 150 b=5 a=5.2 l=5.1 v=10 i=100 iv=0.3005",
                                      "P 150 b=4 a=4.2 l=4.1 i=7 iv=0.3125"};
-    QTest::newRow("OptionMetrics' names")
+    QTest::newRow("long names")
         << QByteArray("date,symbol,exdate,cp_flag,strike_price,best_bid,best_offer,volume,open_interest,"
                       "impl_volatility\n20121001,AMB,20121116,C,50,42.8,42.9,1,2,0.25\n"
                       "20121001,AMB,20121116,P,50,0.1,0.2,3,4,0.35\n")
