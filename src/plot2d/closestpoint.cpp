@@ -13,7 +13,7 @@ constexpr double percent = 100.0;
 
 bool ClosestPoint::isUsableStep(double priceStep)
 {
-    return !(priceStep < 0.0) && !isFuzzyEqual(1.0, 1.0 + priceStep);
+    return priceStep >= 0.0 && !isFuzzyEqual(1.0, 1.0 + priceStep);
 }
 
 bool ClosestPoint::isUsableView(const ClosestPointCalcParams& params)

@@ -334,6 +334,8 @@ void tst_Plot2dCommon::scaleDrawFuzzyCompare_data()
     QTest::newRow("zero and the smallest") << 0.0 << smallest << false;
     QTest::newRow("smallest twice") << smallest << smallest << true;
     QTest::newRow("smallest and the next") << smallest << 2.0 * smallest << false;
+    QTest::newRow("subnormals at the tolerance") << 1e8 * smallest << (1e8 + 1.0) * smallest << true;
+    QTest::newRow("subnormals beyond the tolerance") << 6e7 * smallest << (6e7 + 1.0) * smallest << false;
     QTest::newRow("largest twice") << largest << largest << true;
     QTest::newRow("largest and the one below") << largest << std::nextafter(largest, 0.0) << true;
     QTest::newRow("largest and lowest") << largest << -largest << false;
