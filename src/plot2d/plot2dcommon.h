@@ -32,7 +32,8 @@ PLOT2D_EXPORT int integerLength(double value);
 PLOT2D_EXPORT double roundValue(double value, int decimals);
 
 /// Whether two axis values are equal within 1e-8 of the smaller magnitude, a tolerance for positions that
-/// come out of repeated additions of a price step. Zero equals zero alone, NaN nothing; infinities are not for it.
+/// come out of repeated additions of a price step. Zero equals zero alone, NaN nothing; infinities are not
+/// for it.
 PLOT2D_EXPORT bool scaleDrawFuzzyCompare(double a, double b);
 
 }

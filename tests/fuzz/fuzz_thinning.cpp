@@ -35,8 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     };
     const LabelThinning::Result result = LabelThinning::thinned(ticks, quote, measure);
     FUZZ_EXPECT(std::is_sorted(result.ticks.cbegin(), result.ticks.cend()));
-    FUZZ_EXPECT(std::includes(
-        distinct.cbegin(), distinct.cend(), result.ticks.cbegin(), result.ticks.cend()));
+    FUZZ_EXPECT(
+        std::includes(distinct.cbegin(), distinct.cend(), result.ticks.cbegin(), result.ticks.cend()));
     FUZZ_EXPECT(measured <= 4L * ticks.size() + 64);
     return 0;
 }

@@ -16,7 +16,7 @@ public:
 
     template <typename Value> Value take()
     {
-        Value value {};
+        Value value{};
         const std::size_t size = m_left < sizeof(Value) ? m_left : sizeof(Value);
         std::memcpy(&value, m_data, size);
         m_data += size;
@@ -24,7 +24,8 @@ public:
         return value;
     }
 
-    /// A double of any bits, or, so that neighbours and round numbers are met as well, a small decimal number.
+    /// A double of any bits, or, so that neighbours and round numbers are met as well, a small decimal
+    /// number.
     double takeDouble()
     {
         constexpr std::uint8_t decimalKind = 0x80;

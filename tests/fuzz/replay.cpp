@@ -1,5 +1,5 @@
-// Runs a fuzz target over files, and over the files of folders, and over what is cut off and changed in each of
-// them: the tests' part of fuzzing, without a fuzzer.
+// Runs a fuzz target over files, and over the files of folders, and over what is cut off and changed in each
+// of them: the tests' part of fuzzing, without a fuzzer.
 
 #include <algorithm>
 #include <cstdint>

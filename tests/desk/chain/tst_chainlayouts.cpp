@@ -51,15 +51,16 @@ void tst_chainlayouts::byOption_data()
         "0.3005,True,REGULAR,USD\n"
         "AMB231215P00150000,2023-11-30 14:30:00+00:00,150.0,4.1,4.0,4.2,0.1,2.0,,7,0.3125,"
         "False,REGULAR,USD\n")
-                              << QStringList{"AMB - step 0.1 decimals 1", "2023-12-15 -",
-                                     "C 150 b=5 a=5.2 l=5.1 v=10 i=100 iv=0.3005",
-                                     "P 150 b=4 a=4.2 l=4.1 i=7 iv=0.3125"};
-    QTest::newRow("long names")
-        << QByteArray("date,symbol,exdate,cp_flag,strike_price,best_bid,best_offer,volume,open_interest,"
-                      "impl_volatility\n20121001,AMB,20121116,C,50,42.8,42.9,1,2,0.25\n"
-                      "20121001,AMB,20121116,P,50,0.1,0.2,3,4,0.35\n")
-        << QStringList{"AMB 2012-10-01 step 0.1 decimals 1", "2012-11-16 -",
-               "C 50 b=42.8 a=42.9 v=1 i=2 iv=0.25", "P 50 b=0.1 a=0.2 v=3 i=4 iv=0.35"};
+                                    << QStringList{"AMB - step 0.1 decimals 1", "2023-12-15 -",
+                                           "C 150 b=5 a=5.2 l=5.1 v=10 i=100 iv=0.3005",
+                                           "P 150 b=4 a=4.2 l=4.1 i=7 iv=0.3125"};
+    QTest::newRow("long names") << QByteArray(
+        "date,symbol,exdate,cp_flag,strike_price,best_bid,best_offer,volume,open_interest,"
+        "impl_volatility\n20121001,AMB,20121116,C,50,42.8,42.9,1,2,0.25\n"
+        "20121001,AMB,20121116,P,50,0.1,0.2,3,4,0.35\n")
+                                << QStringList{"AMB 2012-10-01 step 0.1 decimals 1", "2012-11-16 -",
+                                       "C 50 b=42.8 a=42.9 v=1 i=2 iv=0.25",
+                                       "P 50 b=0.1 a=0.2 v=3 i=4 iv=0.35"};
     QTest::newRow("retail screen") << QByteArray(
         "Strike,Moneyness,Bid,Mid,Ask,Last,Change,%Chg,Volume,\"Open Int\",Vol/OI,IV,Delta,Type,Time\n"
         "\"1,050.00\",-5.1%,12.5,12.6,12.7,12.55,+0.5,+4%,\"1,200\",\"10,000\",0.12,35.20%,0.6,Call,"

@@ -9,11 +9,12 @@ QList<QByteArray> DeskRun::errorLines() const
     return lines;
 }
 
-DeskRun runDesk(const QStringList& arguments, const QString& folder)
+DeskRun runDesk(const QStringList& arguments, const QString& folder, const QProcessEnvironment& environment)
 {
     constexpr int patience = 60000;
     QProcess process;
     process.setWorkingDirectory(folder);
+    process.setProcessEnvironment(environment);
     process.start(QStringLiteral(OPTIONDESK_PROGRAM), arguments);
     const bool ended = process.waitForFinished(patience);
     DeskRun run;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QProcessEnvironment>
 #include <QStringList>
 
 /// One run of the option desk's program, from its start to its end.
@@ -13,6 +14,7 @@ struct DeskRun {
     QList<QByteArray> errorLines() const;
 };
 
-/// Runs the program on the platform without a display, in a folder. A run that crashes or takes more than a
-/// minute has the exit code -1.
-DeskRun runDesk(const QStringList& arguments, const QString& folder);
+/// Runs the program in a folder; the tests' environment has the platform without a display. A run that
+/// crashes or takes more than a minute has the exit code -1.
+DeskRun runDesk(const QStringList& arguments, const QString& folder,
+    const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());

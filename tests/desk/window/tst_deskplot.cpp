@@ -13,6 +13,7 @@
 #include <qwt_plot_grid.h>
 #include <qwt_plot_marker.h>
 #include <qwt_scale_map.h>
+#include <qwt_scale_widget.h>
 
 #include <cmath>
 
@@ -32,6 +33,8 @@ private Q_SLOTS:
     void fitsTheVisibleCurvesWithRoom();
     void labelsPercentInTheVolatilityView();
     void hidesWhatTheLegendUnchecks();
+    void labelsFit_data();
+    void labelsFit();
     void legendFits_data();
     void legendFits();
     void showsNothingAtAll();
@@ -274,6 +277,39 @@ void tst_deskplot::hidesWhatTheLegendUnchecks()
     legend->setCheckBoxChecked(QStringLiteral("Forward"), true);
     QVERIFY(curveOf(*m_plot, 9)->isVisible());
     QVERIFY(DeskTest::countPixels(picture().copy(canvasRect().toRect()), red) > 100);
+}
+
+void tst_deskplot::labelsFit_data()
+{
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    QTest::newRow("as shown first") << 0.0 << 0.0;
+    // Ends of the axis next to a labelled price.
+    QTest::newRow("labels at the ends") << 70.0 << 130.0;
+    QTest::newRow("just inside") << 69.9 << 130.1;
+    QTest::newRow("medium ticks at the ends") << 29.9 << 170.1;
+}
+
+void tst_deskplot::labelsFit()
+{
+    QFETCH(double, low);
+    QFETCH(double, high);
+    show(DeskView::Volatility);
+    if (low < high)
+        m_plot->setAxisScale(QwtPlot::xBottom, low, high, 0.0);
+    picture();
+    const QwtScaleWidget* axis = m_plot->axisWidget(QwtPlot::xBottom);
+    const QwtScaleDraw* draw = axis->scaleDraw();
+    int looked = 0;
+    for (const int type : {int(QwtScaleDiv::MajorTick), int(QwtScaleDiv::MediumTick)}) {
+        const QList<double> ticks = draw->scaleDiv().ticks(type);
+        for (const double tick : ticks) {
+            const QRect label = draw->boundingLabelRect(axis->font(), tick);
+            QVERIFY2(axis->rect().contains(label), qPrintable(QString::number(tick)));
+            ++looked;
+        }
+    }
+    QVERIFY(looked > 4);
 }
 
 void tst_deskplot::legendFits_data()

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void refusesBadDatabases_data();
     void refusesBadDatabases();
     void failsToWriteAPicture();
+    void needsADisplayForAWindow();
     void drawsTheSize_data();
     void drawsTheSize();
     void drawsTheSameEveryTime();
@@ -190,6 +191,22 @@ void tst_optiondesk::failsToWriteAPicture()
     QVERIFY2(result.errorLines().size() == 1, result.errors);
     QVERIFY2(result.errors.contains("none/p.png"), result.errors);
     QCOMPARE(result.output, QByteArray());
+}
+
+void tst_optiondesk::needsADisplayForAWindow()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"})
+        environment.remove(QString::fromLatin1(name));
+    const DeskRun window = runDesk({}, m_folder->path(), environment);
+    QCOMPARE(window.exitCode, 1);
+    QVERIFY2(window.errorLines().size() == 1, window.errors);
+    QVERIFY2(window.errors.contains("display"), window.errors);
+
+    const DeskRun picture = runDesk({"--picture", "p.png"}, m_folder->path(), environment);
+    QCOMPARE(picture.exitCode, 0);
+    QCOMPARE(picture.errors, QByteArray());
+    QCOMPARE(QImage(path("p.png")).size(), QSize(1000, 640));
 }
 
 void tst_optiondesk::drawsTheSize_data()

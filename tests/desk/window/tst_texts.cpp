@@ -15,6 +15,7 @@ private Q_SLOTS:
     void statusCounts();
     void forwardsWithTheirSource_data();
     void forwardsWithTheirSource();
+    void tellsTheSmilesError();
     void noticesAnAssumedTime();
     void joinsLines();
 };
@@ -106,7 +107,7 @@ void tst_texts::forwardsWithTheirSource_data()
     QTest::addColumn<ForwardSource>("source");
     QTest::addColumn<QString>("begin");
     QTest::newRow("stated") << 92.85 << ForwardSource::Stated << "Forward 92.85 ";
-    QTest::newRow("parity") << 92.855 << ForwardSource::Parity << "Forward 92.855 (put-call parity) ";
+    QTest::newRow("parity") << 92.855 << ForwardSource::Parity << "Forward 92.855 (parity) ";
     QTest::newRow("given") << 90.0 << ForwardSource::Given << "Forward 90.00 (as given) ";
 }
 
@@ -120,6 +121,23 @@ void tst_texts::forwardsWithTheirSource()
     shown.forwardSource = source;
     const QString status = Texts::status(shown);
     QVERIFY2(status.startsWith(begin), qPrintable(status));
+}
+
+void tst_texts::tellsTheSmilesError()
+{
+    ShownSeries shown = series();
+    // Two points of one strike: the smile goes through the middle.
+    shown.smile = Pricing::Smile::fit(
+        {{100.0, OptionType::Put, 0.30, 1.0, 0.01, true}, {100.0, OptionType::Call, 0.34, 1.0, 0.01, true}});
+    QVERIFY(shown.smile.has_value());
+    const double points = shown.smile->rmsError() * 100.0;
+    QVERIFY(points > 1.0);
+    QString expected = QStringLiteral("smile error %1 vol points").arg(points, 0, 'f', 2);
+    QVERIFY2(Texts::status(shown).endsWith(expected), qPrintable(Texts::status(shown)));
+
+    shown.smile = Pricing::Smile::fit({{100.0, OptionType::Put, 0.30, 1.0, 0.01, true}});
+    QVERIFY2(Texts::status(shown).endsWith(QStringLiteral("smile error below 0.01 vol points")),
+        qPrintable(Texts::status(shown)));
 }
 
 void tst_texts::noticesAnAssumedTime()
