@@ -1,0 +1,84 @@
+#include "window/commandline.h"
+#include "window/deskwindow.h"
+#include "window/picture.h"
+#include "window/platform.h"
+#include "window/session.h"
+#include "window/texts.h"
+
+#include <database/exception.h>
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int success = 0;
+constexpr int failedOutput = 1;
+constexpr int badInput = 2;
+
+void say(const QString& text)
+{
+    std::fprintf(stderr, "optiondesk: %s\n", QFile::encodeName(Texts::oneLine(text)).constData());
+}
+
+int fail(const QString& reason, int exitCode)
+{
+    say(reason);
+    return exitCode;
+}
+
+int savePicture(DeskWindow& window, const CommandLine& options)
+{
+    try {
+        Picture::save(Picture::take(window, options.size), options.pictureFile);
+    } catch (const Exception& error) {
+        return fail(error.text(), failedOutput);
+    }
+    std::printf("%s\n", QFile::encodeName(QFileInfo(options.pictureFile).absoluteFilePath()).constData());
+    return success;
+}
+
+int run(const CommandLine& options)
+{
+    const Session session = openSession(options);
+    DeskWindow window(*session.data, options.view);
+    window.showSeries(session.futureIsinId, session.given);
+    const QString notice = Texts::notice(*window.shownSeries());
+    if (!notice.isEmpty())
+        say(notice);
+    if (!options.pictureFile.isEmpty())
+        return savePicture(window, options);
+    window.resize(options.size);
+    window.show();
+    return QApplication::exec();
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    Platform::prepare();
+    QApplication application(argc, argv);
+    Platform::setUp();
+    QApplication::setApplicationName(QStringLiteral("optiondesk"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Option desk"));
+    QApplication::setApplicationVersion(QStringLiteral(OPTIONDESK_VERSION));
+
+    const ParsedCommandLine commandLine = parseCommandLine(QCoreApplication::arguments());
+    if (commandLine.action == ParsedCommandLine::Action::PrintText) {
+        std::fputs(qPrintable(commandLine.text), stdout);
+        return success;
+    }
+    if (commandLine.action == ParsedCommandLine::Action::Fail)
+        return fail(commandLine.text, badInput);
+    if (Platform::isInvisible() && commandLine.options.pictureFile.isEmpty())
+        return fail(
+            QStringLiteral("there is no display; --picture draws the window into a file"), failedOutput);
+    try {
+        return run(commandLine.options);
+    } catch (const Exception& error) {
+        return fail(error.text(), badInput);
+    }
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+class PriceBased2dPlotConverter;
+
+/// What the labels of the price axis show.
+enum class AxisMode { Price, PointsFromQuote, PercentOfQuote };
+
+namespace AxisModes {
+
+/// A mode with its name on the command line and in the menu.
+struct Description {
+    AxisMode mode;
+    QString name;
+    QString menuText;
+};
+
+/// All modes, in the order of the menu.
+const QVector<Description>& all();
+
+/// The mode of a name on the command line.
+std::optional<AxisMode> fromName(const QString& name);
+
+/// Lets a converter show prices in a mode, relative to a quote. A quote that is not positive and finite has
+/// nothing relative to it: prices are shown then.
+void apply(AxisMode mode, double quote, PriceBased2dPlotConverter& converter);
+
+/// The title of the axis.
+QString axisTitle(AxisMode mode);
+
+}

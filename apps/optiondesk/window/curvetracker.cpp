@@ -1,0 +1,37 @@
+#include "window/curvetracker.h"
+
+#include <plot2d/pricebased2dplot.h>
+#include <plot2d/pricebased2dplotcurve.h>
+#include <plot2d/pricebased2dplotpicker.h>
+
+#include <QMouseEvent>
+
+CurveTracker::CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker)
+    : QObject(picker)
+    , m_plot(plot)
+    , m_picker(picker)
+{
+    // Of several filters the last one comes first: the text is there before the picker shows it.
+    plot->canvas()->installEventFilter(this);
+}
+
+bool CurveTracker::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseMove && m_plot && m_picker)
+        track(static_cast<QMouseEvent*>(event)->localPos());
+    return QObject::eventFilter(watched, event);
+}
+
+void CurveTracker::track(const QPointF& canvasPosition)
+{
+    m_picker->setPosition(m_picker->transformedPoint(canvasPosition));
+    const ClosestPointParams closest = m_picker->getClosestCurveParams(m_picker->usedCurves());
+    QString text;
+    if (closest.curve && closest.index >= 0) {
+        const QPointF sample = closest.curve->sample(closest.index);
+        text = QStringLiteral("%1\n%2  %3")
+                   .arg(closest.curve->title().text(), m_plot->xAxisConvertedValue(sample.x()),
+                       m_picker->convertedValue(sample.y()));
+    }
+    m_picker->setTrackerText(m_picker->renderedText(text));
+}

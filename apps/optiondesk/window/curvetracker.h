@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class PriceBased2dPlot;
+class PriceBased2dPlotPicker;
+
+/// Tells the picker, as the cursor moves over the canvas, which curve's point is nearest and what its tracker
+/// shows: the curve's title, the price, and the value as the picker converts it.
+class CurveTracker : public QObject {
+    Q_OBJECT
+
+public:
+    /// The picker of a plot; it becomes the parent.
+    CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void track(const QPointF& canvasPosition);
+
+    QPointer<PriceBased2dPlot> m_plot;
+    QPointer<PriceBased2dPlotPicker> m_picker;
+};

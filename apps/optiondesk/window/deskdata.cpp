@@ -1,0 +1,184 @@
+#include "window/deskdata.h"
+
+#include "window/serieschoice.h"
+#include "window/texts.h"
+
+#include <chain/chainimport.h>
+#include <chain/chainreader.h>
+#include <chain/chaintables.h>
+#include <chain/samplechains.h>
+#include <database/exception.h>
+
+namespace {
+
+SqlStorage::Connection connectionTo(const QString& file)
+{
+    SqlStorage::Connection connection;
+    connection.databaseName = file.isEmpty() ? QStringLiteral(":memory:") : file;
+    return connection;
+}
+
+SeriesData dataOf(const OptionChain& chain, int position)
+{
+    return {chain.baseCode, chain.asOf, chain.priceStep, chain.decimals, chain.series.at(position)};
+}
+
+SeriesData dataOf(const StoredSeries& stored, const SeriesFacts& given)
+{
+    SeriesData data{stored.baseCode, stored.asOf, stored.priceStep, stored.decimals,
+        ChainStore::options(stored.futureIsinId)};
+    if (given.asOf.isValid())
+        data.asOf = given.asOf;
+    if (given.expiry.isValid() && !data.options.expiry.isValid())
+        data.options.expiry = given.expiry;
+    return data;
+}
+
+QVector<QDate> expiriesOf(const OptionChain& chain)
+{
+    QVector<QDate> expiries;
+    for (const OptionSeries& series : chain.series)
+        expiries.append(series.expiry);
+    return expiries;
+}
+
+Exception noSuchExpiry(const QString& what, const QDate& expiry, const QVector<QDate>& expiries)
+{
+    QStringList known;
+    for (const QDate& date : expiries) {
+        const QString text = date.isValid() ? date.toString(Qt::ISODate) : QStringLiteral("unknown");
+        if (!known.contains(text))
+            known.append(text);
+    }
+    return Exception(QStringLiteral("%1: no series expires on %2; the expiries are %3")
+                         .arg(what, expiry.toString(Qt::ISODate), known.join(QStringLiteral(", "))));
+}
+
+// Dates that the data states may contradict each other, those of the user may not.
+void checkDates(const SeriesFacts& given, const SeriesData& data)
+{
+    const QDate expiry = data.options.expiry;
+    const bool isGiven = given.asOf.isValid() || given.expiry.isValid();
+    if (isGiven && data.asOf.isValid() && expiry.isValid() && expiry <= data.asOf)
+        throw Exception(
+            QStringLiteral("%1: the expiry %2 is not after the date of the prices, %3")
+                .arg(data.baseCode, expiry.toString(Qt::ISODate), data.asOf.toString(Qt::ISODate)));
+}
+
+int seriesToShow(const SeriesFacts& given, const OptionChain& chain)
+{
+    if (given.expiry.isValid()) {
+        const QVector<QDate> expiries = expiriesOf(chain);
+        const int position = SeriesChoice::ofExpiry(expiries, given.expiry);
+        if (position < 0)
+            throw noSuchExpiry(chain.baseCode, given.expiry, expiries);
+        return position;
+    }
+    const int position = SeriesChoice::nearest(
+        chain.series.size(), [&chain](int i) { return dataOf(chain, i); }, given.forward);
+    // Of series that cannot be shown the first one tells why.
+    return std::max(position, 0);
+}
+
+}
+
+int applyFacts(const SeriesFacts& given, OptionChain* chain)
+{
+    if (chain->series.isEmpty())
+        throw Exception(QStringLiteral("%1: there are no options").arg(chain->baseCode));
+    if (given.asOf.isValid())
+        chain->asOf = given.asOf;
+    if (given.expiry.isValid() && chain->series.size() == 1 && !chain->series.first().expiry.isValid())
+        chain->series.first().expiry = given.expiry;
+
+    const int position = seriesToShow(given, *chain);
+    const SeriesData data = dataOf(*chain, position);
+    checkDates(given, data);
+    valuedSeries(data, given.forward);
+    if (given.forward)
+        chain->series[position].forward = given.forward;
+    return position;
+}
+
+DeskData::DeskData(const QString& databaseFile)
+    : m_storage(connectionTo(databaseFile))
+{
+    m_storage.open();
+    const ChainTables tables = ChainTables::make();
+    m_storage.attach(tables.boards);
+    m_storage.attach(tables.securities);
+}
+
+bool DeskData::isEmpty() const
+{
+    return ChainStore::baseCodes().isEmpty();
+}
+
+int DeskData::import(const OptionChain& chain, int position)
+{
+    m_quote.takeBack();
+    ChainImport(m_storage).import(chain);
+    const QVector<StoredSeries> stored = ChainStore::series(chain.baseCode);
+    const QDate expiry = chain.series.at(position).expiry;
+    for (const StoredSeries& series : stored) {
+        if (series.expiry == expiry)
+            return series.futureIsinId;
+    }
+    throw Exception(QStringLiteral("%1: the series was not stored").arg(chain.baseCode));
+}
+
+void DeskData::importSamples()
+{
+    const QStringList files = sampleChainFiles();
+    for (const QString& file : files)
+        import(readChain(file), 0);
+}
+
+int DeskData::firstSeries(const SeriesFacts& given) const
+{
+    QVector<QDate> expiries;
+    const QStringList codes = ChainStore::baseCodes();
+    for (const QString& code : codes) {
+        const QVector<StoredSeries> stored = ChainStore::series(code);
+        if (given.expiry.isValid()) {
+            QVector<QDate> ofCode;
+            for (const StoredSeries& series : stored)
+                ofCode.append(series.expiry);
+            const bool takesExpiry = stored.size() == 1 && !stored.first().expiry.isValid();
+            const int position = takesExpiry ? 0 : SeriesChoice::ofExpiry(ofCode, given.expiry);
+            if (position >= 0)
+                return stored.at(position).futureIsinId;
+            expiries += ofCode;
+            continue;
+        }
+        const int position = SeriesChoice::nearest(
+            stored.size(), [&](int i) { return dataOf(stored.at(i), given); }, given.forward);
+        if (position >= 0)
+            return stored.at(position).futureIsinId;
+    }
+    if (given.expiry.isValid())
+        throw noSuchExpiry(codes.join(QStringLiteral(", ")), given.expiry, expiries);
+    throw Exception(QStringLiteral("no stored series has a forward or the prices to take it from"));
+}
+
+QVector<StoredSeries> DeskData::series() const
+{
+    QVector<StoredSeries> all;
+    const QStringList codes = ChainStore::baseCodes();
+    for (const QString& code : codes)
+        all += ChainStore::series(code);
+    return all;
+}
+
+ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)
+{
+    m_quote.takeBack();
+    const std::optional<StoredSeries> stored = ChainStore::seriesById(futureIsinId);
+    if (!stored)
+        throw Exception(QStringLiteral("the series is not stored any more"));
+    const SeriesData data = dataOf(*stored, given);
+    checkDates(given, data);
+    ShownSeries shown = valuedSeries(data, given.forward);
+    m_quote.lend(futureIsinId, shown.market.forward);
+    return shown;
+}

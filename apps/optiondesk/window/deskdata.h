@@ -1,0 +1,54 @@
+#pragma once
+
+#include "window/futurequote.h"
+#include "window/shownseries.h"
+
+#include <chain/chainstore.h>
+#include <database/sqlstorage.h>
+
+#include <QObject>
+#include <QVector>
+
+#include <optional>
+
+/// Makes a chain what the user says it is: sets the date of its prices, the expiry of the single series of a
+/// chain that states none, and the forward of the series to show.
+///
+/// Gives the position of the series to show: that of the given expiry, else SeriesChoice::nearest(). Throws
+/// Exception, with the chain in any state, where there is no such series, it has no forward, or a given date
+/// is not before the expiry.
+int applyFacts(const SeriesFacts& given, OptionChain* chain);
+
+/// The chains in the host's tables and the database behind them.
+///
+/// The tables belong to the process; there is one object of this class at a time.
+class DeskData {
+public:
+    /// Opens the database, a SQLite file that is made where there is none; in memory for an empty name.
+    /// Throws Exception where it is damaged or of something else.
+    explicit DeskData(const QString& databaseFile);
+
+    bool isEmpty() const;
+
+    /// Stores a chain in one transaction and gives the ISIN id of the future of its series at a position, for
+    /// show(). Throws Exception, with everything as it was, where that fails.
+    int import(const OptionChain& chain, int position);
+
+    /// Stores the bundled samples.
+    void importSamples();
+
+    /// The future of the series to show first among those stored: of the given expiry, else the nearest of
+    /// the first base code that has one. Throws Exception as applyFacts() does.
+    int firstSeries(const SeriesFacts& given) const;
+
+    /// All stored series, by base code, then by expiry.
+    QVector<StoredSeries> series() const;
+
+    /// Values a stored series and lends its future the forward as quote until another one is shown. Throws
+    /// Exception, with no quote lent, where it has no forward, or a given date is not before the expiry.
+    ShownSeries show(int futureIsinId, const SeriesFacts& given);
+
+private:
+    SqlStorage m_storage;
+    FutureQuote m_quote;
+};

@@ -1,0 +1,267 @@
+#include "window/deskplot.h"
+
+#include "window/curvelook.h"
+#include "window/curvetracker.h"
+#include "window/percentconversion.h"
+#include "window/texts.h"
+
+#include <chain/chaintables.h>
+#include <plot2d/pricebased2dplotcurve.h>
+#include <plot2d/pricebased2dplotlegend.h>
+#include <plot2d/pricebased2dplotpicker.h>
+#include <plot2d/pricebased2dplotscaledraw.h>
+
+#include <QLayout>
+
+#include <qwt_plot_canvas.h>
+#include <qwt_plot_grid.h>
+#include <qwt_plot_layout.h>
+#include <qwt_plot_marker.h>
+#include <qwt_scale_widget.h>
+#include <qwt_text.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+// Of the height, above and below the curves.
+constexpr double verticalMargin = 0.05;
+
+// Pixels between the entries of the legend, to the left and right inside of each, and around all.
+constexpr int legendSpacing = 6;
+constexpr int legendMargin = 5;
+constexpr int legendReserve = 20;
+
+PriceInterval intervalOf(const ShownSeries& series)
+{
+    PriceInterval interval;
+    const QVector<OptionQuote>& quotes = series.data.options.quotes;
+    if (quotes.isEmpty())
+        return interval;
+    decimal step = decimal::maximum;
+    for (int i = 1; i < quotes.size(); ++i) {
+        const decimal distance = quotes[i].strike - quotes[i - 1].strike;
+        if (distance > decimal::zero && distance < step)
+            step = distance;
+    }
+    const bool oneStrike = quotes.first().strike == quotes.last().strike;
+    // A plot shows no quote over an interval without width.
+    const decimal margin = oneStrike ? series.data.priceStep : decimal::zero;
+    interval.minPrice = (quotes.first().strike - margin).toDouble();
+    interval.maxPrice = (quotes.last().strike + margin).toDouble();
+    interval.minStep = (oneStrike ? series.data.priceStep : step).toDouble();
+    interval.valid = true;
+    return interval;
+}
+
+// The most columns of entries, filled row by row, that stand side by side in a width; at least one.
+int columnsThatFit(const QVector<int>& entryWidths, int width)
+{
+    for (int columns = entryWidths.size(); columns > 1; --columns) {
+        QVector<int> columnWidths(columns, 0);
+        for (int i = 0; i < entryWidths.size(); ++i)
+            columnWidths[i % columns] = std::max(columnWidths[i % columns], entryWidths[i]);
+        if (std::accumulate(columnWidths.begin(), columnWidths.end(), (columns - 1) * legendSpacing) <= width)
+            return columns;
+    }
+    return 1;
+}
+
+void showAsPercent(PriceBased2dPlotConverter& converter, bool percent)
+{
+    converter.setConvertionObject(percent ? new PercentConversion : nullptr);
+    converter.setConversionMethod(&Conversion::forward);
+    converter.setConversionEnabled(percent);
+    converter.setMetricUnit(percent ? QStringLiteral("%") : QString());
+}
+
+}
+
+DeskPlot::DeskPlot(QWidget* parent)
+    : PriceBased2dPlot(true, parent)
+    , m_legend(new PriceBased2dPlotLegend(this))
+{
+    setUpItems();
+    setUpFonts();
+    setUpObservers();
+}
+
+void DeskPlot::setUpItems()
+{
+    auto* const grid = new QwtPlotGrid;
+    grid->attach(this);
+    setGridEnabled(false);
+
+    m_legend->initCore();
+    m_legend->contentsWidget()->layout()->setSpacing(legendSpacing);
+    insertLegend(m_legend, QwtPlot::BottomLegend);
+
+    if (auto* const frame = qobject_cast<QwtPlotCanvas*>(canvas()))
+        frame->setFrameStyle(QFrame::NoFrame);
+    plotLayout()->setAlignCanvasToScales(true);
+    for (const int axis : {int(xBottom), int(yLeft)})
+        axisWidget(axis)->setSpacing(6);
+    setContentsMargins(6, 6, 6, 4);
+}
+
+void DeskPlot::setUpFonts()
+{
+    QFont bold = font();
+    bold.setBold(true);
+    for (const int axis : {int(xBottom), int(yLeft)}) {
+        setAxisFont(axis, font());
+        QwtText title;
+        title.setFont(bold);
+        setAxisTitle(axis, title);
+    }
+    bold.setPointSizeF(bold.pointSizeF() * 1.2);
+    QwtText title(QString(), QwtText::PlainText);
+    title.setFont(bold);
+    title.setRenderFlags(Qt::AlignHCenter | Qt::TextWordWrap);
+    setTitle(title);
+}
+
+void DeskPlot::setUpObservers()
+{
+    m_picker = new PriceBased2dPlotPicker(canvas());
+    m_picker->initTimer();
+    new CurveTracker(this, m_picker);
+    setCanvasObservers();
+
+    connect(m_legend, SIGNAL(visibilityChanged(QString, bool)), this, SLOT(setCurveVisible(QString, bool)));
+    connect(this, SIGNAL(autoScaleEnabled(bool)), this, SLOT(setAutoScaleEnabled(bool)));
+    connect(this, SIGNAL(updateAxisLabels()), this, SLOT(followScales()));
+}
+
+void DeskPlot::setPlotTitle(const QString& text)
+{
+    QwtText changed = title();
+    changed.setText(text, QwtText::PlainText);
+    setTitle(changed);
+}
+
+void DeskPlot::removeCurves()
+{
+    for (const QwtPlotItem::RttiValues type : {QwtPlotItem::Rtti_PlotCurve, QwtPlotItem::Rtti_PlotMarker})
+        detachItems(type, true);
+    setCurKotirEnabled(false);
+}
+
+void DeskPlot::attachCurve(const CurveSamples& samples)
+{
+    auto* const curve = new PriceBased2dPlotCurve(this, CurveLook::title(samples.role));
+    CurveLook::apply(samples, *curve);
+    if (samples.points.isEmpty())
+        curve->setSamples(samples.samples);
+    else
+        curve->setMarkerSamples(samples.points);
+    curve->attach(this);
+}
+
+void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
+{
+    const bool volatility = view == DeskView::Volatility;
+    setAxisTitle(xBottom, QStringLiteral("Strike"));
+    setAxisTitle(yLeft, volatility ? QStringLiteral("Volatility") : QStringLiteral("Value"));
+    if (auto* const draw = dynamic_cast<PriceBased2dPlotScaleDraw*>(axisScaleDraw(yLeft)))
+        showAsPercent(*draw, volatility);
+    showAsPercent(*m_picker, volatility);
+    m_picker->setDecimals(volatility ? 2 : series.data.decimals + 1);
+    m_firstPrices = visiblePrices(series);
+    makeRoomForLabels(series.market.forward);
+}
+
+// Qwt makes room for the outermost labels of major ticks alone.
+void DeskPlot::makeRoomForLabels(double forward)
+{
+    const QFontMetrics metrics(axisFont(xBottom));
+    int widest = metrics.horizontalAdvance(xAxisConvertedValue(forward));
+    for (const double price : {m_firstPrices.low, m_firstPrices.high})
+        widest = std::max(widest, metrics.horizontalAdvance(xAxisConvertedValue(std::round(price))));
+    axisWidget(xBottom)->setMinBorderDist(widest / 2 + 2, widest / 2 + 2);
+    axisWidget(yLeft)->setMinBorderDist(metrics.height() / 2, metrics.height() / 2);
+}
+
+void DeskPlot::showForward(double forward)
+{
+    updateCurKotirPoints(0.0, 0.0, forward);
+    const QList<PriceBased2dPlotCurve*> lines = attachedCurves(PriceBased2dPlotCurve::quoteLineType);
+    for (PriceBased2dPlotCurve* const line : lines)
+        line->setVisible(true);
+}
+
+void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView view)
+{
+    removeCurves();
+    setIsinId(futureIsinId);
+    setBoardId(chainBoardId);
+    setPriceInterval(intervalOf(series));
+    m_picker->setPriceStep();
+    setPlotTitle(Texts::title(series));
+
+    const QVector<CurveSamples> curves = CurveSet::curves(series, view);
+    for (const CurveSamples& samples : curves)
+        attachCurve(samples);
+    setUpAxes(series, view);
+    showForward(series.market.forward);
+    m_legend->restoreUncheckedItems();
+    m_legend->contentsWidget()->layout()->setEnabled(true);
+    arrangeLegend();
+    resetView();
+}
+
+void DeskPlot::showNothing(const QString& reason)
+{
+    removeCurves();
+    // The layout of an empty legend asks for a size below zero.
+    m_legend->contentsWidget()->layout()->setEnabled(false);
+    setPlotTitle(reason);
+    replot();
+}
+
+void DeskPlot::resetView()
+{
+    setAxisScale(xBottom, m_firstPrices.low, m_firstPrices.high, 0.0);
+    // The vertical range is that of the prices on the axis.
+    updateAxes();
+    setAutoScaleEnabled(true);
+    updateYAxisScale();
+}
+
+std::pair<double, double> DeskPlot::minMaxYAtXRange()
+{
+    const auto [min, max] = PriceBased2dPlot::minMaxYAtXRange();
+    if (!(min < max))
+        return {min, max};
+    const double margin = (max - min) * verticalMargin;
+    return {min - margin, max + margin};
+}
+
+void DeskPlot::curveIconReset(const PriceBased2dPlotCurve*) { }
+
+void DeskPlot::followScales()
+{
+    updateYAxisScale();
+}
+
+void DeskPlot::arrangeLegend()
+{
+    QVector<int> widths;
+    const QList<LabelWidget*> entries = m_legend->findChildren<LabelWidget*>();
+    for (const LabelWidget* const entry : entries) {
+        entry->layout()->setContentsMargins(legendMargin, 1, legendMargin, 1);
+        widths.append(entry->sizeHint().width());
+    }
+    // The legend itself puts all entries in one row and scrolls.
+    m_legend->setMaxColumns(uint(columnsThatFit(widths, contentsRect().width() - legendReserve)));
+}
+
+void DeskPlot::resizeEvent(QResizeEvent* event)
+{
+    arrangeLegend();
+    PriceBased2dPlot::resizeEvent(event);
+    // The room for labels has changed.
+    updateScaleLabels();
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "window/commandline.h"
+#include "window/deskdata.h"
+#include "window/shownseries.h"
+
+#include <QMainWindow>
+
+#include <optional>
+
+class DeskPlot;
+class ElidedLabel;
+class QAction;
+class QMenu;
+class SeriesSelector;
+
+/// The option desk's window: the plot of one series, the choice of the series, and the numbers behind it.
+class DeskWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// The data must outlive the window.
+    explicit DeskWindow(DeskData& deskData, DeskView view, QWidget* parent = nullptr);
+
+    /// Shows a stored series. What the user states holds for this series, the date of the prices also for
+    /// those that are chosen in the window later. Throws Exception where it cannot be shown.
+    void showSeries(int futureIsinId, const SeriesFacts& given);
+
+    /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
+    /// fails.
+    void importChain(const QString& fileName);
+
+    DeskPlot* plot() const { return m_plot; }
+    const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
+
+private Q_SLOTS:
+    void onSeriesChosen(int futureIsinId);
+    void onViewChosen(QAction* action);
+    void onGridToggled(bool shown);
+    void onAutoScaleToggled(bool enabled);
+    void onResetView();
+    void onImport();
+    void onSavePicture();
+
+private:
+    void createFileMenu();
+    void createViewMenu();
+    void addScaleActions(QMenu& menu);
+    void createToolBar();
+    QAction* addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip);
+    void draw();
+    void complain(const QString& title, const QString& text);
+
+    DeskData& m_data;
+    DeskView m_view;
+    int m_futureIsinId = 0;
+    SeriesFacts m_given;
+    std::optional<ShownSeries> m_shown;
+
+    DeskPlot* m_plot;
+    SeriesSelector* m_selector;
+    ElidedLabel* m_status;
+    QAction* m_volatilityAction = nullptr;
+    QAction* m_valueAction = nullptr;
+    QAction* m_autoScaleAction = nullptr;
+};

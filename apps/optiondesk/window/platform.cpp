@@ -1,0 +1,52 @@
+#include "window/platform.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFont>
+
+#include <qwt_painter.h>
+
+#include <unistd.h>
+
+namespace {
+
+const auto offscreen = QStringLiteral("offscreen");
+bool displayMissing = false;
+
+// Outside of a session, as in a container, Qt would complain of this in a line of its own.
+void nameRuntimeFolder()
+{
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR",
+            QFile::encodeName(QStringLiteral("%1/runtime-%2").arg(QDir::tempPath()).arg(::geteuid())));
+}
+
+}
+
+void Platform::prepare()
+{
+    nameRuntimeFolder();
+    displayMissing = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+        && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+    if (displayMissing)
+        qputenv("QT_QPA_PLATFORM", offscreen.toLatin1());
+}
+
+void Platform::setUp()
+{
+    constexpr int usualPointSize = 10;
+    if (QApplication::platformName() == offscreen) {
+        QFont font = QApplication::font();
+        font.setPointSize(usualPointSize);
+        QApplication::setFont(font);
+    }
+    // Samples rounded to pixels would let a curve waver, pieces drawn one by one would begin its dashes anew.
+    QwtPainter::setRoundingAlignment(false);
+    QwtPainter::setPolylineSplitting(false);
+}
+
+bool Platform::isInvisible()
+{
+    return displayMissing && QApplication::platformName() == offscreen;
+}

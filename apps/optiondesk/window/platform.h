@@ -1,0 +1,17 @@
+#pragma once
+
+/// What the desk asks of the platform that it runs on.
+namespace Platform {
+
+/// To be called before the application object is made. Without a display the platform plugin that needs none
+/// is chosen, so that pictures are drawn all the same.
+void prepare();
+
+/// To be called once the application object is there: text of a usual size where no desktop says which, and
+/// curves that go through their samples.
+void setUp();
+
+/// Whether prepare() had to do without a display: a window would never be seen.
+bool isInvisible();
+
+}

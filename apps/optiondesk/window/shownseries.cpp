@@ -1,0 +1,108 @@
+#include "window/shownseries.h"
+
+#include "window/texts.h"
+
+#include <database/exception.h>
+#include <pricing/expirytime.h>
+#include <pricing/parityforward.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double daysPerYear = 365.0;
+constexpr double visibleDeviations = 3.5;
+// Of the width, on each side.
+constexpr double margin = 0.02;
+
+void findForward(const std::optional<double>& given, ShownSeries* series)
+{
+    const OptionSeries& options = series->data.options;
+    const auto take = [series](const std::optional<double>& forward, ForwardSource source) {
+        if (!forward)
+            return false;
+        series->market.forward = *forward;
+        series->forwardSource = source;
+        return true;
+    };
+    if (!take(given, ForwardSource::Given) && !take(options.forward, ForwardSource::Stated)
+        && !take(Pricing::parityForward(options), ForwardSource::Parity))
+        throw Exception(
+            QStringLiteral("%1: no forward is stated, and no strike has the prices of a call and a "
+                           "put to take it from; --forward gives one")
+                .arg(Texts::seriesName(series->data)));
+}
+
+void findTime(ShownSeries* series)
+{
+    const SeriesData& data = series->data;
+    if (const auto time = Pricing::timeToExpiry(data.asOf, data.options.expiry)) {
+        series->market.time = *time;
+        series->timeSource = TimeSource::Dates;
+    } else if (const auto inferred
+        = Pricing::inferTime(data.options, series->market.forward, data.priceStep)) {
+        series->market.time = *inferred;
+        series->timeSource = TimeSource::Volatilities;
+    } else {
+        series->market.time = assumedDays / daysPerYear;
+        series->timeSource = TimeSource::Assumed;
+    }
+}
+
+double volatilityAtForward(const ShownSeries& series)
+{
+    const double strike
+        = std::clamp(series.market.forward, series.smile->minStrike(), series.smile->maxStrike());
+    return series.smile->volatility(strike).value_or(0.0);
+}
+
+PriceRange strikesWithForward(const ShownSeries& series)
+{
+    const QVector<OptionQuote>& quotes = series.data.options.quotes;
+    const double forward = series.market.forward;
+    if (quotes.isEmpty())
+        return {forward, forward};
+    return {std::min(quotes.first().strike.toDouble(), forward),
+        std::max(quotes.last().strike.toDouble(), forward)};
+}
+
+bool holdsPoints(const PriceRange& range, const ShownSeries& series)
+{
+    constexpr int fewest = 3;
+    const auto& points = series.analysis.points;
+    return std::count_if(points.begin(), points.end(), [&range](const Pricing::VolatilityPoint& point) {
+        return point.strike >= range.low && point.strike <= range.high;
+    }) >= fewest;
+}
+
+}
+
+ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward)
+{
+    ShownSeries series;
+    series.data = data;
+    findForward(givenForward, &series);
+    findTime(&series);
+    series.analysis = Pricing::analyseSeries(data.options, series.market, data.priceStep);
+    series.smile = Pricing::Smile::fit(series.analysis.points);
+    return series;
+}
+
+PriceRange visiblePrices(const ShownSeries& series)
+{
+    const PriceRange strikes = strikesWithForward(series);
+    PriceRange range = strikes;
+    if (series.smile) {
+        const double deviation = volatilityAtForward(series) * std::sqrt(series.market.time);
+        const double factor = std::exp(visibleDeviations * deviation);
+        const PriceRange near{std::max(strikes.low, series.market.forward / factor),
+            std::min(strikes.high, series.market.forward * factor)};
+        if (holdsPoints(near, series))
+            range = near;
+    }
+    double width = range.high - range.low;
+    if (width <= 0.0)
+        width = range.high;
+    return {range.low - margin * width, range.high + margin * width};
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <chain/optionchain.h>
+#include <pricing/seriesanalysis.h>
+#include <pricing/smile.h>
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+
+/// What is known of a series before it is valued.
+struct SeriesData {
+    QString baseCode;
+    /// Invalid where it is not known.
+    QDate asOf;
+    decimal priceStep;
+    short decimals = 2;
+    /// With the stated forward and the expiry where they are known.
+    OptionSeries options;
+};
+
+/// What the user says of a series beside its data; it has precedence.
+struct SeriesFacts {
+    std::optional<double> forward;
+    QDate asOf;
+    /// Names the series, or is the expiry of one that states none.
+    QDate expiry;
+};
+
+enum class ForwardSource { Given, Stated, Parity };
+
+enum class TimeSource {
+    /// The days between the date of the prices and the expiry.
+    Dates,
+    /// Inferred from the stated volatilities.
+    Volatilities,
+    /// Nothing is known: assumedDays.
+    Assumed
+};
+
+constexpr int assumedDays = 30;
+
+/// A series with all that is drawn and said of it.
+struct ShownSeries {
+    SeriesData data;
+    Pricing::Market market;
+    ForwardSource forwardSource = ForwardSource::Stated;
+    TimeSource timeSource = TimeSource::Dates;
+    Pricing::SeriesAnalysis analysis;
+    /// Empty where no option has an implied volatility.
+    std::optional<Pricing::Smile> smile;
+};
+
+/// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
+/// Exception where there is none of the three.
+ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward);
+
+/// A range of prices.
+struct PriceRange {
+    double low = 0.0;
+    double high = 0.0;
+};
+
+/// The prices to show first: the forward and 3.5 standard deviations of its logarithm to each side, no
+/// further than the strikes, with a small margin. In the wings beyond, prices of a step or two give
+/// volatilities that would flatten the picture. All strikes where the range holds fewer than three of the
+/// points.
+PriceRange visiblePrices(const ShownSeries& series);
