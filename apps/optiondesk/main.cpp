@@ -44,6 +44,7 @@ int run(const CommandLine& options)
 {
     const Session session = openSession(options);
     DeskWindow window(*session.data, options.view);
+    window.setAxisMode(options.axisMode);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())

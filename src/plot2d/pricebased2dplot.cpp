@@ -39,21 +39,25 @@ PriceBased2dPlot::PriceBased2dPlot(bool init, const QwtText& title, QWidget* par
     : QwtPlot(title, parent)
     , m_securityDirectory(SecurityDirectory::i())
 {
-    initSecColumns();
-    if (init)
-        initPlot();
+    construct(init);
 }
 
 PriceBased2dPlot::PriceBased2dPlot(bool init, QWidget* parent)
     : QwtPlot(parent)
     , m_securityDirectory(SecurityDirectory::i())
 {
+    construct(init);
+}
+
+PriceBased2dPlot::~PriceBased2dPlot() = default;
+
+void PriceBased2dPlot::construct(bool init)
+{
+    qRegisterMetaType<PriceInterval>("PriceInterval");
     initSecColumns();
     if (init)
         initPlot();
 }
-
-PriceBased2dPlot::~PriceBased2dPlot() = default;
 
 void PriceBased2dPlot::initSecColumns()
 {
@@ -74,8 +78,6 @@ void PriceBased2dPlot::initSecColumns()
 
 void PriceBased2dPlot::initPlot()
 {
-    qRegisterMetaType<PriceInterval>("PriceInterval");
-
     m_panner = new PriceBased2dPlotPanner(qobject_cast<QwtPlotCanvas*>(canvas()));
     m_panner->setMouseButton(Qt::LeftButton, Qt::NoModifier);
     setUpAxes();

@@ -207,6 +207,7 @@ protected:
     QPointer<QObject> m_hostContext;
 
 private:
+    void construct(bool init);
     void setUpAxes();
     void setUpLook();
     void setDivisibleScale(int axis, double min, double max, double step);

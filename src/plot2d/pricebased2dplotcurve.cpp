@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-const QColor PriceBased2dPlotCurve::quoteLineColor(Qt::red);
+const QColor PriceBased2dPlotCurve::CurKotirCurveColor(Qt::red);
 
 PriceBased2dPlotCurve::PriceBased2dPlotCurve(PriceBased2dPlot* plot, const QString& title)
     : QwtPlotCurve(title)
@@ -61,7 +61,7 @@ bool PriceBased2dPlotCurve::isValid() const
         return false;
     if (m_dataType != quoteLineType)
         return true;
-    return pen().color() == quoteLineColor && curveStyle == Sticks && dataSize() == 2;
+    return pen().color() == CurKotirCurveColor && curveStyle == Sticks && dataSize() == 2;
 }
 
 void PriceBased2dPlotCurve::setVisible(bool on)

@@ -37,7 +37,7 @@ public:
     static constexpr int quoteLineType = 0;
     static constexpr int markedType = 13;
     /// The colour that a valid quote line must have.
-    static const QColor quoteLineColor;
+    static const QColor CurKotirCurveColor;
 
     /// A curve of a plot, which may be null: then it has neither markers nor a quote to show.
     PriceBased2dPlotCurve(PriceBased2dPlot* plot, const QString& title);

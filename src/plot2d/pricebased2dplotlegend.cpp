@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QWheelEvent>
 
 #include <qwt_dyngrid_layout.h>
 #include <qwt_legend_label.h>
@@ -20,8 +21,8 @@
 
 namespace {
 
-const QColor checkedColor(Qt::black);
-const QColor uncheckedColor(Qt::darkGray);
+const QColor CheckedLabelColor(Qt::black);
+const QColor UncheckedLabelColor(Qt::darkGray);
 
 QString settingsKey()
 {
@@ -71,16 +72,39 @@ PriceBased2dPlotLegend::PriceBased2dPlotLegend(QwtPlot* plot)
         m_layout = qobject_cast<QwtDynGridLayout*>(contentsWidget()->layout());
     if (m_layout)
         m_layout->setSizeConstraint(QLayout::SetFixedSize);
+    if (contentsWidget() && contentsWidget()->parentWidget())
+        contentsWidget()->parentWidget()->installEventFilter(this);
 }
 
-PriceBased2dPlotLegend::~PriceBased2dPlotLegend() = default;
+PriceBased2dPlotLegend::~PriceBased2dPlotLegend()
+{
+    // A check box goes on working after it has told of its change, so a listener that deletes the legend must
+    // not take it away at once.
+    for (const Entry& entry : qAsConst(m_entries)) {
+        if (m_tellingBoxes > 0 && entry.checkBox) {
+            entry.checkBox->setParent(nullptr);
+            entry.checkBox->deleteLater();
+        }
+    }
+}
 
 void PriceBased2dPlotLegend::initCore()
 {
     createResetIcons();
 }
 
-void PriceBased2dPlotLegend::wheelEvent(QWheelEvent*) { }
+void PriceBased2dPlotLegend::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+}
+
+bool PriceBased2dPlotLegend::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Wheel || watched != contentsWidget()->parentWidget())
+        return QwtLegend::eventFilter(watched, event);
+    event->accept();
+    return true;
+}
 
 QWidget* PriceBased2dPlotLegend::createWidget(const QwtLegendData&) const
 {
@@ -114,7 +138,7 @@ void PriceBased2dPlotLegend::updateWidget(QWidget* widget, const QwtLegendData& 
     // The box itself shows no text: a screen reader takes the entry's name from here.
     checkBox->setAccessibleName(text.text());
     if (!text.isEmpty()) {
-        text.setColor(checkBox->isChecked() ? checkedColor : uncheckedColor);
+        text.setColor(checkBox->isChecked() ? CheckedLabelColor : UncheckedLabelColor);
         label->setText(text);
     }
     auto* parent = qobject_cast<LabelWidget*>(label->parentWidget());
@@ -211,9 +235,10 @@ void PriceBased2dPlotLegend::onCheckBoxChecked(int state)
         return;
 
     const bool checked = state == Qt::Checked;
-    text.setColor(checked ? checkedColor : uncheckedColor);
+    text.setColor(checked ? CheckedLabelColor : UncheckedLabelColor);
     // The plot and the listeners may delete entries and the legend itself.
     const QPointer<PriceBased2dPlotLegend> self(this);
+    ++m_tellingBoxes;
     if (checked)
         restoreIcon(*entry);
     else
@@ -221,6 +246,7 @@ void PriceBased2dPlotLegend::onCheckBoxChecked(int state)
     if (self)
         Q_EMIT visibilityChanged(text.text(), checked);
     if (self) {
+        --m_tellingBoxes;
         if (checked)
             m_uncheckedItems.removeOne(text.text());
         else if (!m_uncheckedItems.contains(text.text()))

@@ -86,6 +86,9 @@ public:
     QWidget* createWidget(const QwtLegendData& legendData) const override;
     void updateWidget(QWidget* widget, const QwtLegendData& legendData) override;
 
+    /// Keeps the wheel from the view of the entries, which would scroll.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 Q_SIGNALS:
     /// The entry of this text was checked or unchecked.
     void visibilityChanged(const QString& labelText, bool visible);
@@ -119,4 +122,6 @@ private:
     QMap<int, QPixmap> m_resetIcons;
     QPointer<QwtDynGridLayout> m_layout;
     QPointer<QwtPlot> m_plot;
+    /// How many check boxes are telling of their change right now.
+    int m_tellingBoxes = 0;
 };

@@ -20,7 +20,7 @@ constexpr int marginOfPlainLabels = 8;
 /// Converted labels are shorter, and may stand closer.
 constexpr int marginOfConvertedLabels = 4;
 
-const QColor quoteColor(Qt::red);
+const QColor CurKotirCurveColor(Qt::red);
 
 bool isUsable(const QwtScaleDiv& division)
 {
@@ -218,15 +218,19 @@ void PriceBased2dPlotScaleDraw::draw(QPainter* painter, const QPalette& palette)
 
     if (hasComponent(Labels))
         drawLabels(painter, palette);
-    if (hasComponent(Ticks) || hasComponent(Backbone)) {
+    // Each in a state of its own: what an overridden drawTick() leaves in the painter ends with the ticks.
+    pen.setColor(palette.color(QPalette::WindowText));
+    pen.setCapStyle(Qt::FlatCap);
+    if (hasComponent(Ticks)) {
         painter->save();
-        pen.setColor(palette.color(QPalette::WindowText));
-        pen.setCapStyle(Qt::FlatCap);
         painter->setPen(pen);
-        if (hasComponent(Ticks))
-            drawTicks(painter);
-        if (hasComponent(Backbone))
-            drawBackbone(painter);
+        drawTicks(painter);
+        painter->restore();
+    }
+    if (hasComponent(Backbone)) {
+        painter->save();
+        painter->setPen(pen);
+        drawBackbone(painter);
         painter->restore();
     }
     painter->restore();
@@ -261,6 +265,6 @@ void PriceBased2dPlotScaleDraw::drawTickLabel(QPainter* painter, const QPalette&
     if (!painter || !scaleDiv().contains(value))
         return;
     const bool isQuote = m_quoteFlags != 0 && value == m_quote;
-    painter->setPen(isQuote ? quoteColor : palette.brush(QPalette::Current, QPalette::Text).color());
+    painter->setPen(isQuote ? CurKotirCurveColor : palette.brush(QPalette::Current, QPalette::Text).color());
     drawLabel(painter, value);
 }

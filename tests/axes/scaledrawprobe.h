@@ -7,6 +7,7 @@
 #include <QPen>
 
 #include <functional>
+#include <optional>
 
 /// A scale draw that stands alone, with texts of the test's choice, and that notes what it is asked and told
 /// to draw.
@@ -30,6 +31,8 @@ public:
 
     /// The texts of the labels; those of the library until it is set.
     std::function<QString(double)> text;
+    /// The pen that drawing a tick leaves in the painter, if it is to leave one.
+    std::optional<QPen> penLeftByTicks;
 
     /// Candidates on a bottom scale from 0 on where a unit is a pixel.
     void setPixelTicks(const QList<double>& candidates, double width = 1000.0)
@@ -62,6 +65,8 @@ protected:
         ticks.append({value, length});
         linePens.append(painter->pen());
         PriceBased2dPlotScaleDraw::drawTick(painter, value, length);
+        if (penLeftByTicks)
+            painter->setPen(*penLeftByTicks);
     }
 
     void drawBackbone(QPainter* painter) const override

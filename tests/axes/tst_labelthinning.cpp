@@ -62,6 +62,7 @@ private Q_SLOTS:
     void parityIsThatOfTheSlot();
     void indexIsKeptAfterASingleRemoval();
     void singleRemovalEndsARound();
+    void wideQuoteMayReachASecondLabel();
     void roundsRunOut();
     void aRoundCanLeaveNothing();
     void eachRoundMeasuresOnce();
@@ -323,6 +324,16 @@ void tst_labelthinning::singleRemovalEndsARound()
         = LabelThinning::thinned(candidates, hiddenQuote(37, candidates), labels(16));
     QCOMPARE(hidden.ticks, Values{70});
     QCOMPARE(hidden.quoteIndex, 0);
+}
+
+void tst_labelthinning::wideQuoteMayReachASecondLabel()
+{
+    // Neighbours alone are compared, and the neighbour's removal is not looked at again.
+    const Values ticks{100, 130, 160};
+    const auto measure = [](double value) { return label(value, value == 90 ? 100 : 20); };
+    const LabelThinning::Result result = LabelThinning::thinned(ticks, drawnQuote(90, ticks), measure);
+    QCOMPARE(result.ticks, (Values{130, 160}));
+    QVERIFY(measure(90).intersects(measure(130)));
 }
 
 void tst_labelthinning::roundsRunOut()

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void rectangleHasAMargin();
     void rectangleOfUnreadableValues_data();
     void rectangleOfUnreadableValues();
+    void rectangleFarOffTheScreen();
     void rectangleUsesTheFontOfItsConstruction();
 };
 
@@ -178,6 +179,18 @@ void tst_scaledraw_extent::rectangleOfUnreadableValues()
     draw.text = [](double) { return QString(); };
     draw.setScaleDiv(QwtScaleDiv(-2e16, 2e16));
     QVERIFY(!draw.tickLabelBoundingRect(value).isValid());
+}
+
+void tst_scaledraw_extent::rectangleFarOffTheScreen()
+{
+    ScaleDrawProbe draw(bottomAxis);
+    draw.setLength(1000);
+    draw.setScaleDiv(division(0, 1e-6, {}));
+    QVERIFY(draw.tickLabelBoundingRect(0.05).isValid());
+    QVERIFY(draw.tickLabelBoundingRect(1.0).isNull());
+    QVERIFY(draw.tickLabelBoundingRect(-1.0).isNull());
+    // A place that no int holds.
+    QVERIFY(draw.tickLabelBoundingRect(1e10).isNull());
 }
 
 void tst_scaledraw_extent::rectangleUsesTheFontOfItsConstruction()

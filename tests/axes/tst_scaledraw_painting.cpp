@@ -4,6 +4,9 @@
 #include <QImage>
 #include <QPalette>
 
+#include <algorithm>
+#include <cmath>
+
 using Values = QList<double>;
 
 namespace {
@@ -97,6 +100,7 @@ private Q_SLOTS:
     void ticksOutsideAreNotDrawn();
     void tickStaysWithoutItsLabel();
     void linePens();
+    void backboneIsNotDrawnAsTheTicksLeftIt();
     void components_data();
     void components();
     void painterIsRestored();
@@ -143,13 +147,15 @@ void tst_scaledraw_painting::onlyTheQuoteIsRed()
     for (const auto& label : axis.labels)
         QCOMPARE(label.color, label.value == 100 ? quoteColor : textColor);
 
-    axis.setScaleDiv(majorTicks({100.0000001, 200}));
-    axis.setQuote(100);
-    axis.labels.clear();
-    axis.paint();
-    QCOMPARE(axis.drawnLabels(), (Values{100.0000001, 200, 100}));
-    QCOMPARE(axis.labels[0].color, textColor);
-    QCOMPARE(axis.labels[2].color, quoteColor);
+    for (const double close : {100.0000001, std::nextafter(100.0, 200.0)}) {
+        axis.setScaleDiv(majorTicks({close, 200}));
+        axis.setQuote(100);
+        axis.labels.clear();
+        axis.paint();
+        QCOMPARE(axis.drawnLabels(), (Values{close, 200, 100}));
+        QCOMPARE(axis.labels[0].color, textColor);
+        QCOMPARE(axis.labels[2].color, quoteColor);
+    }
 
     // Without the flags a tick at the quote is a tick.
     axis.setScaleDiv(majorTicks({100, 200}));
@@ -253,7 +259,9 @@ void tst_scaledraw_painting::linePens()
     axis.setPenWidth(3);
     QImage image(420, 60, QImage::Format_RGB32);
     QPainter painter(&image);
-    painter.setPen(QPen(Qt::green, 11, Qt::DashLine, Qt::RoundCap));
+    QPen painterPen(Qt::green, 11, Qt::DashLine, Qt::RoundCap);
+    painterPen.setCosmetic(true);
+    painter.setPen(painterPen);
     axis.draw(&painter, palette());
     QCOMPARE(axis.linePens.size(), 2);
     for (const QPen& pen : axis.linePens) {
@@ -273,6 +281,16 @@ void tst_scaledraw_painting::linePens()
     axis.draw(&painter, disabled);
     QCOMPARE(axis.linePens.first().color(), QColor(Qt::magenta));
     QCOMPARE(axis.labels.first().color, QColor(Qt::cyan));
+}
+
+void tst_scaledraw_painting::backboneIsNotDrawnAsTheTicksLeftIt()
+{
+    PaintedAxis axis(majorTicks({100}));
+    axis.penLeftByTicks = QPen(Qt::cyan, 9);
+    axis.paint();
+    QCOMPARE(axis.backbones, 1);
+    QCOMPARE(axis.linePens.last().color(), lineColor);
+    QCOMPARE(axis.linePens.last().width(), axis.penWidth());
 }
 
 void tst_scaledraw_painting::components_data()

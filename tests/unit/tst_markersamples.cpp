@@ -47,6 +47,7 @@ private Q_SLOTS:
     void markerSamplesNeedTypeAndPlot_data();
     void markerSamplesNeedTypeAndPlot();
     void surplusMarkersAreDeletedFromTheEnd();
+    void oneSurplusMarkerIsDeleted();
     void missingMarkersAreCreated();
     void enoughMarkersStay();
     void noMarkedPointDeletesAllMarkers();
@@ -130,6 +131,19 @@ void tst_markersamples::surplusMarkersAreDeletedFromTheEnd()
     QCOMPARE(second->value(), QPointF(103.0, 4.0));
     QCOMPARE(plain->value(), QPointF(0.0, 0.0));
     QVERIFY(hasSamples(curve, fivePoints));
+}
+
+void tst_markersamples::oneSurplusMarkerIsDeleted()
+{
+    auto* curve = addCurve(*m_plot, 13, {{1.0, 1.0}}, "a");
+    for (int i = 0; i < 3; ++i)
+        addMarker(*m_plot, true);
+    curve->setMarkerSamples(fivePoints);
+    const QList<QwtPlotMarker*> left = m_plot->attachedMarkers();
+    QCOMPARE(left.size(), 2);
+    QCOMPARE(left.at(0)->value(), QPointF(101.0, 2.0));
+    QCOMPARE(left.at(1)->value(), QPointF(103.0, 4.0));
+    QCOMPARE(static_cast<int>(curve->dataSize()), 5);
 }
 
 void tst_markersamples::missingMarkersAreCreated()

@@ -170,6 +170,8 @@ void tst_quoteline::notMoved_data()
     row("two prices", {{105.0, 1.0}, {106.0, 2.0}}, 0.0, 20.0, -1.0);
     row("two prices hardly apart", {{105.0, 1.0}, {nextAbove, 2.0}}, 0.0, 20.0, -1.0);
     row("negative price", lineAt(-105.0), 0.0, 20.0, -1.0);
+    row("quote of infinity", line, 0.0, 20.0, infinity);
+    row("price of infinity", lineAt(infinity), 0.0, 20.0, -1.0);
     row("price of NaN", lineAt(notANumber), 0.0, 20.0, -1.0);
     row("quote of NaN", line, 0.0, 20.0, notANumber);
     row("low of NaN", line, notANumber, 20.0, 106.0);

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void withoutPickerPricesAreNotSnapped();
     void snappedToThePickersStep();
     void rangeIsSnappedToThePickersStep();
+    void upperEndOnAMultipleOfTheStepIsExclusive();
 
 private:
     std::unique_ptr<TestPlot> m_plot;
@@ -330,6 +331,13 @@ void tst_valuerange::rangeIsSnappedToThePickersStep()
     QVERIFY(m_plot->minMaxYAtXRange() == std::pair(1.0, 3.0));
     m_plot->setAxisScaleDiv(QwtPlot::xBottom, QwtScaleDiv(101.0, 102.0));
     QVERIFY(m_plot->minMaxYAtXRange() == std::pair(1.0, -1.0));
+}
+
+void tst_valuerange::upperEndOnAMultipleOfTheStepIsExclusive()
+{
+    setPriceStep("5");
+    addCurve(*m_plot, 9, {{100.0, 1.0}, {105.0, 2.0}, {110.0, 4.0}}, "a");
+    QVERIFY(m_plot->minMaxYAtXRange() == std::pair(1.0, 2.0));
 }
 
 PLOT2D_TEST_MAIN(tst_valuerange)

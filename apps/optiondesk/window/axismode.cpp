@@ -3,6 +3,8 @@
 #include <basic_views/conversion.h>
 #include <plot2d/pricebased2dplotconverter.h>
 
+#include <qwt_scale_engine.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -83,6 +85,15 @@ void AxisModes::apply(AxisMode mode, double quote, PriceBased2dPlotConverter& co
     converter.setPlusSignShown(shown == AxisMode::PointsFromQuote);
     converter.setDecimals(shown == AxisMode::Price ? priceDecimals : relativeDecimals);
     converter.setConversionEnabled(shown != AxisMode::Price);
+}
+
+double AxisModes::roundStep(AxisMode mode, double quote, double rangeOfPrices, int maxSteps)
+{
+    const double range = rangeOfPrices * 100.0 / quote;
+    if (mode != AxisMode::PercentOfQuote || !(quote > 0.0) || !std::isfinite(range) || !(range > 0.0))
+        return 0.0;
+    constexpr unsigned int decimalBase = 10;
+    return QwtScaleArithmetic::divideInterval(range, maxSteps, decimalBase) * quote / 100.0;
 }
 
 QString AxisModes::axisTitle(AxisMode mode)

@@ -29,6 +29,10 @@ std::optional<AxisMode> fromName(const QString& name);
 /// nothing relative to it: prices are shown then.
 void apply(AxisMode mode, double quote, PriceBased2dPlotConverter& converter);
 
+/// The step between labelled prices, so that the labels of a range of prices are round numbers in a mode; 0
+/// where the axis finds one by itself. The number of labels is at most that of the steps, 1 or more.
+double roundStep(AxisMode mode, double quote, double rangeOfPrices, int maxSteps);
+
 /// The title of the axis.
 QString axisTitle(AxisMode mode);
 

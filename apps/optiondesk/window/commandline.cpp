@@ -22,6 +22,7 @@ const auto forwardOption = QStringLiteral("forward");
 const auto asOfOption = QStringLiteral("asof");
 const auto expiryOption = QStringLiteral("expiry");
 const auto viewOption = QStringLiteral("view");
+const auto axisOption = QStringLiteral("axis");
 const auto databaseOption = QStringLiteral("database");
 const auto pictureOption = QStringLiteral("picture");
 const auto sizeOption = QStringLiteral("size");
@@ -29,6 +30,15 @@ const auto sizeOption = QStringLiteral("size");
 Exception invalid(const QString& option, const QString& value, const QString& wanted)
 {
     return Exception(QStringLiteral("--%1 \"%2\": %3").arg(option, value, wanted));
+}
+
+QString axisNames()
+{
+    QStringList names;
+    for (const AxisModes::Description& mode : AxisModes::all())
+        names << mode.name;
+    const QString last = names.takeLast();
+    return names.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
 }
 
 QList<QCommandLineOption> dataOptions()
@@ -54,6 +64,8 @@ QList<QCommandLineOption> pictureOptions()
 {
     return {{viewOption, QStringLiteral("What to draw, volatility or value."), QStringLiteral("view"),
                 QStringLiteral("volatility")},
+        {axisOption, QStringLiteral("What the strikes are shown as, ") + axisNames() + QLatin1Char('.'),
+            QStringLiteral("mode"), AxisModes::all().constFirst().name},
         {pictureOption,
             QStringLiteral("Save a picture of the window in this <file>, in the format of its suffix (PNG "
                            "without one), print its path and quit."),
@@ -103,6 +115,14 @@ DeskView view(const QCommandLineParser& parser)
     throw invalid(viewOption, text, QStringLiteral("volatility or value is needed"));
 }
 
+AxisMode axisMode(const QCommandLineParser& parser)
+{
+    const QString text = parser.value(axisOption);
+    if (const std::optional<AxisMode> mode = AxisModes::fromName(text))
+        return *mode;
+    throw invalid(axisOption, text, axisNames() + QStringLiteral(" is needed"));
+}
+
 QString pictureFile(const QCommandLineParser& parser)
 {
     QString name = fileName(parser, pictureOption);
@@ -139,6 +159,7 @@ CommandLine options(const QCommandLineParser& parser)
         throw invalid(expiryOption, parser.value(expiryOption),
             QStringLiteral("a date after that of --asof is needed"));
     result.view = view(parser);
+    result.axisMode = axisMode(parser);
     result.databaseFile = fileName(parser, databaseOption);
     result.pictureFile = pictureFile(parser);
     result.size = size(parser);

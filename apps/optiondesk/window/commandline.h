@@ -1,5 +1,7 @@
 #pragma once
 
+#include "window/axismode.h"
+
 #include <QDate>
 #include <QSize>
 #include <QString>
@@ -19,6 +21,7 @@ struct CommandLine {
     QDate asOf;
     QDate expiry;
     DeskView view = DeskView::Volatility;
+    AxisMode axisMode = AxisMode::Price;
     QString databaseFile;
     QString pictureFile;
     /// Of the window or picture, in pixels: 200x150 to 10000x10000.

@@ -51,7 +51,7 @@ Look lookOf(CurveRole role)
     case CurveRole::Forward:
         break;
     }
-    return {"Forward", PriceBased2dPlotCurve::quoteLineType, PriceBased2dPlotCurve::quoteLineColor, 1.0,
+    return {"Forward", PriceBased2dPlotCurve::quoteLineType, PriceBased2dPlotCurve::CurKotirCurveColor, 1.0,
         Qt::SolidLine, 15.0};
 }
 

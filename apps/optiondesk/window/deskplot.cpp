@@ -163,7 +163,8 @@ void DeskPlot::attachCurve(const CurveSamples& samples)
 void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
 {
     const bool volatility = view == DeskView::Volatility;
-    setAxisTitle(xBottom, QStringLiteral("Strike"));
+    m_forward = series.market.forward;
+    applyAxisMode();
     setAxisTitle(yLeft, volatility ? QStringLiteral("Volatility") : QStringLiteral("Value"));
     if (auto* const draw = dynamic_cast<PriceBased2dPlotScaleDraw*>(axisScaleDraw(yLeft)))
         showAsPercent(*draw, volatility);
@@ -171,6 +172,50 @@ void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
     m_picker->setDecimals(volatility ? 2 : series.data.decimals + 1);
     m_firstPrices = visiblePrices(series);
     makeRoomForLabels(series.market.forward);
+}
+
+void DeskPlot::applyAxisMode()
+{
+    setAxisTitle(xBottom, AxisModes::axisTitle(m_axisMode));
+    auto* const draw = dynamic_cast<PriceBased2dPlotScaleDraw*>(axisScaleDraw(xBottom));
+    if (draw)
+        AxisModes::apply(m_axisMode, m_forward, *draw);
+    constexpr short hostDecimals = 5;
+    const bool relative = conversionEnabled(xBottom);
+    setRescaleFactor(relative ? decimal::fromDouble(m_forward, hostDecimals) : decimal::zero);
+}
+
+// Whatever set the scale left the step to the axis, which knows prices alone.
+void DeskPlot::chooseRoundStep()
+{
+    updateAxes();
+    const QwtInterval prices = axisScaleDiv(xBottom).interval();
+    const double step = AxisModes::roundStep(m_axisMode, m_forward, prices.width(), axisMaxMajor(xBottom));
+    if (step != axisStepSize(xBottom))
+        setAxisScale(xBottom, prices.minValue(), prices.maxValue(), step);
+}
+
+void DeskPlot::replot()
+{
+    if (m_axisMode != AxisMode::Price && m_forward > 0.0)
+        chooseRoundStep();
+    PriceBased2dPlot::replot();
+}
+
+void DeskPlot::setAxisMode(AxisMode mode)
+{
+    m_axisMode = mode;
+    if (m_forward <= 0.0)
+        return;
+    applyAxisMode();
+    makeRoomForLabels(m_forward);
+    // The same range has other ticks now.
+    const QwtInterval prices = axisScaleDiv(xBottom).interval();
+    setAxisScale(xBottom, prices.minValue(), prices.maxValue(),
+        AxisModes::roundStep(mode, m_forward, prices.width(), axisMaxMajor(xBottom)));
+    updateAxes();
+    updateScaleLabels();
+    updateAxisWidgets();
 }
 
 // Qwt makes room for the outermost labels of major ticks alone.

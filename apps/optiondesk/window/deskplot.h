@@ -1,5 +1,6 @@
 #pragma once
 
+#include "window/axismode.h"
 #include "window/commandline.h"
 #include "window/curveset.h"
 #include "window/shownseries.h"
@@ -20,6 +21,10 @@ public:
     /// quote must be the series' forward.
     void showSeries(int futureIsinId, const ShownSeries& series, DeskView view);
 
+    /// What the labels of the price axis show from now on: prices, or prices relative to the forward, on
+    /// which the ticks are anchored then.
+    void setAxisMode(AxisMode mode);
+
     /// Takes all curves away and says why instead of a title.
     void showNothing(const QString& reason);
 
@@ -28,6 +33,9 @@ public:
 
     /// The values of the curves with some room above and below, so that no point is cut.
     std::pair<double, double> minMaxYAtXRange() override;
+
+    /// Sees to it that converted labels are round before it paints.
+    void replot() override;
 
     /// The desk shows icons of curves in the legend alone.
     void curveIconReset(const PriceBased2dPlotCurve* curve) override;
@@ -46,10 +54,14 @@ private:
     void attachCurve(const CurveSamples& samples);
     void setUpAxes(const ShownSeries& series, DeskView view);
     void makeRoomForLabels(double forward);
+    void applyAxisMode();
+    void chooseRoundStep();
     void showForward(double forward);
     void setPlotTitle(const QString& text);
     void arrangeLegend();
 
     PriceBased2dPlotLegend* m_legend;
+    AxisMode m_axisMode = AxisMode::Price;
+    double m_forward = 0.0;
     PriceRange m_firstPrices;
 };

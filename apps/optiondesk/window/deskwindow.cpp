@@ -77,7 +77,24 @@ void DeskWindow::createViewMenu()
     connect(views, SIGNAL(triggered(QAction*)), this, SLOT(onViewChosen(QAction*)));
 
     menu.addSeparator();
+    addAxisModeActions(menu);
+    menu.addSeparator();
     addScaleActions(menu);
+}
+
+void DeskWindow::addAxisModeActions(QMenu& menu)
+{
+    m_axisModes = new QActionGroup(this);
+    int key = 1;
+    for (const AxisModes::Description& mode : AxisModes::all()) {
+        QAction* const action = addAction(menu, mode.menuText, QStringLiteral("Alt+%1").arg(key++),
+            tr("Label the price axis so: %1").arg(AxisModes::axisTitle(mode.mode)));
+        action->setCheckable(true);
+        action->setChecked(mode.mode == AxisMode::Price);
+        action->setData(int(mode.mode));
+        m_axisModes->addAction(action);
+    }
+    connect(m_axisModes, SIGNAL(triggered(QAction*)), this, SLOT(onAxisModeChosen(QAction*)));
 }
 
 void DeskWindow::addScaleActions(QMenu& menu)
@@ -168,6 +185,21 @@ void DeskWindow::onViewChosen(QAction* action)
 {
     m_view = action == m_valueAction ? DeskView::Value : DeskView::Volatility;
     draw();
+}
+
+void DeskWindow::setAxisMode(AxisMode mode)
+{
+    const QList<QAction*> actions = m_axisModes->actions();
+    for (QAction* const action : actions) {
+        if (action->data().toInt() == int(mode))
+            action->setChecked(true);
+    }
+    m_plot->setAxisMode(mode);
+}
+
+void DeskWindow::onAxisModeChosen(QAction* action)
+{
+    m_plot->setAxisMode(AxisMode(action->data().toInt()));
 }
 
 void DeskWindow::onGridToggled(bool shown)

@@ -11,6 +11,7 @@
 class DeskPlot;
 class ElidedLabel;
 class QAction;
+class QActionGroup;
 class QMenu;
 class SeriesSelector;
 
@@ -26,6 +27,9 @@ public:
     /// those that are chosen in the window later. Throws Exception where it cannot be shown.
     void showSeries(int futureIsinId, const SeriesFacts& given);
 
+    /// What the labels of the price axis show.
+    void setAxisMode(AxisMode mode);
+
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.
     void importChain(const QString& fileName);
@@ -36,6 +40,7 @@ public:
 private Q_SLOTS:
     void onSeriesChosen(int futureIsinId);
     void onViewChosen(QAction* action);
+    void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
     void onAutoScaleToggled(bool enabled);
     void onResetView();
@@ -46,6 +51,7 @@ private:
     void createFileMenu();
     void createViewMenu();
     void addScaleActions(QMenu& menu);
+    void addAxisModeActions(QMenu& menu);
     void createToolBar();
     QAction* addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip);
     void draw();
@@ -60,6 +66,7 @@ private:
     DeskPlot* m_plot;
     SeriesSelector* m_selector;
     ElidedLabel* m_status;
+    QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
     QAction* m_autoScaleAction = nullptr;

@@ -45,6 +45,7 @@ void tst_commandline::defaults()
     QVERIFY(!line.options.asOf.isValid());
     QVERIFY(!line.options.expiry.isValid());
     QCOMPARE(line.options.view, DeskView::Volatility);
+    QVERIFY(line.options.axisMode == AxisMode::Price);
     QVERIFY(line.options.databaseFile.isEmpty());
     QVERIFY(line.options.pictureFile.isEmpty());
     QCOMPARE(line.options.size, QSize(1000, 640));
@@ -52,15 +53,16 @@ void tst_commandline::defaults()
 
 void tst_commandline::readsEveryOption()
 {
-    const ParsedCommandLine line
-        = parsed({"--chain", "a b.csv", "--forward", "92.85", "--asof", "2012-10-01", "--expiry=20121114",
-            "--view", "value", "--database", "d.sqlite", "--picture", "p.jpg", "--size", "200x10000"});
+    const ParsedCommandLine line = parsed({"--chain", "a b.csv", "--forward", "92.85", "--asof", "2012-10-01",
+        "--expiry=20121114", "--view", "value", "--axis", "percent", "--database", "d.sqlite", "--picture",
+        "p.jpg", "--size", "200x10000"});
     QCOMPARE(line.action, ParsedCommandLine::Action::Run);
     QCOMPARE(line.options.chainFile, QStringLiteral("a b.csv"));
     QCOMPARE(line.options.forward.value_or(0.0), 92.85);
     QCOMPARE(line.options.asOf, QDate(2012, 10, 1));
     QCOMPARE(line.options.expiry, QDate(2012, 11, 14));
     QCOMPARE(line.options.view, DeskView::Value);
+    QVERIFY(line.options.axisMode == AxisMode::PercentOfQuote);
     QCOMPARE(line.options.databaseFile, QStringLiteral("d.sqlite"));
     QCOMPARE(line.options.pictureFile, QStringLiteral("p.jpg"));
     QCOMPARE(line.options.size, QSize(200, 10000));

@@ -10,6 +10,8 @@
 #include <plot2d/pricebased2dplotpicker.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
+#include <QRegularExpression>
+
 #include <qwt_plot_grid.h>
 #include <qwt_plot_marker.h>
 #include <qwt_scale_map.h>
@@ -32,6 +34,8 @@ private Q_SLOTS:
     void marksTradedStrikes();
     void fitsTheVisibleCurvesWithRoom();
     void labelsPercentInTheVolatilityView();
+    void labelsStrikesRelativeToTheForward_data();
+    void labelsStrikesRelativeToTheForward();
     void hidesWhatTheLegendUnchecks();
     void labelsFit_data();
     void labelsFit();
@@ -255,6 +259,44 @@ void tst_deskplot::labelsPercentInTheVolatilityView()
     show(DeskView::Value);
     QCOMPARE(draw->label(3.0).text(), QStringLiteral("3"));
     QCOMPARE(m_plot->axisTitle(QwtPlot::yLeft).text(), QStringLiteral("Value"));
+}
+
+void tst_deskplot::labelsStrikesRelativeToTheForward_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("atForward");
+    QTest::newRow("points") << int(AxisMode::PointsFromQuote) << "[-+]?[0-9.]+"
+                            << "0";
+    QTest::newRow("percent") << int(AxisMode::PercentOfQuote) << "[0-9]+(\\.[0-9]{1,2})?%"
+                             << "100%";
+}
+
+void tst_deskplot::labelsStrikesRelativeToTheForward()
+{
+    QFETCH(int, mode);
+    QFETCH(QString, pattern);
+    QFETCH(QString, atForward);
+    const double forward = show(DeskView::Volatility).market.forward;
+    m_plot->setAxisMode(AxisMode(mode));
+
+    const QRegularExpression label(QRegularExpression::anchoredPattern(pattern));
+    const QwtInterval all = m_plot->axisScaleDiv(QwtPlot::xBottom).interval();
+    for (const double part : {1.0, 0.5, 0.1}) {
+        m_plot->setAxisScale(QwtPlot::xBottom, forward - part * (forward - all.minValue()),
+            forward + part * (all.maxValue() - forward), 0.0);
+        m_plot->replot();
+        const QList<double> ticks = m_plot->axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick);
+        QVERIFY(ticks.size() >= 2);
+        QVERIFY(ticks.contains(forward));
+        QCOMPARE(m_plot->xAxisConvertedValue(forward), atForward);
+        for (const double tick : ticks) {
+            const QString text = m_plot->xAxisConvertedValue(tick);
+            QVERIFY2(label.match(text).hasMatch(), qPrintable(text));
+        }
+    }
+    m_plot->setAxisMode(AxisMode::Price);
+    QVERIFY(!m_plot->conversionEnabled(QwtPlot::xBottom));
 }
 
 void tst_deskplot::hidesWhatTheLegendUnchecks()

@@ -1,0 +1,249 @@
+#include "flow/shownplot.h"
+#include "support/testmain.h"
+
+#include <QMouseEvent>
+
+#include <qwt_plot_layout.h>
+
+Q_DECLARE_METATYPE(Qt::MouseButton)
+
+/// A drag on the scales of a plot that shows the prices 400 to 600 and the values 40 to 60.
+class tst_axisdrag : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void cleanup();
+
+    void prices();
+    void values();
+    void directions_data();
+    void directions();
+    void endsOfTheData_data();
+    void endsOfTheData();
+    void smallestStep_data();
+    void smallestStep();
+    void refused_data();
+    void refused();
+    void nextPressBeginsAnew();
+    void onTheAxisWidgetItself();
+
+private:
+    void press(const QPointF& place, Qt::MouseButton button = Qt::LeftButton);
+    void move(const QPointF& place);
+    QPointF onScale(int axis) const { return m_plot->plotLayout()->scaleRect(axis).center(); }
+    QwtInterval range(int axis) { return visible(*m_plot, axis); }
+
+    std::unique_ptr<TestPlot> m_plot;
+};
+
+void tst_axisdrag::initTestCase()
+{
+    TestHost::createSecurities();
+    TestHost::createBoards();
+}
+
+void tst_axisdrag::cleanupTestCase()
+{
+    TestHost::dropSecurities();
+    TestHost::dropBoards();
+}
+
+void tst_axisdrag::init()
+{
+    m_plot = shownPlot();
+    QVERIFY(m_plot);
+}
+
+void tst_axisdrag::cleanup()
+{
+    m_plot.reset();
+}
+
+void tst_axisdrag::press(const QPointF& place, Qt::MouseButton button)
+{
+    QMouseEvent event(QEvent::MouseButtonPress, place, button, button, Qt::NoModifier);
+    m_plot->mousePressEvent(&event);
+}
+
+void tst_axisdrag::move(const QPointF& place)
+{
+    QMouseEvent event(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    m_plot->mouseMoveEvent(&event);
+}
+
+void tst_axisdrag::prices()
+{
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    m_plot->fixedRange = std::make_pair(1.0, 2.0);
+    QSignalSpy autoScale(m_plot.get(), SIGNAL(autoScaleEnabled(bool)));
+    const QPointF from = onScale(QwtPlot::xBottom);
+    press(from);
+    m_plot->calls.clear();
+    move(from + QPointF(5.0, 0.0));
+    QVERIFY(m_plot->calls.contains(QStringLiteral("replot")));
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(390.0, 610.0));
+    COMPARE_RANGES(range(QwtPlot::yLeft), QwtInterval(1.0, 2.0));
+    QCOMPARE(autoScale.count(), 0);
+    move(from + QPointF(5.0, 3.0));
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(390.0, 610.0));
+    move(from + QPointF(4.0, 0.0));
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(401.0, 599.0));
+}
+
+void tst_axisdrag::values()
+{
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    m_plot->fixedRange = std::make_pair(1.0, 2.0);
+    QSignalSpy autoScale(m_plot.get(), SIGNAL(autoScaleEnabled(bool)));
+    // The owner of the plot does what the signal asks for.
+    connect(m_plot.get(), SIGNAL(autoScaleEnabled(bool)), m_plot.get(), SLOT(setAutoScaleEnabled(bool)));
+    const QPointF from = onScale(QwtPlot::yLeft);
+    press(from);
+    move(from + QPointF(0.0, 5.0));
+    COMPARE_RANGES(range(QwtPlot::yLeft), QwtInterval(39.0, 61.0));
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(400.0, 600.0));
+    QCOMPARE(autoScale.count(), 1);
+    QCOMPARE(autoScale.first().first().toBool(), false);
+    move(from + QPointF(3.0, 5.0));
+    COMPARE_RANGES(range(QwtPlot::yLeft), QwtInterval(39.0, 61.0));
+    move(from + QPointF(0.0, 4.0));
+    COMPARE_RANGES(range(QwtPlot::yLeft), QwtInterval(40.1, 59.9));
+    QCOMPARE(autoScale.count(), 1);
+}
+
+void tst_axisdrag::directions_data()
+{
+    QTest::addColumn<int>("axis");
+    QTest::addColumn<QPointF>("offset");
+    QTest::addColumn<QwtInterval>("expected");
+    QTest::newRow("right") << int(QwtPlot::xBottom) << QPointF(0.5, 0.0) << QwtInterval(390.0, 610.0);
+    QTest::newRow("left") << int(QwtPlot::xBottom) << QPointF(-90.0, 0.0) << QwtInterval(410.0, 590.0);
+    QTest::newRow("across") << int(QwtPlot::xBottom) << QPointF(0.0, 9.0) << QwtInterval(400.0, 600.0);
+    QTest::newRow("down") << int(QwtPlot::yLeft) << QPointF(0.0, 1.0) << QwtInterval(39.0, 61.0);
+    QTest::newRow("up") << int(QwtPlot::yLeft) << QPointF(0.0, -9.0) << QwtInterval(41.0, 59.0);
+    QTest::newRow("along") << int(QwtPlot::yLeft) << QPointF(9.0, 0.0) << QwtInterval(40.0, 60.0);
+}
+
+void tst_axisdrag::directions()
+{
+    QFETCH(int, axis);
+    QFETCH(QPointF, offset);
+    QFETCH(QwtInterval, expected);
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    QSignalSpy labels(m_plot.get(), SIGNAL(updateAxisLabels()));
+    press(onScale(axis));
+    move(onScale(axis) + offset);
+    COMPARE_RANGES(range(axis), expected);
+    QCOMPARE(labels.count(), 0);
+}
+
+void tst_axisdrag::endsOfTheData_data()
+{
+    QTest::addColumn<QRectF>("data");
+    QTest::addColumn<int>("axis");
+    QTest::addColumn<QwtInterval>("expected");
+    const int x = QwtPlot::xBottom;
+    const int y = QwtPlot::yLeft;
+    QTest::newRow("left") << QRectF(450.0, 0.0, 500.0, 100.0) << x << QwtInterval(400.0, 620.0);
+    QTest::newRow("right") << QRectF(0.0, 0.0, 550.0, 100.0) << x << QwtInterval(380.0, 600.0);
+    QTest::newRow("both") << QRectF(450.0, 0.0, 100.0, 100.0) << x << QwtInterval(400.0, 600.0);
+    QTest::newRow("bottom") << QRectF(0.0, 50.0, 1000.0, 50.0) << y << QwtInterval(40.0, 62.0);
+    QTest::newRow("top") << QRectF(0.0, 0.0, 1000.0, 50.0) << y << QwtInterval(38.0, 60.0);
+    QTest::newRow("bottom and top") << QRectF(0.0, 45.0, 1000.0, 10.0) << y << QwtInterval(40.0, 60.0);
+}
+
+void tst_axisdrag::endsOfTheData()
+{
+    QFETCH(QRectF, data);
+    QFETCH(int, axis);
+    QFETCH(QwtInterval, expected);
+    addData(*m_plot, data.left(), data.right(), data.top(), data.bottom());
+    press(onScale(axis));
+    move(onScale(axis) + QPointF(5.0, 5.0));
+    COMPARE_RANGES(range(axis), expected);
+}
+
+void tst_axisdrag::smallestStep_data()
+{
+    QTest::addColumn<double>("minStep");
+    QTest::addColumn<double>("dx");
+    QTest::addColumn<QwtInterval>("expected");
+    QTest::newRow("shrinks") << 200.0 << -5.0 << QwtInterval(410.0, 590.0);
+    QTest::newRow("too narrow") << 200.001 << -5.0 << QwtInterval(400.0, 600.0);
+    QTest::newRow("grows") << 300.0 << 5.0 << QwtInterval(390.0, 610.0);
+}
+
+void tst_axisdrag::smallestStep()
+{
+    QFETCH(double, minStep);
+    QFETCH(double, dx);
+    QFETCH(QwtInterval, expected);
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    m_plot->setPriceInterval({100.0, 900.0, minStep, true});
+    press(onScale(QwtPlot::xBottom));
+    move(onScale(QwtPlot::xBottom) + QPointF(dx, 0.0));
+    COMPARE_RANGES(range(QwtPlot::xBottom), expected);
+}
+
+void tst_axisdrag::refused_data()
+{
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::addColumn<bool>("onScale");
+    QTest::addColumn<bool>("withData");
+    QTest::newRow("zoom disabled") << false << Qt::LeftButton << true << true;
+    QTest::newRow("right button") << true << Qt::RightButton << true << true;
+    QTest::newRow("in the canvas") << true << Qt::LeftButton << false << true;
+    QTest::newRow("no data") << true << Qt::LeftButton << true << false;
+}
+
+void tst_axisdrag::refused()
+{
+    QFETCH(bool, enabled);
+    QFETCH(Qt::MouseButton, button);
+    QFETCH(bool, onScale);
+    QFETCH(bool, withData);
+    if (withData)
+        addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    m_plot->setZoomEnabled(enabled);
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
+        const QPointF from = onScale ? this->onScale(axis) : m_plot->plotLayout()->canvasRect().center();
+        press(from, button);
+        move(from + QPointF(5.0, 5.0));
+    }
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(400.0, 600.0));
+    COMPARE_RANGES(range(QwtPlot::yLeft), QwtInterval(40.0, 60.0));
+}
+
+void tst_axisdrag::nextPressBeginsAnew()
+{
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    const QPointF from = onScale(QwtPlot::xBottom);
+    press(from);
+    move(from + QPointF(5.0, 0.0));
+    // Left of the last place, but right of where this drag begins.
+    press(from);
+    move(from + QPointF(2.0, 0.0));
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(379.0, 621.0));
+    press(from, Qt::RightButton);
+    move(from + QPointF(9.0, 0.0));
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(379.0, 621.0));
+}
+
+void tst_axisdrag::onTheAxisWidgetItself()
+{
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    QWidget* axis = m_plot->axisWidget(QwtPlot::xBottom);
+    const QPoint from = axis->mapFrom(m_plot.get(), onScale(QwtPlot::xBottom).toPoint());
+    QMouseEvent pressed(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(axis, &pressed);
+    QMouseEvent dragged(QEvent::MouseMove, from - QPoint(5, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(axis, &dragged);
+    COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(410.0, 590.0));
+}
+
+PLOT2D_TEST_MAIN(tst_axisdrag)
+#include "tst_axisdrag.moc"
