@@ -2,38 +2,25 @@
 
 #include "futurelookup_p.h"
 #include "guardedscaleengine_p.h"
-#include "plot2d/pricebased2dplotcurve.h"
-#include "plot2d/pricebased2dplotlegend.h"
 #include "plot2d/pricebased2dplotpanner.h"
 #include "plot2d/pricebased2dplotpicker.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
 #include "plot2d/pricebased2dplotscaleengine.h"
 #include "plotitems_p.h"
 #include "plotlook_p.h"
-#include "plotmouse_p.h"
-#include "quoteline_p.h"
-#include "scaledivision_p.h"
-#include "valuerange_p.h"
 
-#include <c_api/common.h>
 #include <database/database.h>
 #include <database/icore.h>
 #include <database/table.h>
 #include <directory/securitydirectory.h>
 
-#include <QEvent>
 #include <QMessageLogger>
-#include <QMouseEvent>
 
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_grid.h>
 #include <qwt_plot_layout.h>
-#include <qwt_plot_marker.h>
 #include <qwt_scale_widget.h>
 #include <qwt_text.h>
-
-#include <algorithm>
-#include <cmath>
 
 PriceBased2dPlot::PriceBased2dPlot(bool init, const QwtText& title, QWidget* parent)
     : QwtPlot(title, parent)
@@ -99,6 +86,22 @@ void PriceBased2dPlot::setUpAxes()
     setAxisScaleDraw(xBottom, m_xScaleDraw);
     setAxisScaleDraw(yLeft, m_yScaleDraw);
     axisWidget(xBottom)->installEventFilter(this);
+}
+
+// A host may have replaced the objects, and with that deleted ours.
+PriceBased2dPlotScaleDraw* PriceBased2dPlot::xScaleDraw() const
+{
+    return axisScaleDraw(xBottom) == m_xScaleDraw ? m_xScaleDraw : nullptr;
+}
+
+PriceBased2dPlotScaleDraw* PriceBased2dPlot::yScaleDraw() const
+{
+    return axisScaleDraw(yLeft) == m_yScaleDraw ? m_yScaleDraw : nullptr;
+}
+
+PriceBased2dPlotScaleEngine* PriceBased2dPlot::scaleEngine() const
+{
+    return axisScaleEngine(xBottom) == m_scaleEngine ? m_scaleEngine : nullptr;
 }
 
 void PriceBased2dPlot::setUpLook()
@@ -187,20 +190,21 @@ void PriceBased2dPlot::setGridEnabled(bool enabled)
 
 void PriceBased2dPlot::updateScaleLabels()
 {
-    if (m_xScaleDraw)
-        m_xScaleDraw->updateLabels();
-    if (m_yScaleDraw)
-        m_yScaleDraw->updateLabels();
+    for (PriceBased2dPlotScaleDraw* draw : {xScaleDraw(), yScaleDraw()}) {
+        if (draw)
+            draw->updateLabels();
+    }
     replot();
 }
 
 void PriceBased2dPlot::updateAxisWidgets()
 {
-    if (!m_xScaleDraw)
+    PriceBased2dPlotScaleDraw* draw = xScaleDraw();
+    if (!draw)
         return;
-    m_xScaleDraw->updateLabels();
+    draw->updateLabels();
     replot();
-    m_xScaleDraw->invalidateCache();
+    draw->invalidateCache();
     updateAxes();
     replot();
     axisWidget(xBottom)->update();
@@ -208,14 +212,14 @@ void PriceBased2dPlot::updateAxisWidgets()
 
 void PriceBased2dPlot::setCurKotirEnabled(bool enabled)
 {
-    if (m_xScaleDraw)
-        m_xScaleDraw->setCurKotirEnabled(enabled);
+    if (PriceBased2dPlotScaleDraw* draw = xScaleDraw())
+        draw->setCurKotirEnabled(enabled);
 }
 
 void PriceBased2dPlot::setCurKotirValue(double quote)
 {
-    if (m_xScaleDraw)
-        m_xScaleDraw->setCurKotirValue(quote);
+    if (PriceBased2dPlotScaleDraw* draw = xScaleDraw())
+        draw->setCurKotirValue(quote);
 }
 
 void PriceBased2dPlot::setPriceInterval(const PriceInterval& interval)
@@ -303,183 +307,24 @@ Table* PriceBased2dPlot::securitiesTable() const
     return m_securitiesTable;
 }
 
-void PriceBased2dPlot::setCurveVisible(const QString& curveTitle, bool visible)
-{
-    if (!qobject_cast<PriceBased2dPlotLegend*>(sender()) || curveTitle.isEmpty())
-        return;
-
-    PriceBased2dPlotCurve* curve = PlotItems::validCurve(*this, curveTitle);
-    if (!curve)
-        return;
-    curve->setVisible(visible);
-    if (curve->dataType() != PriceBased2dPlotCurve::quoteLineType)
-        updateYAxisScale();
-    else
-        replot();
-}
-
-QList<PriceBased2dPlotCurve*> PriceBased2dPlot::attachedCurves(int type) const
-{
-    return type == -1 ? PlotItems::curves(*this) : PlotItems::curvesOfType(*this, type);
-}
-
-QList<QwtPlotMarker*> PriceBased2dPlot::createMarkers(int count, PriceBased2dPlotCurve* curve)
-{
-    QList<QwtPlotMarker*> markers;
-    if (!curve)
-        return markers;
-    for (int i = 0; i < count; ++i) {
-        QwtPlotMarker* marker = PlotLook::createPointMarker(curve->pen());
-        marker->attach(this);
-        markers.append(marker);
-    }
-    return markers;
-}
-
-QList<QwtPlotMarker*> PriceBased2dPlot::attachedMarkers() const
-{
-    return PlotItems::symbolMarkers(*this);
-}
-
-void PriceBased2dPlot::updateCurKotirPoints(double low, double high, double quote)
-{
-    const QwtInterval scale = axisScaleDiv(yLeft).interval();
-    low = std::min(low, scale.minValue());
-    high = std::max(high, scale.maxValue());
-
-    // The line is only moved, never made.
-    PriceBased2dPlotCurve* line = PlotItems::quoteLine(*this);
-    if (!line || line->dataSize() != 2)
-        return;
-    const std::optional<double> price = quote < 0.0 ? QuoteLine::price(*line) : quote;
-    if (!price)
-        return;
-    if (const auto ends = QuoteLine::ends(low, high, *price))
-        line->setSamples(QVector<QPointF>{ends->front(), ends->back()});
-}
-
-void PriceBased2dPlot::updateYAxisScale()
-{
-    // A horizontal scale that was set since the last replot is divided only now.
-    updateAxes();
-    if (!autoScaleEnabled()) {
-        updateCurKotirPoints(0.0, 0.0, -1.0);
-        replot();
-        updateScaleLabels();
-        return;
-    }
-
-    const auto [min, max] = minMaxYAtXRange();
-    if (min > max && !commonFuzzyCompare(min, max)) {
-        replot();
-        return;
-    }
-    setAxisScale(yLeft, min, max, 0.0);
-    replot();
-    updateScaleLabels();
-}
-
-std::pair<double, double> PriceBased2dPlot::minMaxYAtXRange()
-{
-    const QwtScaleDiv& prices = axisScaleDiv(xBottom);
-    if (prices.isEmpty() || !prices.interval().isValid())
-        return ValueRange::none;
-    const double x1 = roundedXValue(prices.lowerBound());
-    const double x2 = roundedXValue(prices.upperBound());
-    if (!ValueRange::isProperRange(x1, x2))
-        return ValueRange::none;
-    return ValueRange::ofCurves(PlotItems::curves(*this), x1, x2);
-}
-
-void PriceBased2dPlot::setAxisScale(int axis, double min, double max, double step)
-{
-    if ((axis != yLeft && axis != xBottom) || !std::isfinite(min) || !std::isfinite(max) || min > max)
-        return;
-
-    const bool empty = commonFuzzyCompare(min, max);
-    if (axis == yLeft) {
-        updateCurKotirPoints(min, max, -1.0);
-        if (empty)
-            setDivisibleScale(axis, min - 1.0, max + 1.0, step);
-        else if (max - min > 1e-8)
-            setDivisibleScale(axis, min, max, step);
-    } else if (!empty) {
-        setDivisibleScale(axis, min, max, step);
-    }
-}
-
-void PriceBased2dPlot::setDivisibleScale(int axis, double min, double max, double step)
-{
-    // Far from zero the doubles are more than 1 apart, so that widening does not always widen.
-    if (min < max && ScaleDivision::isDivisible({min, max, axisMaxMajor(axis), axisMaxMinor(axis), step}))
-        QwtPlot::setAxisScale(axis, min, max, step);
-}
-
-double PriceBased2dPlot::roundedXValue(double x) const
-{
-    return ValueRange::snapped(x, priceStep());
-}
-
-QRectF PriceBased2dPlot::curvesRectangle() const
-{
-    return ValueRange::boundingRectangle(PlotItems::curves(*this));
-}
-
 bool PriceBased2dPlot::conversionEnabled(int axis) const
 {
-    const PriceBased2dPlotScaleDraw* draw = axis == xBottom && m_xScaleDraw ? m_xScaleDraw : m_yScaleDraw;
+    const PriceBased2dPlotScaleDraw* draw = axis == xBottom && xScaleDraw() ? xScaleDraw() : yScaleDraw();
     return draw && draw->isConversionEnabled();
 }
 
 QString PriceBased2dPlot::xAxisConvertedValue(double value) const
 {
-    return m_xScaleDraw ? m_xScaleDraw->convertedValue(value) : QString();
+    return xScaleDraw() ? xScaleDraw()->convertedValue(value) : QString();
 }
 
 QString PriceBased2dPlot::xAxisMetricUnit() const
 {
-    return m_xScaleDraw ? m_xScaleDraw->metricUnit() : QString();
+    return xScaleDraw() ? xScaleDraw()->metricUnit() : QString();
 }
 
 void PriceBased2dPlot::setRescaleFactor(const decimal& factor)
 {
-    if (m_scaleEngine)
-        m_scaleEngine->setRescaleFactor(factor);
-}
-
-bool PriceBased2dPlot::eventFilter(QObject* watched, QEvent* event)
-{
-    const bool handled = QwtPlot::eventFilter(watched, event);
-    if (event->type() == QEvent::Paint && watched == axisWidget(xBottom) && m_xScaleDraw
-        && !m_xScaleDraw->isPaintedOnce()) {
-        m_xScaleDraw->setPaintedOnce();
-        m_xScaleDraw->updateLabels();
-    }
-    return handled;
-}
-
-void PriceBased2dPlot::mousePressEvent(QMouseEvent* event)
-{
-    const bool begins = event->button() == Qt::LeftButton && mousePositionOnScale(event->localPos());
-    m_pressPosition = begins ? event->localPos() : QPointF();
-    m_dragPosition = QPointF();
-    QWidget::mousePressEvent(event);
-}
-
-void PriceBased2dPlot::mouseMoveEvent(QMouseEvent* event)
-{
-    const PlotMouse::Target target{*this, m_picker, m_yScaleDraw};
-    const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, event->localPos()};
-    if (m_zoomEnabled && !m_pressPosition.isNull() && PlotMouse::drag(target, drag)) {
-        m_dragPosition = event->localPos();
-        updateScaleLabels();
-        updateAxisWidgets();
-    }
-    QWidget::mouseMoveEvent(event);
-}
-
-void PriceBased2dPlot::wheelEvent(QWheelEvent* event)
-{
-    if (m_zoomEnabled && PlotMouse::zoom({*this, m_picker, m_yScaleDraw}, *event))
-        Q_EMIT updateAxisLabels();
+    if (scaleEngine())
+        scaleEngine()->setRescaleFactor(factor);
 }

@@ -208,6 +208,9 @@ protected:
 
 private:
     void construct(bool init);
+    PriceBased2dPlotScaleDraw* xScaleDraw() const;
+    PriceBased2dPlotScaleDraw* yScaleDraw() const;
+    PriceBased2dPlotScaleEngine* scaleEngine() const;
     void setUpAxes();
     void setUpLook();
     void setDivisibleScale(int axis, double min, double max, double step);

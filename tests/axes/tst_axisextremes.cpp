@@ -242,10 +242,18 @@ void tst_axisextremes::samplesOfAnAutoScale_data()
     const auto row
         = [](const char* name, const QVector<QPointF>& samples) { QTest::newRow(name) << samples; };
     row("infinite value", {{100, 1}, {110, infinity}, {120, 2}});
+    row("infinite value alone", {{100, infinity}});
+    row("infinite value downwards", {{100, 1}, {110, -infinity}, {120, 2}});
     row("infinite price", {{100, 1}, {infinity, 2}});
+    row("infinite price downwards", {{-infinity, 1}, {100, 2}});
     row("both infinities", {{-infinity, -infinity}, {infinity, infinity}});
     row("NaN", {{notANumber, notANumber}, {100, notANumber}});
     row("huge", {{-1e308, -1e308}, {1e308, 1e308}});
+    row("huge values", {{100, -1.7e308}, {110, 1.7e308}});
+    row("huge prices", {{-1.7e308, 1}, {1.7e308, 2}});
+    row("huge prices and values", {{-1.7e308, -1.7e308}, {1.7e308, 1.7e308}});
+    row("a huge place", {{1.7e308, 1.7e308}});
+    row("a huge place below zero", {{-1.7e308, -1.7e308}});
     row("largest", {{-largest, -largest}, {largest, largest}});
     row("largest upwards", {{0, 0}, {largest, largest}});
     row("1e300", {{1e300, 1e300}, {2e300, 2e300}});

@@ -31,6 +31,8 @@ void tst_fractionlength::length_data()
     row("equal digits unknown", {12.345, 12.349}, -1, 0);
     row("equal digits the smallest int", {12.345}, std::numeric_limits<int>::min(), 0);
     row("two ticks", {12.345, 12.349}, 4, 3);
+    row("the lower one alone", {12.345}, 4, 3);
+    row("the upper one alone", {12.349}, 4, 3);
     row("whole numbers", {12, 13}, 4, 0);
     row("three digits beyond the shared ones", {1.23456789}, 1, 3);
     row("no shared fraction digit", {1.23456789}, 2, 4);

@@ -257,6 +257,8 @@ void tst_labelthinning::thinned_data()
     row("single overlap with the left neighbour", {10, 40, 70}, 30, true, 11, {10, 70}, 1);
     row("tick exactly at the quote", {10, 40, 70}, 40, true, 11, {10, 70}, 1);
     row("the same, not drawn", {10, 40, 70}, 40, false, 11, {70}, 0);
+    row("quote of zero", {-40, -30, -20, -10, 0, 10, 20, 30}, 0, false, 11, {-40, -20, 10, 30}, -1);
+    row("quote of zero, two rounds", {-30, -20, -10, 0, 10, 20}, 0, false, 11, {-30, 20}, -1);
     row("quote before all", {10, 40, 70}, 5, true, 11, {40, 70}, 0);
     row("quote after all", {10, 40, 70}, 75, true, 11, {10, 40}, 3);
     row("quote after all that fit", {10, 40, 70}, 100, true, 11, {10, 40, 70}, 3);

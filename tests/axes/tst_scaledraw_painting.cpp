@@ -59,6 +59,14 @@ public:
             values.append(label.value);
         return values;
     }
+
+    Values drawnTicks() const
+    {
+        Values values;
+        for (const Tick& tick : ticks)
+            values.append(tick.value);
+        return values;
+    }
 };
 
 QwtScaleDiv majorTicks(const Values& ticks)
@@ -99,6 +107,9 @@ private Q_SLOTS:
     void tickTypesInOrder();
     void ticksOutsideAreNotDrawn();
     void tickStaysWithoutItsLabel();
+    void tickAtTheQuoteStaysWithoutItsLabel();
+    void ticksStayWhenNoLabelFits_data();
+    void ticksStayWhenNoLabelFits();
     void linePens();
     void backboneIsNotDrawnAsTheTicksLeftIt();
     void components_data();
@@ -232,10 +243,7 @@ void tst_scaledraw_painting::ticksOutsideAreNotDrawn()
 {
     PaintedAxis axis(QwtScaleDiv(100, 300, {50, 150}, {350}, {100, 300, 301}));
     axis.paint();
-    Values ticks;
-    for (const auto& tick : axis.ticks)
-        ticks.append(tick.value);
-    QCOMPARE(ticks, (Values{150, 100, 300}));
+    QCOMPARE(axis.drawnTicks(), (Values{150, 100, 300}));
 }
 
 void tst_scaledraw_painting::tickStaysWithoutItsLabel()
@@ -251,6 +259,45 @@ void tst_scaledraw_painting::tickStaysWithoutItsLabel()
         QCOMPARE(image.pixelColor(x, middle), lineColor);
         QCOMPARE(image.pixelColor(x + 1, middle), QColor(Qt::white));
     }
+}
+
+void tst_scaledraw_painting::tickAtTheQuoteStaysWithoutItsLabel()
+{
+    PaintedAxis axis(majorTicks({100, 200, 300}));
+    axis.setPaintedOnce();
+    axis.setQuote(200);
+    QCOMPARE(axis.labelTicks(), (Values{100, 300}));
+    const QImage image = axis.paint();
+    QCOMPARE(axis.drawnLabels(), (Values{100, 300, 200}));
+    QCOMPARE(axis.labels[0].color, textColor);
+    QCOMPARE(axis.labels[1].color, textColor);
+    QCOMPARE(axis.labels[2].color, quoteColor);
+    QCOMPARE(axis.drawnTicks(), (Values{100, 200, 300}));
+    QCOMPARE(image.pixelColor(200, static_cast<int>(axis.maxTickLength() / 2.0)), lineColor);
+    QVERIFY(reddishPixels(image, axis.tickLabelBoundingRect(200)) > 5);
+}
+
+void tst_scaledraw_painting::ticksStayWhenNoLabelFits_data()
+{
+    QTest::addColumn<Values>("candidates");
+    QTest::addColumn<double>("quote");
+    QTest::newRow("one") << Values{100} << 105.0;
+    QTest::newRow("two") << Values{100, 105} << 110.0;
+}
+
+void tst_scaledraw_painting::ticksStayWhenNoLabelFits()
+{
+    QFETCH(Values, candidates);
+    QFETCH(double, quote);
+    PaintedAxis axis(QwtScaleDiv(0, 400, {50}, {}, candidates));
+    axis.setPaintedOnce();
+    axis.setQuote(quote, false);
+    QCOMPARE(axis.labelTicks(), Values{});
+    QCOMPARE(axis.curKotirIndex(), -1);
+    axis.paint();
+    QCOMPARE(axis.drawnLabels(), Values{});
+    QCOMPARE(axis.drawnTicks(), Values{50} + candidates);
+    QCOMPARE(axis.backbones, 1);
 }
 
 void tst_scaledraw_painting::linePens()

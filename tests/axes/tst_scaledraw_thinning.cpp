@@ -60,6 +60,8 @@ private Q_SLOTS:
     void quoteBeyondTheScaleBlocks();
     void quoteOfZeroBlanksTheAxis_data();
     void quoteOfZeroBlanksTheAxis();
+    void disabledQuoteOfZeroPartsTheTicks_data();
+    void disabledQuoteOfZeroPartsTheTicks();
     void indexMayBeTheNumberOfCandidates();
     void roundsRunOut();
     void equalDigitsAreThoseOfWhatStays();
@@ -216,6 +218,42 @@ void tst_scaledraw_thinning::quoteOfZeroBlanksTheAxis()
     axis.setQuote(quote, false);
     axis.updateLabels();
     QCOMPARE(axis.labelTicks(), (Values{100, 200}));
+}
+
+void tst_scaledraw_thinning::disabledQuoteOfZeroPartsTheTicks_data()
+{
+    QTest::addColumn<double>("quote");
+    QTest::addColumn<QList<int>>("candidates");
+    QTest::addColumn<QList<int>>("expected");
+
+    // In distances too short for a label, of which two in a row suffice.
+    for (const double quote : {0.0, -0.0}) {
+        QTest::addRow("%g, one round", quote)
+            << quote << QList<int>{-4, -3, -2, -1, 0, 1, 2, 3} << QList<int>{-4, -2, 1, 3};
+        // -3, -1, 0 and 2 after the first.
+        QTest::addRow("%g, two rounds", quote)
+            << quote << QList<int>{-3, -2, -1, 0, 1, 2} << QList<int>{-3, 2};
+    }
+}
+
+void tst_scaledraw_thinning::disabledQuoteOfZeroPartsTheTicks()
+{
+    QFETCH(double, quote);
+    QFETCH(QList<int>, candidates);
+    QFETCH(QList<int>, expected);
+    PixelAxis axis({});
+    const int distance = axis.labelWidth() - 4;
+    const auto ticks = [distance](const QList<int>& places) {
+        Values values;
+        for (const int place : places)
+            values.append(place * distance);
+        return values;
+    };
+    axis.setScaleDiv(QwtScaleDiv(-500, 500, {}, {}, ticks(candidates)));
+    axis.setQuote(quote, false);
+    axis.updateLabels();
+    QCOMPARE(axis.labelTicks(), ticks(expected));
+    QCOMPARE(axis.curKotirIndex(), -1);
 }
 
 void tst_scaledraw_thinning::indexMayBeTheNumberOfCandidates()

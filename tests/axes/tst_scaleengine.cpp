@@ -75,6 +75,8 @@ private Q_SLOTS:
     void keptDivisionLeavesTheCacheAlone();
     void keptOnlyWithItsConditions_data();
     void keptOnlyWithItsConditions();
+    void divisionsOfBeforeAreNotKept_data();
+    void divisionsOfBeforeAreNotKept();
     void keptDivisionIsAnchored();
 };
 
@@ -354,6 +356,34 @@ void tst_scaleengine::keptOnlyWithItsConditions()
     const QwtScaleDiv first = engine.divideScale(0, 100, major, minor, step);
     const QwtScaleDiv second = QwtLinearScaleEngine(10).divideScale(10, 20, 8, 5, 0);
     QVERIFY(engine.divideScale(10, 20, 8, 5, 0) == (kept ? first : second));
+}
+
+void tst_scaleengine::divisionsOfBeforeAreNotKept_data()
+{
+    QTest::addColumn<bool>("autoScale");
+    QTest::addColumn<bool>("linked");
+    QTest::newRow("no scale draw") << false << false;
+    QTest::newRow("auto-scale") << true << true;
+    QTest::newRow("auto-scale, and no scale draw") << true << false;
+}
+
+void tst_scaleengine::divisionsOfBeforeAreNotKept()
+{
+    QFETCH(bool, autoScale);
+    QFETCH(bool, linked);
+    TestPlot plot;
+    plot.setAutoScaleEnabled(autoScale);
+    LinkedDraw draw;
+    PriceBased2dPlotScaleEngine engine(&plot, leftAxis, 10);
+    engine.setScaleDraw(linked ? &draw : nullptr);
+    engine.divideScale(0, 100, 8, 5, 0);
+
+    engine.setScaleDraw(&draw);
+    plot.setAutoScaleEnabled(false);
+    const QwtScaleDiv first = engine.divideScale(10, 20, 8, 5, 0);
+    QVERIFY(first == QwtLinearScaleEngine(10).divideScale(10, 20, 8, 5, 0));
+    // This one is kept.
+    QVERIFY(engine.divideScale(12, 14, 8, 5, 0) == first);
 }
 
 void tst_scaleengine::keptDivisionIsAnchored()

@@ -1,3 +1,4 @@
+#include "support/childrun.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void metaObjectHasNoOtherMethods();
     void stateAfterConstruction();
     void priceIntervalIsAMetaType();
+    void priceIntervalIsAMetaTypeFromTheFirstPlotOn();
 
     void withoutInitNothingIsCreated();
     void withoutInitSettersWork();
@@ -142,6 +144,22 @@ void tst_pricebased2dplot_setup::priceIntervalIsAMetaType()
 {
     const TestPlot plot;
     QCOMPARE(QMetaType::type("PriceInterval"), qMetaTypeId<PriceInterval>());
+}
+
+void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstPlotOn()
+{
+    // Once registered a type stays so until the process ends.
+    if (!TestSupport::isChild()) {
+        const TestSupport::ChildRun run
+            = TestSupport::repeatRowInChild(QProcessEnvironment::systemEnvironment());
+        QVERIFY2(run.passed(), run.output.constData());
+        return;
+    }
+    QCOMPARE(QMetaType::type("PriceInterval"), int(QMetaType::UnknownType));
+    const TestPlot plot(false);
+    const int type = QMetaType::type("PriceInterval");
+    QVERIFY(type != QMetaType::UnknownType);
+    QCOMPARE(type, qMetaTypeId<PriceInterval>());
 }
 
 void tst_pricebased2dplot_setup::withoutInitNothingIsCreated()

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void autoScaleOffStretchesTheQuoteLine();
     void autoScaleOffKeepsTheScale();
     void autoScaleFitsTheCurves();
+    void autoScaleFitsPricesThatWereNotReplotted();
     void autoScaleWithoutCurves();
     void autoScaleRanges_data();
     void autoScaleRanges();
@@ -126,6 +127,8 @@ void tst_verticalscale::verticalScales_data()
     QTest::newRow("1e-8 apart") << 0.0 << 1e-8 << unchanged;
     QTest::newRow("more than 1e-8 apart") << 0.0 << 1.0001e-8 << QwtInterval(0.0, 1.0001e-8);
     QTest::newRow("width not finite") << -largest << largest << unchanged;
+    QTest::newRow("too large to be widened by 1") << 1e17 << 1e17 << unchanged;
+    QTest::newRow("too far below zero to be widened by 1") << -1e17 << -1e17 << unchanged;
 }
 
 void tst_verticalscale::verticalScales()
@@ -217,6 +220,23 @@ void tst_verticalscale::autoScaleFitsTheCurves()
     QCOMPARE(m_plot->calls, (QStringList{"range", "quote line 1 2 -1", "replot", "replot"}));
     QCOMPARE(scale(QwtPlot::yLeft), QwtInterval(1.0, 2.0));
     QCOMPARE(m_plot->axisStepSize(QwtPlot::yLeft), 0.0);
+}
+
+void tst_verticalscale::autoScaleFitsPricesThatWereNotReplotted()
+{
+    TestPlot plot;
+    QVERIFY(plot.autoScaleEnabled());
+    auto* curve = addCurve(plot, 9, {{100.0, 1.0}, {110.0, 2.0}}, "a");
+    plot.setAxisScale(QwtPlot::xBottom, 100.0, 111.0, 0.0);
+    plot.updateYAxisScale();
+    QCOMPARE(plot.axisScaleDiv(QwtPlot::xBottom).interval(), QwtInterval(100.0, 111.0));
+    QCOMPARE(plot.axisScaleDiv(QwtPlot::yLeft).interval(), QwtInterval(1.0, 2.0));
+
+    curve->setSamples(QVector<QPointF>{{100.0, 1.0}, {105.0, 3.0}, {110.0, 2.0}, {110.5, 7.0}, {120.0, 9.0}});
+    plot.setAxisScale(QwtPlot::xBottom, 105.0, 111.0, 0.0);
+    plot.updateYAxisScale();
+    QCOMPARE(plot.axisScaleDiv(QwtPlot::xBottom).interval(), QwtInterval(105.0, 111.0));
+    QCOMPARE(plot.axisScaleDiv(QwtPlot::yLeft).interval(), QwtInterval(2.0, 7.0));
 }
 
 void tst_verticalscale::autoScaleWithoutCurves()
