@@ -136,7 +136,7 @@ Vector smoothestResiduals(const SplineEquations& equations, const Vector& errors
 {
     double low = std::log(equations.balancedWeight() * weakest);
     double high = std::log(equations.balancedWeight() * strongest);
-    const Vector straight = equations.residuals(std::exp(high));
+    Vector straight = equations.residuals(std::exp(high));
     if (isWithinErrors(straight, errors))
         return straight;
     Vector best(errors.size(), 0.0);
