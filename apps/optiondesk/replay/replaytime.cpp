@@ -5,6 +5,8 @@
 #include <QDateTime>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 constexpr qint64 firstEpochTime = 100000000000;
@@ -44,13 +46,23 @@ std::optional<QuoteTime> parseMoment(const QRegularExpressionMatch& parts)
     return QuoteTime{TimeForm::DateTime, moment};
 }
 
+QuoteTime timeOf(qint64 milliseconds)
+{
+    return {milliseconds < firstEpochTime ? TimeForm::Elapsed : TimeForm::Epoch, milliseconds};
+}
+
 std::optional<QuoteTime> parseMilliseconds(const QString& cell)
 {
+    // Millions of cells hold digits alone, for which nothing needs to be taken apart.
+    constexpr int safeDigits = 15;
+    const auto isDigit
+        = [](QChar character) { return character >= QLatin1Char('0') && character <= QLatin1Char('9'); };
+    if (!cell.isEmpty() && cell.size() <= safeDigits && std::all_of(cell.begin(), cell.end(), isDigit))
+        return timeOf(cell.toLongLong());
     const std::optional<ParsedNumber> number = parseNumber(cell, DecimalMark::Point);
     if (!number || number->percent || number->value < decimal::zero)
         return std::nullopt;
-    const qint64 milliseconds = number->value.toString().section(QLatin1Char('.'), 0, 0).toLongLong();
-    return QuoteTime{milliseconds < firstEpochTime ? TimeForm::Elapsed : TimeForm::Epoch, milliseconds};
+    return timeOf(number->value.toString().section(QLatin1Char('.'), 0, 0).toLongLong());
 }
 
 }
@@ -60,6 +72,8 @@ std::optional<QuoteTime> parseQuoteTime(const QString& cell)
     static const QRegularExpression pattern(
         QStringLiteral("\\A(?:([0-9]{4}-[0-9]{2}-[0-9]{2})[T ])?([01][0-9]|2[0-3]):([0-5][0-9]):([0-5][0-9])"
                        "(?:[.,]([0-9]{1,9}))?(Z|[-+][0-9]{2}:?[0-9]{2})?\\z"));
+    if (!cell.contains(QLatin1Char(':')))
+        return parseMilliseconds(cell);
     const QRegularExpressionMatch match = pattern.match(cell);
-    return match.hasMatch() ? parseMoment(match) : parseMilliseconds(cell);
+    return match.hasMatch() ? parseMoment(match) : std::nullopt;
 }
