@@ -22,9 +22,9 @@ class SecurityRows;
 ///
 /// The quotes are no data of the chain and are not to be stored: when rows come or go, as before the commit
 /// of an import, and at the end of the writer all fields get back the values that they had before, except
-/// those that somebody else has written since. After the import, or the rollback that replaces the rows, the
-/// live values go in again as soon as the event loop runs. What commits without rows coming or going calls
-/// takeBack() first.
+/// those that somebody else has written since, with another value than the quote's. After the import, or the
+/// rollback that replaces the rows, the live values go in again as soon as the event loop runs. What commits
+/// without rows coming or going calls takeBack() first.
 class QuoteWriter : public QObject {
     Q_OBJECT
 
