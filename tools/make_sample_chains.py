@@ -139,9 +139,8 @@ def write_by_strike(folder, instrument):
                ["expiry", "strike"] + [f"{side}_{value}" for side in ("call", "put") for value in values], rows)
 
 
-def main():
-    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else (
-        pathlib.Path(__file__).resolve().parent.parent / "apps" / "optiondesk" / "samples")
+def instruments():
+    """Amber, Cobalt and Fennel."""
     amber = Instrument("Amber", 2, 0.01, Smile(0.030, 0.110, -0.25, 0.05, 0.30), [
         (third_friday(2024, 4), 81.20, strikes(62.0, 100.0, 1.0)),
         (third_friday(2024, 6), 80.45, strikes(56.0, 110.0, 1.0)),
@@ -157,6 +156,13 @@ def main():
         (third_friday(2024, 5), 4.3825, strikes(3.40, 5.80, 0.05)),
         (third_friday(2024, 7), 4.4650, strikes(3.00, 6.50, 0.10)),
     ])
+    return amber, cobalt, fennel
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else (
+        pathlib.Path(__file__).resolve().parent.parent / "apps" / "optiondesk" / "samples")
+    amber, cobalt, fennel = instruments()
     write_by_option(folder, amber)
     write_by_strike(folder, cobalt)
     write_by_option(folder, fennel)

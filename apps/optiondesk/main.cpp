@@ -1,3 +1,4 @@
+#include "replay/quotereplay.h"
 #include "window/commandline.h"
 #include "window/deskwindow.h"
 #include "window/picture.h"
@@ -5,12 +6,14 @@
 #include "window/session.h"
 #include "window/texts.h"
 
+#include <chain/chaintables.h>
 #include <database/exception.h>
 
 #include <QApplication>
 #include <QFileInfo>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -40,8 +43,32 @@ int savePicture(DeskWindow& window, const CommandLine& options)
     return success;
 }
 
+// A null pointer where there is nothing to replay.
+std::unique_ptr<QuoteReplay> startReplay(
+    RecordedQuotes recording, int futureIsinId, std::optional<double> speed)
+{
+    if (recording.quotes.empty())
+        return nullptr;
+    auto replay = std::make_unique<QuoteReplay>(
+        ChainTables::find().securities, std::move(recording), futureIsinId, speed);
+    QObject::connect(
+        replay.get(), &QuoteReplay::unknownInstruments, [](const QStringList& names, int quotes) {
+            constexpr int mostNames = 10;
+            const QString more = names.size() > mostNames ? QStringLiteral(", ...") : QString();
+            say(QStringLiteral("the replay had %1 quotes of %2 unknown instruments: %3")
+                    .arg(quotes)
+                    .arg(names.size())
+                    .arg(names.mid(0, mostNames).join(QStringLiteral(", ")) + more));
+        });
+    replay->start();
+    return replay;
+}
+
 int run(const CommandLine& options)
 {
+    RecordedQuotes recording;
+    if (!options.replayFile.isEmpty())
+        recording = readRecordedQuotes(options.replayFile);
     const Session session = openSession(options);
     DeskWindow window(*session.data, options.view);
     window.setAxisMode(options.axisMode);
@@ -53,6 +80,7 @@ int run(const CommandLine& options)
         return savePicture(window, options);
     window.resize(options.size);
     window.show();
+    const auto replay = startReplay(std::move(recording), session.futureIsinId, options.replaySpeed);
     return QApplication::exec();
 }
 

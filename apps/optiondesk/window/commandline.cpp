@@ -26,6 +26,8 @@ const auto axisOption = QStringLiteral("axis");
 const auto databaseOption = QStringLiteral("database");
 const auto pictureOption = QStringLiteral("picture");
 const auto sizeOption = QStringLiteral("size");
+const auto replayOption = QStringLiteral("replay");
+const auto speedOption = QStringLiteral("speed");
 
 Exception invalid(const QString& option, const QString& value, const QString& wanted)
 {
@@ -72,6 +74,17 @@ QList<QCommandLineOption> pictureOptions()
             QStringLiteral("file")},
         {sizeOption, QStringLiteral("The <size> of window or picture in pixels, 200x150 to 10000x10000."),
             QStringLiteral("size"), QStringLiteral("1000x640")}};
+}
+
+QList<QCommandLineOption> replayOptions()
+{
+    return {
+        {replayOption,
+            QStringLiteral("Replay the recorded quotes of a CSV <file> (time, instrument, bid, ask, last) "
+                           "into the window."),
+            QStringLiteral("file")},
+        {speedOption, QStringLiteral("How fast to replay, 1, 10 or max."), QStringLiteral("speed"),
+            QStringLiteral("1")}};
 }
 
 QString fileName(const QCommandLineParser& parser, const QString& option)
@@ -144,6 +157,27 @@ QSize size(const QCommandLineParser& parser)
     return value;
 }
 
+QString replayFile(const QCommandLineParser& parser)
+{
+    QString name = fileName(parser, replayOption);
+    if (!name.isEmpty() && parser.isSet(pictureOption))
+        throw invalid(
+            replayOption, name, QStringLiteral("a window is needed, not a picture as of --picture"));
+    return name;
+}
+
+std::optional<double> replaySpeed(const QCommandLineParser& parser)
+{
+    const QString text = parser.value(speedOption);
+    if (parser.isSet(speedOption) && !parser.isSet(replayOption))
+        throw invalid(speedOption, text, QStringLiteral("a recording to --replay is needed"));
+    if (text == QLatin1String("max"))
+        return std::nullopt;
+    if (text == QLatin1String("1") || text == QLatin1String("10"))
+        return text.toDouble();
+    throw invalid(speedOption, text, QStringLiteral("1, 10 or max is needed"));
+}
+
 CommandLine options(const QCommandLineParser& parser)
 {
     const QStringList surplus = parser.positionalArguments();
@@ -162,6 +196,8 @@ CommandLine options(const QCommandLineParser& parser)
     result.axisMode = axisMode(parser);
     result.databaseFile = fileName(parser, databaseOption);
     result.pictureFile = pictureFile(parser);
+    result.replayFile = replayFile(parser);
+    result.replaySpeed = replaySpeed(parser);
     result.size = size(parser);
     return result;
 }
@@ -183,6 +219,7 @@ ParsedCommandLine parseCommandLine(const QStringList& arguments)
     parser.setApplicationDescription(QStringLiteral("Draws the volatility smile of an option chain."));
     parser.addOptions(dataOptions());
     parser.addOptions(pictureOptions());
+    parser.addOptions(replayOptions());
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
 

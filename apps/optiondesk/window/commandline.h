@@ -24,6 +24,10 @@ struct CommandLine {
     AxisMode axisMode = AxisMode::Price;
     QString databaseFile;
     QString pictureFile;
+    /// Recorded quotes to replay into the window.
+    QString replayFile;
+    /// A factor on the recording's time; empty for as fast as possible.
+    std::optional<double> replaySpeed = 1.0;
     /// Of the window or picture, in pixels: 200x150 to 10000x10000.
     QSize size = QSize(1000, 640);
 };

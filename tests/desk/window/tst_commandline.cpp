@@ -16,6 +16,8 @@ private Q_SLOTS:
     void readsDates();
     void readsSizes_data();
     void readsSizes();
+    void readsReplays_data();
+    void readsReplays();
     void refusesInOneLine_data();
     void refusesInOneLine();
     void printsHelpAndVersion();
@@ -48,6 +50,8 @@ void tst_commandline::defaults()
     QVERIFY(line.options.axisMode == AxisMode::Price);
     QVERIFY(line.options.databaseFile.isEmpty());
     QVERIFY(line.options.pictureFile.isEmpty());
+    QVERIFY(line.options.replayFile.isEmpty());
+    QCOMPARE(line.options.replaySpeed.value_or(0.0), 1.0);
     QCOMPARE(line.options.size, QSize(1000, 640));
 }
 
@@ -122,6 +126,26 @@ void tst_commandline::readsSizes()
         QCOMPARE(line.options.size, size);
 }
 
+void tst_commandline::readsReplays_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<double>("speed");
+    QTest::newRow("as recorded") << QStringList{} << 1.0;
+    QTest::newRow("1") << QStringList{"--speed", "1"} << 1.0;
+    QTest::newRow("10") << QStringList{"--speed", "10"} << 10.0;
+    QTest::newRow("max") << QStringList{"--speed=max"} << -1.0;
+}
+
+void tst_commandline::readsReplays()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(double, speed);
+    const ParsedCommandLine line = parsed(QStringList{"--replay", "q.csv"} + arguments);
+    QCOMPARE(line.action, ParsedCommandLine::Action::Run);
+    QCOMPARE(line.options.replayFile, QStringLiteral("q.csv"));
+    QCOMPARE(line.options.replaySpeed.value_or(-1.0), speed);
+}
+
 void tst_commandline::refusesInOneLine_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -149,6 +173,13 @@ void tst_commandline::refusesInOneLine_data()
     row("expiry not after as-of", {"--asof", "2012-10-01", "--expiry", "2012-10-01"}, "2012-10-01");
     row("view", {"--view", "Volatility"}, "Volatility");
     row("size", {"--size", "big"}, "big");
+    row("empty replay", {"--replay", ""}, "--replay");
+    row("replay without value", {"--replay"}, "replay");
+    row("replay into a picture", {"--replay", "q.csv", "--picture", "p.png"}, "--picture");
+    row("speed alone", {"--speed", "10"}, "--replay");
+    row("speed", {"--replay", "q.csv", "--speed", "fast"}, "fast");
+    row("speed zero", {"--replay", "q.csv", "--speed", "0"}, "--speed");
+    row("speed negative", {"--replay", "q.csv", "--speed=-1"}, "-1");
 }
 
 void tst_commandline::refusesInOneLine()
@@ -169,8 +200,8 @@ void tst_commandline::printsHelpAndVersion()
 
     const ParsedCommandLine help = parsed({"--help"});
     QCOMPARE(help.action, ParsedCommandLine::Action::PrintText);
-    for (const char* option :
-        {"--chain", "--forward", "--asof", "--expiry", "--view", "--database", "--picture", "--size"})
+    for (const char* option : {"--chain", "--forward", "--asof", "--expiry", "--view", "--database",
+             "--picture", "--size", "--replay", "--speed"})
         QVERIFY2(help.text.contains(QLatin1String(option)), option);
 }
 
