@@ -1,5 +1,7 @@
 #include "window/curvetracker.h"
 
+#include "window/readout.h"
+
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
 #include <plot2d/pricebased2dplotpicker.h>
@@ -27,11 +29,7 @@ void CurveTracker::track(const QPointF& canvasPosition)
     m_picker->setPosition(m_picker->transformedPoint(canvasPosition));
     const ClosestPointParams closest = m_picker->getClosestCurveParams(m_picker->usedCurves());
     QString text;
-    if (closest.curve && closest.index >= 0) {
-        const QPointF sample = closest.curve->sample(closest.index);
-        text = QStringLiteral("%1\n%2  %3")
-                   .arg(closest.curve->title().text(), m_plot->xAxisConvertedValue(sample.x()),
-                       m_picker->convertedValue(sample.y()));
-    }
+    if (closest.curve)
+        text = ReadOut::text(*m_plot, *m_picker, *closest.curve, closest.index);
     m_picker->setTrackerText(m_picker->renderedText(text));
 }
