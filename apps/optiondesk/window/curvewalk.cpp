@@ -39,7 +39,10 @@ CurveWalk::CurveWalk(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker)
     m_item->attach(plot);
     plot->canvas()->setFocusPolicy(Qt::StrongFocus);
     plot->setFocusProxy(plot->canvas());
-    // The last filter comes first: the picker would move the mouse by the arrows.
+    // The arrows would move the mouse.
+    for (const auto arrow : {QwtEventPattern::KeyLeft, QwtEventPattern::KeyRight, QwtEventPattern::KeyUp,
+             QwtEventPattern::KeyDown})
+        picker->setKeyPattern(arrow, Qt::Key_unknown);
     plot->canvas()->installEventFilter(this);
     plot->installEventFilter(this);
 }
