@@ -2,6 +2,7 @@
 
 #include "window/curvetracker.h"
 #include "window/curvewalk.h"
+#include "window/legendcolumns.h"
 #include "window/percentconversion.h"
 #include "window/texts.h"
 
@@ -25,7 +26,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace {
 
@@ -57,19 +57,6 @@ PriceInterval intervalOf(const ShownSeries& series)
     interval.minStep = (oneStrike ? series.data.priceStep : step).toDouble();
     interval.valid = true;
     return interval;
-}
-
-// The most columns of entries, filled row by row, that stand side by side in a width; at least one.
-int columnsThatFit(const QVector<int>& entryWidths, int width)
-{
-    for (int columns = entryWidths.size(); columns > 1; --columns) {
-        QVector<int> columnWidths(columns, 0);
-        for (int i = 0; i < entryWidths.size(); ++i)
-            columnWidths[i % columns] = std::max(columnWidths[i % columns], entryWidths[i]);
-        if (std::accumulate(columnWidths.begin(), columnWidths.end(), (columns - 1) * legendSpacing) <= width)
-            return columns;
-    }
-    return 1;
 }
 
 void showAsPercent(PriceBased2dPlotConverter& converter, bool percent)
@@ -396,7 +383,8 @@ void DeskPlot::arrangeLegend()
         widths.append(entry->sizeHint().width());
     }
     // The legend itself puts all entries in one row and scrolls.
-    m_legend->setMaxColumns(uint(columnsThatFit(widths, contentsRect().width() - legendReserve)));
+    m_legend->setMaxColumns(
+        uint(LegendColumns::thatFit(widths, legendSpacing, contentsRect().width() - legendReserve)));
 }
 
 void DeskPlot::resizeEvent(QResizeEvent* event)

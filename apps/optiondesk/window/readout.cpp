@@ -17,7 +17,7 @@ constexpr int distanceDecimals = 4;
 
 }
 
-QString ReadOut::distanceToQuote(const PriceBased2dPlot& plot, double price)
+QString ReadOut::distanceFromQuote(const PriceBased2dPlot& plot, double price)
 {
     const auto* const axis
         = dynamic_cast<const PriceBased2dPlotScaleDraw*>(plot.axisScaleDraw(QwtPlot::xBottom));
@@ -42,7 +42,7 @@ QString ReadOut::text(const PriceBased2dPlot& plot, const PriceBased2dPlotPicker
         return QString();
     const QPointF sample = curve.sample(index);
     const double price = plot.roundedXValue(sample.x());
-    return tr("%1\nStrike %2, %3 to the quote\n%4")
+    return tr("%1\nStrike %2, %3 from the quote\n%4")
         .arg(curve.title().text(), Plot2dCommon::fromDoubleToSystemStringShort(price, priceDecimals),
-            distanceToQuote(plot, price), picker.convertedValue(sample.y()));
+            distanceFromQuote(plot, price), picker.convertedValue(sample.y()));
 }

@@ -12,11 +12,11 @@ class ReadOut {
     Q_DECLARE_TR_FUNCTIONS(ReadOut)
 
 public:
-    /// Three lines: the curve's title; the sample's price, snapped to the price step, with its distance to
-    /// the quote; the value as the picker converts it. Empty for an index outside the curve.
+    /// Three lines: the curve's title; the sample's price, snapped to the price step, with its distance
+    /// from the quote; the value as the picker converts it. Empty for an index outside the curve.
     static QString text(const PriceBased2dPlot& plot, const PriceBased2dPlotPicker& picker,
         const PriceBased2dPlotCurve& curve, int index);
 
-    /// The distance of a price to the plot's quote, with its sign, in the unit of the horizontal axis.
-    static QString distanceToQuote(const PriceBased2dPlot& plot, double price);
+    /// The distance of a price from the plot's quote, with its sign, in the unit of the horizontal axis.
+    static QString distanceFromQuote(const PriceBased2dPlot& plot, double price);
 };

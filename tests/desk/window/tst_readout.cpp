@@ -114,7 +114,7 @@ void tst_readout::distanceInTheUnitOfTheAxis()
     given.forward = quote;
     m_plot->showSeries(m_futureIsinId, m_data->show(m_futureIsinId, given), DeskView::Volatility);
     m_plot->setAxisMode(AxisMode(mode));
-    QCOMPARE(ReadOut::distanceToQuote(*m_plot, price), text);
+    QCOMPARE(ReadOut::distanceFromQuote(*m_plot, price), text);
 }
 
 void tst_readout::readsThePointAtTheCursor()
@@ -129,7 +129,7 @@ void tst_readout::readsThePointAtTheCursor()
             continue;
         moveMouse(sample);
         QCOMPARE(picker->trackerText(QPoint()).text(),
-            QStringLiteral("Implied volatility\nStrike %1, %2 to the quote\n%3")
+            QStringLiteral("Implied volatility\nStrike %1, %2 from the quote\n%3")
                 .arg(sample.x())
                 .arg(sample.x() < 100.0 ? "-5" : "+5", picker->convertedValue(sample.y())));
         ++looked;
@@ -177,10 +177,10 @@ void tst_readout::walksAlongACurve()
 {
     showOnly(QStringLiteral("Implied volatility"));
     press(Qt::Key_Right);
-    QVERIFY2(text().startsWith(QStringLiteral("Implied volatility\nStrike 100, 0 to the quote\n")),
+    QVERIFY2(text().startsWith(QStringLiteral("Implied volatility\nStrike 100, 0 from the quote\n")),
         qPrintable(text()));
     press(Qt::Key_Right);
-    QVERIFY2(text().contains(QStringLiteral("\nStrike 102.5, +2.5 to")), qPrintable(text()));
+    QVERIFY2(text().contains(QStringLiteral("\nStrike 102.5, +2.5 from")), qPrintable(text()));
     QCOMPARE(item().point().x(), 102.5);
     press(Qt::Key_Left);
     press(Qt::Key_Left);
