@@ -13,14 +13,23 @@ CurveTracker::CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picke
     , m_plot(plot)
     , m_picker(picker)
 {
-    // Of several filters the last one comes first: the text is there before the picker shows it.
-    plot->canvas()->installEventFilter(this);
+    comeFirst();
+}
+
+// Of several filters the last one comes first: the text is there before the picker shows it.
+void CurveTracker::comeFirst()
+{
+    if (m_plot)
+        m_plot->canvas()->installEventFilter(this);
 }
 
 bool CurveTracker::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseMove && m_plot && m_picker)
         track(static_cast<QMouseEvent*>(event)->localPos());
+    // The panner has suspended the picker since the press, and installs it again now.
+    if (event->type() == QEvent::MouseButtonRelease)
+        QMetaObject::invokeMethod(this, "comeFirst", Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
 

@@ -17,6 +17,9 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+private Q_SLOTS:
+    void comeFirst();
+
 private:
     void track(const QPointF& canvasPosition);
 

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void distanceInTheUnitOfTheAxis_data();
     void distanceInTheUnitOfTheAxis();
     void readsThePointAtTheCursor();
+    void showsTheCursorsPointAfterAClick();
     void snapsToThePriceStep();
     void takesTheKeyboard();
     void walksAlongACurve();
@@ -135,6 +136,23 @@ void tst_readout::readsThePointAtTheCursor()
         ++looked;
     }
     QCOMPARE(looked, 2);
+}
+
+void tst_readout::showsTheCursorsPointAfterAClick()
+{
+    showOnly(QStringLiteral("Implied volatility"));
+    const auto picture = [this] {
+        moveMouse({120.0, 0.3});
+        moveMouse({80.0, 0.3});
+        QCoreApplication::processEvents();
+        return m_plot->canvas()->grab().toImage();
+    };
+    const QImage before = picture();
+    QTest::mouseClick(m_plot->canvas(), Qt::LeftButton);
+    QCoreApplication::processEvents();
+    QCOMPARE(picture(), before);
+    moveMouse({120.0, 0.3});
+    QVERIFY(m_plot->canvas()->grab().toImage() != before);
 }
 
 void tst_readout::snapsToThePriceStep()
