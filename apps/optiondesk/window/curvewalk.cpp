@@ -49,18 +49,18 @@ CurveWalk::CurveWalk(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker)
 
 bool CurveWalk::eventFilter(QObject* watched, QEvent* event)
 {
-    if (!m_plot || !m_picker)
-        return false;
     const bool isMouse = event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress;
-    if (isMouse && watched == m_plot->canvas() && isActive())
-        end();
-    if (event->type() == QEvent::KeyPress) {
-        const auto* const key = static_cast<QKeyEvent*>(event);
-        const bool plain = !(key->modifiers() & ~Qt::KeypadModifier);
-        if (plain && press(key->key()))
-            return true;
+    // Other events come also while the plot is being destroyed.
+    if ((!isMouse && event->type() != QEvent::KeyPress) || !m_plot || !m_picker)
+        return QObject::eventFilter(watched, event);
+    if (isMouse) {
+        if (watched == m_plot->canvas() && isActive())
+            end();
+        return false;
     }
-    return QObject::eventFilter(watched, event);
+    const auto* const key = static_cast<QKeyEvent*>(event);
+    const bool plain = !(key->modifiers() & ~Qt::KeypadModifier);
+    return plain && press(key->key());
 }
 
 bool CurveWalk::press(int key)
