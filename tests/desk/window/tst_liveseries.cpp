@@ -224,10 +224,10 @@ void tst_liveseries::refinesAfterWheelAndDrag()
     QTest::mousePress(&plot(), Qt::LeftButton, Qt::NoModifier, onScale);
     for (int i = 1; i < 12; ++i) {
         QMouseEvent move(
-            QEvent::MouseMove, onScale + QPoint(10 * i, 0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+            QEvent::MouseMove, onScale - QPoint(10 * i, 0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&plot(), &move);
     }
-    QVERIFY(plot().axisScaleDiv(QwtPlot::xBottom).interval().width() != width);
+    QVERIFY(plot().axisScaleDiv(QwtPlot::xBottom).interval().width() < width / 2.0);
     QVERIFY(visibleSamples(smileType) >= 90);
 }
 
