@@ -101,3 +101,11 @@ void CurveLook::apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve)
         usePoints(curve, look.color, allMarked(samples.points));
     curve.setLegendIconSize(legendIconSize);
 }
+
+void CurveLook::updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& curve)
+{
+    const QwtSymbol* const symbol = curve.symbol();
+    const bool all = allMarked(samples.points);
+    if (symbol && all != (symbol->style() == QwtSymbol::Rect))
+        usePoints(curve, lookOf(samples.role).color, all);
+}

@@ -20,4 +20,7 @@ int dataType(CurveRole role);
 /// Gives a curve the data type and look for its samples, which it does not take.
 void apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
 
+/// Gives a curve of points the symbols for its new samples where they differ from those it has.
+void updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
+
 }

@@ -9,6 +9,8 @@ using Pricing::VolatilityPoint;
 
 constexpr int visibleSamples = 400;
 constexpr int allSamples = 200;
+// On the visible part of a plot, however narrow.
+constexpr int fewestVisible = 100;
 
 // Whether the source says anything of volumes; if not, every strike counts as traded.
 bool knowsVolumes(const ShownSeries& series)
@@ -69,32 +71,47 @@ void appendSteps(double from, double to, int count, QVector<double>* strikes)
         strikes->append(i < count ? from + (to - from) * i / count : to);
 }
 
-QVector<CurveSamples> volatilityCurves(const ShownSeries& series)
+QVector<CurveSamples> smoothVolatilities(const ShownSeries& series, const QVector<double>& strikes)
 {
-    QVector<CurveSamples> curves;
-    if (series.smile)
-        curves.append(
-            {CurveRole::Smile, Pricing::volatilityCurve(*series.smile, CurveSet::smileStrikes(series)), {}});
-    curves.append({CurveRole::StatedVolatility, statedVolatilities(series), {}});
-    curves.append({CurveRole::BidVolatility, quotedVolatilities(series, &OptionQuote::bid), {}});
-    curves.append({CurveRole::AskVolatility, quotedVolatilities(series, &OptionQuote::ask), {}});
-    curves.append({CurveRole::ImpliedVolatility, {}, markedPoints(series, &VolatilityPoint::volatility)});
-    return curves;
+    return {{CurveRole::Smile, Pricing::volatilityCurve(*series.smile, strikes), {}}};
 }
 
-QVector<CurveSamples> valueCurves(const ShownSeries& series)
+QVector<CurveSamples> smoothValues(const ShownSeries& series, const QVector<double>& strikes)
 {
-    QVector<CurveSamples> curves;
-    if (series.smile) {
-        const QVector<double> strikes = CurveSet::smileStrikes(series);
-        const auto theoretical = [&](Pricing::ValueSide side) {
-            return Pricing::theoreticalCurve(*series.smile, series.market, side, strikes);
-        };
-        curves.append({CurveRole::CallValue, theoretical(Pricing::ValueSide::Call), {}});
-        curves.append({CurveRole::PutValue, theoretical(Pricing::ValueSide::Put), {}});
-    }
-    curves.append({CurveRole::MarketPrice, {}, markedPoints(series, &VolatilityPoint::price)});
-    return curves;
+    const auto theoretical = [&](Pricing::ValueSide side) {
+        return Pricing::theoreticalCurve(*series.smile, series.market, side, strikes);
+    };
+    return {{CurveRole::CallValue, theoretical(Pricing::ValueSide::Call), {}},
+        {CurveRole::PutValue, theoretical(Pricing::ValueSide::Put), {}}};
+}
+
+QVector<CurveSamples> quotedCurves(const ShownSeries& series, DeskView view)
+{
+    if (view == DeskView::Value)
+        return {{CurveRole::MarketPrice, {}, markedPoints(series, &VolatilityPoint::price)}};
+    return {{CurveRole::StatedVolatility, statedVolatilities(series), {}},
+        {CurveRole::BidVolatility, quotedVolatilities(series, &OptionQuote::bid), {}},
+        {CurveRole::AskVolatility, quotedVolatilities(series, &OptionQuote::ask), {}},
+        {CurveRole::ImpliedVolatility, {}, markedPoints(series, &VolatilityPoint::volatility)}};
+}
+
+void sortUnique(QVector<double>* strikes)
+{
+    std::sort(strikes->begin(), strikes->end());
+    strikes->erase(std::unique(strikes->begin(), strikes->end()), strikes->end());
+}
+
+// A little more than is visible, so that the lines across its ends are as smooth as those inside.
+PriceRange widened(const PriceRange& range)
+{
+    constexpr double part = 0.1;
+    const double margin = (range.high - range.low) * part;
+    return {range.low - margin, range.high + margin};
+}
+
+bool contains(const PriceRange& range, double price)
+{
+    return price >= range.low && price <= range.high;
 }
 
 }
@@ -109,15 +126,45 @@ QVector<double> CurveSet::smileStrikes(const ShownSeries& series)
     QVector<double> strikes{low, high};
     appendSteps(low, high, allSamples, &strikes);
     appendSteps(std::max(low, visible.low), std::min(high, visible.high), visibleSamples, &strikes);
-    std::sort(strikes.begin(), strikes.end());
-    strikes.erase(std::unique(strikes.begin(), strikes.end()), strikes.end());
+    sortUnique(&strikes);
     return strikes;
 }
 
-QVector<CurveSamples> CurveSet::curves(const ShownSeries& series, DeskView view)
+QVector<double> CurveSet::smileStrikes(const ShownSeries& series, const PlotPoints& plot)
 {
-    QVector<CurveSamples> curves
-        = view == DeskView::Volatility ? volatilityCurves(series) : valueCurves(series);
+    if (!series.smile || plot.points.isEmpty())
+        return smileStrikes(series);
+    const PriceRange smile{series.smile->minStrike(), series.smile->maxStrike()};
+    const PriceRange dense = widened(plot.visible);
+    QVector<double> strikes{smile.low, smile.high};
+    double last = smile.low;
+    int visible = 0;
+    for (const double point : plot.points) {
+        if (!contains(smile, point) || (!contains(dense, point) && point - last < plot.minStep))
+            continue;
+        strikes.append(point);
+        last = point;
+        visible += contains(plot.visible, point) ? 1 : 0;
+    }
+    if (visible < fewestVisible)
+        appendSteps(std::max(smile.low, dense.low), std::min(smile.high, dense.high), fewestVisible * 5 / 4,
+            &strikes);
+    sortUnique(&strikes);
+    return strikes;
+}
+
+QVector<CurveSamples> CurveSet::smoothCurves(
+    const ShownSeries& series, DeskView view, const QVector<double>& strikes)
+{
+    if (!series.smile)
+        return {};
+    return view == DeskView::Volatility ? smoothVolatilities(series, strikes) : smoothValues(series, strikes);
+}
+
+QVector<CurveSamples> CurveSet::curves(
+    const ShownSeries& series, DeskView view, const QVector<double>& strikes)
+{
+    QVector<CurveSamples> curves = smoothCurves(series, view, strikes) + quotedCurves(series, view);
     // The plot stretches the line over the vertical scale.
     const double forward = series.market.forward;
     curves.append({CurveRole::Forward, {{forward, 0.0}, {forward, 1.0}}, {}});
@@ -125,4 +172,9 @@ QVector<CurveSamples> CurveSet::curves(const ShownSeries& series, DeskView view)
                      curves.begin(), curves.end(), [](const CurveSamples& curve) { return curve.isEmpty(); }),
         curves.end());
     return curves;
+}
+
+QVector<CurveSamples> CurveSet::curves(const ShownSeries& series, DeskView view)
+{
+    return curves(series, view, smileStrikes(series));
 }

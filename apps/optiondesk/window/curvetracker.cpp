@@ -1,5 +1,7 @@
 #include "window/curvetracker.h"
 
+#include "window/readout.h"
+
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
 #include <plot2d/pricebased2dplotpicker.h>
@@ -11,14 +13,23 @@ CurveTracker::CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picke
     , m_plot(plot)
     , m_picker(picker)
 {
-    // Of several filters the last one comes first: the text is there before the picker shows it.
-    plot->canvas()->installEventFilter(this);
+    comeFirst();
+}
+
+// Of several filters the last one comes first: the text is there before the picker shows it.
+void CurveTracker::comeFirst()
+{
+    if (m_plot)
+        m_plot->canvas()->installEventFilter(this);
 }
 
 bool CurveTracker::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseMove && m_plot && m_picker)
         track(static_cast<QMouseEvent*>(event)->localPos());
+    // The panner has suspended the picker since the press, and installs it again now.
+    if (event->type() == QEvent::MouseButtonRelease)
+        QMetaObject::invokeMethod(this, "comeFirst", Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
 
@@ -27,11 +38,7 @@ void CurveTracker::track(const QPointF& canvasPosition)
     m_picker->setPosition(m_picker->transformedPoint(canvasPosition));
     const ClosestPointParams closest = m_picker->getClosestCurveParams(m_picker->usedCurves());
     QString text;
-    if (closest.curve && closest.index >= 0) {
-        const QPointF sample = closest.curve->sample(closest.index);
-        text = QStringLiteral("%1\n%2  %3")
-                   .arg(closest.curve->title().text(), m_plot->xAxisConvertedValue(sample.x()),
-                       m_picker->convertedValue(sample.y()));
-    }
+    if (closest.curve)
+        text = ReadOut::text(*m_plot, *m_picker, *closest.curve, closest.index);
     m_picker->setTrackerText(m_picker->renderedText(text));
 }

@@ -7,7 +7,7 @@ class PriceBased2dPlot;
 class PriceBased2dPlotPicker;
 
 /// Tells the picker, as the cursor moves over the canvas, which curve's point is nearest and what its tracker
-/// shows: the curve's title, the price, and the value as the picker converts it.
+/// shows (see ReadOut).
 class CurveTracker : public QObject {
     Q_OBJECT
 
@@ -16,6 +16,9 @@ public:
     CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+private Q_SLOTS:
+    void comeFirst();
 
 private:
     void track(const QPointF& canvasPosition);

@@ -170,15 +170,28 @@ QVector<StoredSeries> DeskData::series() const
     return all;
 }
 
-ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)
+ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
 {
-    m_quote.takeBack();
     const std::optional<StoredSeries> stored = ChainStore::seriesById(futureIsinId);
     if (!stored)
         throw Exception(QStringLiteral("the series is not stored any more"));
-    const SeriesData data = dataOf(*stored, given);
+    SeriesData data = dataOf(*stored, given);
+    const std::optional<decimal> quote = m_quote.own(futureIsinId);
+    data.options.forward.reset();
+    if (quote && *quote > decimal::zero)
+        data.options.forward = quote->toDouble();
     checkDates(given, data);
-    ShownSeries shown = valuedSeries(data, given.forward);
-    m_quote.lend(futureIsinId, shown.market.forward);
-    return shown;
+    return valuedSeries(data, given.forward);
+}
+
+ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)
+{
+    try {
+        ShownSeries shown = valued(futureIsinId, given);
+        m_quote.lend(futureIsinId, shown.market.forward);
+        return shown;
+    } catch (const Exception&) {
+        m_quote.takeBack();
+        throw;
+    }
 }

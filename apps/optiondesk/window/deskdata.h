@@ -44,11 +44,14 @@ public:
     /// All stored series, by base code, then by expiry.
     QVector<StoredSeries> series() const;
 
-    /// Values a stored series and lends its future the forward as quote until another one is shown. Throws
+    /// Values a stored series as it is now and lends its future the forward as quote until another one is
+    /// shown; a quote that the future gets from elsewhere is its stated forward from then on. Throws
     /// Exception, with no quote lent, where it has no forward, or a given date is not before the expiry.
     ShownSeries show(int futureIsinId, const SeriesFacts& given);
 
 private:
+    ShownSeries valued(int futureIsinId, const SeriesFacts& given) const;
+
     SqlStorage m_storage;
     FutureQuote m_quote;
 };

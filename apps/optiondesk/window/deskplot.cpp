@@ -1,17 +1,21 @@
 #include "window/deskplot.h"
 
-#include "window/curvelook.h"
 #include "window/curvetracker.h"
+#include "window/curvewalk.h"
+#include "window/legendcolumns.h"
 #include "window/percentconversion.h"
 #include "window/texts.h"
 
+#include <basic_models/filterparams.h>
 #include <chain/chaintables.h>
 #include <plot2d/pricebased2dplotcurve.h>
 #include <plot2d/pricebased2dplotlegend.h>
 #include <plot2d/pricebased2dplotpicker.h>
+#include <plot2d/pricebased2dplotpointmanager.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
 #include <QLayout>
+#include <QSignalBlocker>
 
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_grid.h>
@@ -22,7 +26,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace {
 
@@ -56,19 +59,6 @@ PriceInterval intervalOf(const ShownSeries& series)
     return interval;
 }
 
-// The most columns of entries, filled row by row, that stand side by side in a width; at least one.
-int columnsThatFit(const QVector<int>& entryWidths, int width)
-{
-    for (int columns = entryWidths.size(); columns > 1; --columns) {
-        QVector<int> columnWidths(columns, 0);
-        for (int i = 0; i < entryWidths.size(); ++i)
-            columnWidths[i % columns] = std::max(columnWidths[i % columns], entryWidths[i]);
-        if (std::accumulate(columnWidths.begin(), columnWidths.end(), (columns - 1) * legendSpacing) <= width)
-            return columns;
-    }
-    return 1;
-}
-
 void showAsPercent(PriceBased2dPlotConverter& converter, bool percent)
 {
     converter.setConvertionObject(percent ? new PercentConversion : nullptr);
@@ -82,6 +72,8 @@ void showAsPercent(PriceBased2dPlotConverter& converter, bool percent)
 DeskPlot::DeskPlot(QWidget* parent)
     : PriceBased2dPlot(true, parent)
     , m_legend(new PriceBased2dPlotLegend(this))
+    , m_points(new PriceBased2dPlotPointManager(true, this))
+    , m_curves(*this)
 {
     setUpItems();
     setUpFonts();
@@ -128,11 +120,16 @@ void DeskPlot::setUpObservers()
     m_picker = new PriceBased2dPlotPicker(canvas());
     m_picker->initTimer();
     new CurveTracker(this, m_picker);
+    m_walk = new CurveWalk(this, m_picker);
     setCanvasObservers();
 
     connect(m_legend, SIGNAL(visibilityChanged(QString, bool)), this, SLOT(setCurveVisible(QString, bool)));
     connect(this, SIGNAL(autoScaleEnabled(bool)), this, SLOT(setAutoScaleEnabled(bool)));
     connect(this, SIGNAL(updateAxisLabels()), this, SLOT(followScales()));
+    connect(m_points, SIGNAL(priceIntervalChanged(PriceInterval)), this,
+        SLOT(onPriceIntervalChanged(PriceInterval)));
+    m_refineTimer.setSingleShot(true);
+    connect(&m_refineTimer, SIGNAL(timeout()), this, SLOT(followScales()));
 }
 
 void DeskPlot::setPlotTitle(const QString& text)
@@ -144,20 +141,58 @@ void DeskPlot::setPlotTitle(const QString& text)
 
 void DeskPlot::removeCurves()
 {
-    for (const QwtPlotItem::RttiValues type : {QwtPlotItem::Rtti_PlotCurve, QwtPlotItem::Rtti_PlotMarker})
-        detachItems(type, true);
+    m_series.reset();
+    m_curves.clear();
     setCurKotirEnabled(false);
 }
 
-void DeskPlot::attachCurve(const CurveSamples& samples)
+void DeskPlot::setInstrument(int futureIsinId, const QString& code)
 {
-    auto* const curve = new PriceBased2dPlotCurve(this, CurveLook::title(samples.role));
-    CurveLook::apply(samples, *curve);
-    if (samples.points.isEmpty())
-        curve->setSamples(samples.samples);
-    else
-        curve->setMarkerSamples(samples.points);
-    curve->attach(this);
+    // The caller evaluates the curves when all is in place.
+    const QSignalBlocker blocker(m_points);
+    FilterParams filter;
+    filter.stockId = chainStockId;
+    filter.boardId = chainBoardId;
+    filter.futIsinId = futureIsinId;
+    m_points->initCore(filter);
+    // The strikes' base code comes by the plot, which forgets it with an exact instrument.
+    setBaseCode(code);
+    m_points->setPlot(this);
+    setIsinId(futureIsinId);
+    setBoardId(chainBoardId);
+    m_ownInterval = !priceInterval().valid;
+    fillInterval();
+}
+
+void DeskPlot::fillInterval()
+{
+    if (m_ownInterval && m_series)
+        setPriceInterval(intervalOf(*m_series));
+}
+
+void DeskPlot::onPriceIntervalChanged(const PriceInterval& interval)
+{
+    m_ownInterval = !interval.valid;
+    fillInterval();
+    m_sampledPrices.invalidate();
+    // Strikes that come together may be announced one by one.
+    m_refineTimer.start(0);
+}
+
+QVector<double> DeskPlot::strikesToEvaluate()
+{
+    m_refineTimer.stop();
+    m_sampledPrices = axisScaleDiv(xBottom).interval();
+    return CurveSet::smileStrikes(*m_series,
+        {m_points->calcPlotPoints(true), priceInterval().minStep,
+            {m_sampledPrices.minValue(), m_sampledPrices.maxValue()}});
+}
+
+void DeskPlot::refineCurves()
+{
+    updateAxes();
+    if (m_series && m_sampledPrices != axisScaleDiv(xBottom).interval())
+        m_curves.resample(CurveSet::smoothCurves(*m_series, m_view, strikesToEvaluate()));
 }
 
 void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
@@ -199,6 +234,8 @@ void DeskPlot::replot()
 {
     if (m_axisMode != AxisMode::Price && m_forward > 0.0)
         chooseRoundStep();
+    if (m_walk)
+        m_walk->refresh();
     PriceBased2dPlot::replot();
 }
 
@@ -231,30 +268,62 @@ void DeskPlot::makeRoomForLabels(double forward)
 
 void DeskPlot::showForward(double forward)
 {
-    updateCurKotirPoints(0.0, 0.0, forward);
+    moveForward(forward);
     const QList<PriceBased2dPlotCurve*> lines = attachedCurves(PriceBased2dPlotCurve::quoteLineType);
     for (PriceBased2dPlotCurve* const line : lines)
         line->setVisible(true);
 }
 
+// Whether the label on the axis is shown is the line's affair.
+void DeskPlot::moveForward(double forward)
+{
+    const bool moved = forward != m_forward;
+    m_forward = forward;
+    updateCurKotirPoints(0.0, 0.0, forward);
+    setCurKotirValue(forward);
+    if (moved && m_axisMode != AxisMode::Price) {
+        applyAxisMode();
+        updateAxisWidgets();
+    }
+    axisWidget(xBottom)->update();
+}
+
 void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView view)
 {
     removeCurves();
-    setIsinId(futureIsinId);
-    setBoardId(chainBoardId);
-    setPriceInterval(intervalOf(series));
+    m_series = series;
+    m_view = view;
+    setInstrument(futureIsinId, series.data.baseCode);
     m_picker->setPriceStep();
     setPlotTitle(Texts::title(series));
 
-    const QVector<CurveSamples> curves = CurveSet::curves(series, view);
-    for (const CurveSamples& samples : curves)
-        attachCurve(samples);
     setUpAxes(series, view);
+    showFirstPrices();
+    m_curves.set(CurveSet::curves(series, view, strikesToEvaluate()));
     showForward(series.market.forward);
     m_legend->restoreUncheckedItems();
     m_legend->contentsWidget()->layout()->setEnabled(true);
     arrangeLegend();
     resetView();
+}
+
+void DeskPlot::updateSeries(const ShownSeries& series)
+{
+    if (!m_series)
+        return;
+    m_series = series;
+    fillInterval();
+    m_picker->setPriceStep();
+    if (title().text() != Texts::title(series))
+        setPlotTitle(Texts::title(series));
+    m_firstPrices = visiblePrices(series);
+    const bool changed = m_curves.set(CurveSet::curves(series, m_view, strikesToEvaluate()));
+    moveForward(series.market.forward);
+    if (changed) {
+        m_legend->restoreUncheckedItems();
+        arrangeLegend();
+    }
+    updateYAxisScale();
 }
 
 void DeskPlot::showNothing(const QString& reason)
@@ -266,13 +335,18 @@ void DeskPlot::showNothing(const QString& reason)
     replot();
 }
 
-void DeskPlot::resetView()
+void DeskPlot::showFirstPrices()
 {
     setAxisScale(xBottom, m_firstPrices.low, m_firstPrices.high, 0.0);
     // The vertical range is that of the prices on the axis.
     updateAxes();
+}
+
+void DeskPlot::resetView()
+{
+    showFirstPrices();
     setAutoScaleEnabled(true);
-    updateYAxisScale();
+    followScales();
 }
 
 std::pair<double, double> DeskPlot::minMaxYAtXRange()
@@ -288,7 +362,16 @@ void DeskPlot::curveIconReset(const PriceBased2dPlotCurve*) { }
 
 void DeskPlot::followScales()
 {
+    refineCurves();
     updateYAxisScale();
+}
+
+void DeskPlot::mouseMoveEvent(QMouseEvent* event)
+{
+    PriceBased2dPlot::mouseMoveEvent(event);
+    // A drag on an axis is not announced.
+    if (m_series && m_sampledPrices != axisScaleDiv(xBottom).interval())
+        followScales();
 }
 
 void DeskPlot::arrangeLegend()
@@ -300,7 +383,8 @@ void DeskPlot::arrangeLegend()
         widths.append(entry->sizeHint().width());
     }
     // The legend itself puts all entries in one row and scrolls.
-    m_legend->setMaxColumns(uint(columnsThatFit(widths, contentsRect().width() - legendReserve)));
+    m_legend->setMaxColumns(
+        uint(LegendColumns::thatFit(widths, legendSpacing, contentsRect().width() - legendReserve)));
 }
 
 void DeskPlot::resizeEvent(QResizeEvent* event)

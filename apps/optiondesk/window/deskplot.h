@@ -3,13 +3,25 @@
 #include "window/axismode.h"
 #include "window/commandline.h"
 #include "window/curveset.h"
+#include "window/seriescurves.h"
 #include "window/shownseries.h"
 
 #include <plot2d/pricebased2dplot.h>
 
+#include <QTimer>
+
+#include <qwt_interval.h>
+
+#include <optional>
+
+class CurveWalk;
 class PriceBased2dPlotLegend;
+class PriceBased2dPlotPointManager;
 
 /// The plot of one series: its curves over the strikes, with a grid, a legend, and the line at the forward.
+///
+/// The price interval follows the strikes in the host's table, and the smooth curves are evaluated anew
+/// wherever the user zooms and pans, so that they have about a hundred samples in the visible part.
 class DeskPlot : public PriceBased2dPlot {
     Q_OBJECT
 
@@ -20,6 +32,10 @@ public:
     /// Replaces all curves. The future of this ISIN id on the chains' board is the plot's instrument; its
     /// quote must be the series' forward.
     void showSeries(int futureIsinId, const ShownSeries& series, DeskView view);
+
+    /// Shows the same series with other numbers: curves that stay keep their objects, and the user keeps the
+    /// view, the auto-scale and the choice of curves. Nothing without a series.
+    void updateSeries(const ShownSeries& series);
 
     /// What the labels of the price axis show from now on: prices, or prices relative to the forward, on
     /// which the ticks are anchored then.
@@ -42,25 +58,42 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private Q_SLOTS:
     void followScales();
+    void onPriceIntervalChanged(const PriceInterval& interval);
 
 private:
     void setUpItems();
     void setUpFonts();
     void setUpObservers();
     void removeCurves();
-    void attachCurve(const CurveSamples& samples);
+    void setInstrument(int futureIsinId, const QString& code);
+    void fillInterval();
+    QVector<double> strikesToEvaluate();
+    void refineCurves();
+    void showFirstPrices();
     void setUpAxes(const ShownSeries& series, DeskView view);
     void makeRoomForLabels(double forward);
     void applyAxisMode();
     void chooseRoundStep();
     void showForward(double forward);
+    void moveForward(double forward);
     void setPlotTitle(const QString& text);
     void arrangeLegend();
 
     PriceBased2dPlotLegend* m_legend;
+    PriceBased2dPlotPointManager* m_points;
+    CurveWalk* m_walk = nullptr;
+    SeriesCurves m_curves;
+    std::optional<ShownSeries> m_series;
+    DeskView m_view = DeskView::Volatility;
+    /// Whether the strikes in the table give no interval, as a single one.
+    bool m_ownInterval = false;
+    /// The visible prices that the smooth curves have their samples for; invalid when they need new ones.
+    QwtInterval m_sampledPrices;
+    QTimer m_refineTimer;
     AxisMode m_axisMode = AxisMode::Price;
     double m_forward = 0.0;
     PriceRange m_firstPrices;

@@ -4,6 +4,7 @@
 #include "window/deskplot.h"
 #include "window/elidedlabel.h"
 #include "window/picture.h"
+#include "window/seriesfollower.h"
 #include "window/seriesselector.h"
 #include "window/texts.h"
 
@@ -24,6 +25,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     , m_view(view)
     , m_plot(new DeskPlot(this))
     , m_selector(new SeriesSelector(this))
+    , m_follower(new SeriesFollower(this))
     , m_status(new ElidedLabel(this))
 {
     setCentralWidget(m_plot);
@@ -36,6 +38,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     // A window may be smaller than all its parts would like.
     setMinimumSize(1, 1);
     connect(m_selector, SIGNAL(chosen(int)), this, SLOT(onSeriesChosen(int)));
+    connect(m_follower, SIGNAL(changed()), this, SLOT(onSeriesChanged()));
 }
 
 QAction* DeskWindow::addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip)
@@ -129,10 +132,12 @@ void DeskWindow::createToolBar()
 
 void DeskWindow::showSeries(int futureIsinId, const SeriesFacts& given)
 {
+    const SeriesFollower::OwnWrites ownWrites(*m_follower);
     ShownSeries shown = m_data.show(futureIsinId, given);
     m_shown = std::move(shown);
     m_futureIsinId = futureIsinId;
     m_given = given;
+    m_follower->follow(futureIsinId);
     m_selector->setSeries(m_data.series(), futureIsinId);
     draw();
 }
@@ -143,6 +148,11 @@ void DeskWindow::draw()
         return;
     m_plot->showSeries(m_futureIsinId, *m_shown, m_view);
     m_autoScaleAction->setChecked(true);
+    tellOfSeries();
+}
+
+void DeskWindow::tellOfSeries()
+{
     setWindowTitle(tr("%1 - Option desk").arg(Texts::seriesName(m_shown->data)));
     QString status = Texts::status(*m_shown);
     const QString notice = Texts::notice(*m_shown);
@@ -151,11 +161,35 @@ void DeskWindow::draw()
     m_status->setFullText(status);
 }
 
+void DeskWindow::showReason(const QString& reason)
+{
+    m_shown.reset();
+    m_plot->showNothing(reason);
+    m_status->setFullText(reason);
+}
+
+void DeskWindow::onSeriesChanged()
+{
+    try {
+        if (!m_shown) {
+            showSeries(m_futureIsinId, m_given);
+            return;
+        }
+        const SeriesFollower::OwnWrites ownWrites(*m_follower);
+        m_shown = m_data.show(m_futureIsinId, m_given);
+        m_plot->updateSeries(*m_shown);
+        tellOfSeries();
+    } catch (const Exception& error) {
+        showReason(Texts::oneLine(error.text()));
+    }
+}
+
 void DeskWindow::importChain(const QString& fileName)
 {
     OptionChain chain = loadChain(fileName, this);
     const int position = applyFacts(SeriesFacts(), &chain);
     int futureIsinId = 0;
+    const SeriesFollower::OwnWrites ownWrites(*m_follower);
     try {
         futureIsinId = m_data.import(chain, position);
     } catch (const Exception&) {
@@ -175,9 +209,11 @@ void DeskWindow::onSeriesChosen(int futureIsinId)
     try {
         showSeries(futureIsinId, facts);
     } catch (const Exception& error) {
-        m_shown.reset();
-        m_plot->showNothing(Texts::oneLine(error.text()));
-        m_status->setFullText(Texts::oneLine(error.text()));
+        // The prices to take a forward from may still come.
+        m_futureIsinId = futureIsinId;
+        m_given = facts;
+        m_follower->follow(futureIsinId);
+        showReason(Texts::oneLine(error.text()));
     }
 }
 

@@ -13,9 +13,13 @@ class ElidedLabel;
 class QAction;
 class QActionGroup;
 class QMenu;
+class SeriesFollower;
 class SeriesSelector;
 
 /// The option desk's window: the plot of one series, the choice of the series, and the numbers behind it.
+///
+/// It follows the series in the host's table: quotes and strikes that change there are on the plot soon
+/// after.
 class DeskWindow : public QMainWindow {
     Q_OBJECT
 
@@ -39,6 +43,7 @@ public:
 
 private Q_SLOTS:
     void onSeriesChosen(int futureIsinId);
+    void onSeriesChanged();
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
@@ -55,6 +60,8 @@ private:
     void createToolBar();
     QAction* addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip);
     void draw();
+    void tellOfSeries();
+    void showReason(const QString& reason);
     void complain(const QString& title, const QString& text);
 
     DeskData& m_data;
@@ -65,6 +72,7 @@ private:
 
     DeskPlot* m_plot;
     SeriesSelector* m_selector;
+    SeriesFollower* m_follower;
     ElidedLabel* m_status;
     QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;

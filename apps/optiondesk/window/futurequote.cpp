@@ -2,22 +2,38 @@
 
 #include <chain/chaintables.h>
 #include <database/table.h>
+#include <directory/optionalfield.h>
 #include <directory/securitydirectory.h>
 
 namespace {
 
-// Writes the quote that a plot prefers to all others; gives the one before.
-QVariant exchange(int futureIsinId, const QVariant& quote)
+// The field that a plot prefers to all other quotes.
+const auto quoteColumn = QStringLiteral("cur_kotir_real");
+
+Record futureOf(int isinId)
 {
-    Table* const table = ChainTables::find().securities;
-    const Record future = SecurityDirectory::i()->recordByIsinId(futureIsinId, chainBoardId);
-    if (!table || future.isNull())
-        return QVariant();
-    const int column = table->columnIndex(QStringLiteral("cur_kotir_real"));
-    QVariant before = future.value(column).toVariant();
-    table->changeRows(
-        {future}, [&](const Record&, const Table::FieldAccess& field) { field(column).setVariant(quote); });
-    return before;
+    return SecurityDirectory::i()->recordByIsinId(isinId, chainBoardId);
+}
+
+std::optional<decimal> quoteOf(const Record& future)
+{
+    const Table* const table = future.table();
+    return table ? OptionalField::fixedPoint(future.value(table->columnIndex(quoteColumn))) : std::nullopt;
+}
+
+void write(const Record& future, const std::optional<decimal>& quote)
+{
+    Table* const table = future.table();
+    if (!table || quoteOf(future) == quote)
+        return;
+    const int column = table->columnIndex(quoteColumn);
+    table->changeRows({future}, [&](const Record&, const Table::FieldAccess& field) {
+        FieldValue value = field(column);
+        if (quote)
+            value.setDecimal(*quote);
+        else
+            value.setNull();
+    });
 }
 
 }
@@ -27,17 +43,32 @@ FutureQuote::~FutureQuote()
     takeBack();
 }
 
+std::optional<decimal> FutureQuote::own(int futureIsinId) const
+{
+    const std::optional<decimal> quote = quoteOf(futureOf(futureIsinId));
+    const bool isLoan = futureIsinId == m_futureIsinId && quote == m_lent;
+    return isLoan ? m_own : quote;
+}
+
 void FutureQuote::lend(int futureIsinId, double forward)
 {
     constexpr short decimalsOfPrices = 5;
-    takeBack();
-    m_own = exchange(futureIsinId, QVariant::fromValue(decimal::fromDouble(forward, decimalsOfPrices)));
+    if (futureIsinId != m_futureIsinId)
+        takeBack();
+    const Record future = futureOf(futureIsinId);
+    if (future.isNull())
+        return;
+    m_own = own(futureIsinId);
     m_futureIsinId = futureIsinId;
+    m_lent = decimal::fromDouble(forward, decimalsOfPrices);
+    write(future, m_lent);
 }
 
 void FutureQuote::takeBack()
 {
-    if (m_futureIsinId > 0)
-        exchange(m_futureIsinId, m_own);
+    if (m_futureIsinId > 0) {
+        const std::optional<decimal> quote = own(m_futureIsinId);
+        write(futureOf(m_futureIsinId), quote);
+    }
     m_futureIsinId = 0;
 }
