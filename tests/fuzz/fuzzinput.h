@@ -18,6 +18,9 @@ public:
     {
         Value value{};
         const std::size_t size = m_left < sizeof(Value) ? m_left : sizeof(Value);
+        // An input of no bytes may come without an address.
+        if (size == 0)
+            return value;
         std::memcpy(&value, m_data, size);
         m_data += size;
         m_left -= size;
