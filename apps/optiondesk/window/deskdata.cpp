@@ -107,6 +107,7 @@ DeskData::DeskData(const QString& databaseFile)
     const ChainTables tables = ChainTables::make();
     m_storage.attach(tables.boards);
     m_storage.attach(tables.securities);
+    QObject::connect(&m_storage, &SqlStorage::aboutToCommit, [this] { m_quote.takeBack(); });
 }
 
 bool DeskData::isEmpty() const
@@ -116,7 +117,6 @@ bool DeskData::isEmpty() const
 
 int DeskData::import(const OptionChain& chain, int position)
 {
-    m_quote.takeBack();
     ChainImport(m_storage).import(chain);
     const QVector<StoredSeries> stored = ChainStore::series(chain.baseCode);
     const QDate expiry = chain.series.at(position).expiry;

@@ -58,9 +58,14 @@ void FutureQuote::lend(int futureIsinId, double forward)
     const Record future = futureOf(futureIsinId);
     if (future.isNull())
         return;
+    const decimal lent = decimal::fromDouble(forward, decimalsOfPrices);
+    const std::optional<decimal> quote = quoteOf(future);
+    // A live quote lies over the loan: whoever wrote it may take it away again, and the loan shows again.
+    if (futureIsinId == m_futureIsinId && quote == lent && quote != m_lent)
+        return;
     m_own = own(futureIsinId);
     m_futureIsinId = futureIsinId;
-    m_lent = decimal::fromDouble(forward, decimalsOfPrices);
+    m_lent = lent;
     write(future, m_lent);
 }
 

@@ -165,6 +165,7 @@ bool SqlStorage::hasChanges() const
 void SqlStorage::commit()
 {
     const SqlSession& session = d->requireSession();
+    Q_EMIT aboutToCommit();
     std::vector<SqlTableStore*> written;
     for (const auto& store : d->stores) {
         if (store->hasChanges() || store->lacksColumns())

@@ -64,6 +64,10 @@ public:
     /// Drops the changes since the last commit: the table gets its stored rows back.
     void rollback();
 
+Q_SIGNALS:
+    /// The last moment to take values back that must not be stored: comes at the start of commit().
+    void aboutToCommit();
+
 private:
     struct Private;
     std::unique_ptr<Private> d;
