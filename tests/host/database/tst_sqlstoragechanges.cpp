@@ -33,6 +33,7 @@ private Q_SLOTS:
     void commitWithinASignal();
     void manyRows();
     void insertedAndRemovedIsNoChange();
+    void changesOfTheLastMomentAreStored();
 
 private:
     std::unique_ptr<StorageFixture> m_fixture;
@@ -250,6 +251,23 @@ void tst_sqlstoragechanges::insertedAndRemovedIsNoChange()
     table.appendRows(makeRows(table, 1, 2));
     table.changeRows({table.record(0)}, addHundred);
     table.removeRows({table.record(0), table.record(1)});
+    QVERIFY(!storage->hasChanges());
+}
+
+void tst_sqlstoragechanges::changesOfTheLastMomentAreStored()
+{
+    Table table(tableName, columns());
+    const auto storage = m_fixture->open();
+    storage->attach(&table);
+    table.appendRows(makeRows(table, 10, 2));
+    int announced = 0;
+    connect(storage.get(), &SqlStorage::aboutToCommit, &table, [&] {
+        ++announced;
+        table.changeRows({table.record(0)}, addHundred);
+    });
+    storage->commit();
+    QCOMPARE(announced, 1);
+    QCOMPARE(ids(*storedTable(m_fixture->path(), tableName)), (QVector<int>{110, 11}));
     QVERIFY(!storage->hasChanges());
 }
 
