@@ -186,6 +186,7 @@ void SqlStorage::rollback()
     const SqlSession& session = d->requireSession();
     const std::vector<QPointer<SqlTableStore>> changed = d->changedStores();
     std::vector<SqlTableContent> contents;
+    contents.reserve(changed.size());
     for (const auto& store : changed)
         contents.push_back(readSqlTable(session, store->table()));
     for (std::size_t i = 0; i < changed.size(); ++i) {
