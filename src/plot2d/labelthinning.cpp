@@ -106,9 +106,14 @@ LabelThinning::Result LabelThinning::thinned(
 
     const bool hasIndex = quote.index != -1;
     for (int round = 1; round < candidates.size(); ++round) {
+        const int countBefore = result.ticks.size();
+        const int indexBefore = current.index;
         result.ticks = everySecond(result.ticks, quote.value, hasIndex ? current.index % 2 : 0);
         current.index = quoteIndex(result.ticks, quote.value);
         result.quoteIndex = current.index;
+        // One tick on each side of the quote may stay for ever: the rounds left would find the same.
+        if (result.ticks.size() == countBefore && current.index == indexBefore)
+            break;
         found = measuredOverlaps(result.ticks, current, measure);
         if (settled())
             return result;

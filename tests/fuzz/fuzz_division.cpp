@@ -16,10 +16,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int maxMinor = input.take<std::uint8_t>() % 101;
     const double factor = input.takeDouble();
 
+    // With a step of the caller's, Qwt itself stops at 10,000 major ticks.
+    const long mostTicks = (step != 0.0 ? 10003L : 302L) * 110L;
+
     const GuardedScaleEngine guarded;
     const QwtScaleDiv division = guarded.divideScale(lower, upper, maxMajor, maxMinor, step);
     for (const int type : {QwtScaleDiv::MajorTick, QwtScaleDiv::MediumTick, QwtScaleDiv::MinorTick})
-        FUZZ_EXPECT(division.ticks(type).size() <= 302L * 110L);
+        FUZZ_EXPECT(division.ticks(type).size() <= mostTicks);
     FUZZ_EXPECT(std::isfinite(division.lowerBound()) && std::isfinite(division.upperBound()));
 
     const double price = ScaleDivision::anchorPrice(factor, 2);
