@@ -100,7 +100,10 @@ void PriceBased2dPlotLegend::wheelEvent(QWheelEvent* event)
 
 bool PriceBased2dPlotLegend::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::Wheel || watched != contentsWidget()->parentWidget())
+    // A check box accepts a press but hands on the moves of a drag that has left it; the plot would take them
+    // for those of the drag whose press it saw last.
+    const bool kept = event->type() == QEvent::Wheel || event->type() == QEvent::MouseMove;
+    if (!kept || watched != contentsWidget()->parentWidget())
         return QwtLegend::eventFilter(watched, event);
     event->accept();
     return true;

@@ -43,7 +43,8 @@ public:
     ~PriceBased2dPlotLegend() override;
 
     /// Makes the placeholder icons; to be called once after construction, so that a derived legend makes its
-    /// own.
+    /// own. Curves whose legend icons are as large as these (50 by 13 pixels) keep the entries in their
+    /// places when they are unchecked.
     void initCore();
 
     /// Forgets the entries whose widgets are gone.
@@ -86,7 +87,8 @@ public:
     QWidget* createWidget(const QwtLegendData& legendData) const override;
     void updateWidget(QWidget* widget, const QwtLegendData& legendData) override;
 
-    /// Keeps the wheel from the view of the entries, which would scroll.
+    /// Keeps the wheel from the view of the entries, which would scroll, and from the plot a drag that began
+    /// on a check box.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
