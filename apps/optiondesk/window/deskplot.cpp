@@ -119,7 +119,7 @@ void DeskPlot::setUpObservers()
 {
     m_picker = new PriceBased2dPlotPicker(canvas());
     m_picker->initTimer();
-    new CurveTracker(this, m_picker);
+    m_tracker = new CurveTracker(this, m_picker);
     m_walk = new CurveWalk(this, m_picker);
     setCanvasObservers();
 
@@ -237,6 +237,8 @@ void DeskPlot::replot()
     if (m_walk)
         m_walk->refresh();
     PriceBased2dPlot::replot();
+    if (m_walk && !m_walk->isActive())
+        m_tracker->refresh();
 }
 
 void DeskPlot::setAxisMode(AxisMode mode)
