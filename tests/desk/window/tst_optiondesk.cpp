@@ -19,6 +19,8 @@ private Q_SLOTS:
     void refusesBadChains();
     void refusesBadDatabases_data();
     void refusesBadDatabases();
+    void refusesBadReplays_data();
+    void refusesBadReplays();
     void failsToWriteAPicture();
     void needsADisplayForAWindow();
     void drawsTheSize_data();
@@ -182,6 +184,29 @@ void tst_optiondesk::refusesBadDatabases()
     }
     QCOMPARE(this->content("d.sqlite"), content);
     QCOMPARE(run({"--database", m_folder->path(), "--picture", "p.png"}).exitCode, 2);
+}
+
+void tst_optiondesk::refusesBadReplays_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::newRow("empty") << QByteArray("") << QByteArray("optiondesk: q.csv: ");
+    QTest::newRow("no quotes") << QByteArray("time,instrument,last\n") << QByteArray("optiondesk: q.csv: ");
+    QTest::newRow("other columns") << QByteArray("a,b,c\n1,2,3\n") << QByteArray("optiondesk: q.csv:1: ");
+    QTest::newRow("time goes back") << QByteArray("time,instrument,last\n5,FUT,1\n4,FUT,2\n")
+                                    << QByteArray("optiondesk: q.csv:3: ");
+}
+
+void tst_optiondesk::refusesBadReplays()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, begin);
+    DeskTest::write(path("q.csv"), text);
+    const DeskRun result = run({"--replay", "q.csv", "--database", "d.sqlite"});
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.errorLines().size() == 1, result.errors);
+    QVERIFY2(result.errors.startsWith(begin), result.errors);
+    QVERIFY(!QFile::exists(path("d.sqlite")));
 }
 
 void tst_optiondesk::failsToWriteAPicture()
