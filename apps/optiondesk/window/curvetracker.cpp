@@ -54,5 +54,8 @@ void CurveTracker::track(const QPointF& canvasPosition)
     QString text;
     if (closest.curve)
         text = ReadOut::text(*m_plot, *m_picker, *closest.curve, closest.index);
-    m_picker->setTrackerText(m_picker->renderedText(text));
+    QwtText rendered = m_picker->renderedText(text);
+    // Curves under the text would make it hard to read.
+    rendered.setBackgroundBrush(m_plot->canvasBackground());
+    m_picker->setTrackerText(rendered);
 }

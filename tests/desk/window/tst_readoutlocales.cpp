@@ -152,17 +152,18 @@ void tst_readoutlocales::readsVolatilities_data()
     addRow("French, at the quote", "fr_FR", AxisMode::PercentOfQuote, {quote, 0.2},
         u"Test\nStrike 2\u202f000, 0% from the quote\n20%");
 
+    // Behind the strike a mark sees to it that the distance stands to its right.
     addRow("Arabic, price above", "ar_EG", AxisMode::Price, above,
-        u"Test\nStrike \u0663\u066c\u0664\u0665\u0666\u066b\u0667\u0665, "
+        u"Test\nStrike \u0663\u066c\u0664\u0665\u0666\u066b\u0667\u0665\u200e, "
         u"+\u0661\u066c\u0664\u0665\u0666\u066b\u0667\u0665 from the quote\n\u0663\u0661\u066b\u0662\u0665%");
     addRow("Arabic, points below", "ar_EG", AxisMode::PointsFromQuote, below,
-        u"Test\nStrike \u0661\u066c\u0662\u0663\u0664\u066b\u0665, "
+        u"Test\nStrike \u0661\u066c\u0662\u0663\u0664\u066b\u0665\u200e, "
         u"-\u0667\u0666\u0665\u066b\u0665 from the quote\n\u0662\u0660%");
     addRow("Arabic, percent below", "ar_EG", AxisMode::PercentOfQuote, below,
-        u"Test\nStrike \u0661\u066c\u0662\u0663\u0664\u066b\u0665, "
+        u"Test\nStrike \u0661\u066c\u0662\u0663\u0664\u066b\u0665\u200e, "
         u"-\u0663\u0668\u066b\u0662\u0667\u0665% from the quote\n\u0662\u0660%");
     addRow("Arabic, at the quote", "ar_EG", AxisMode::Price, {quote, 0.2},
-        u"Test\nStrike \u0662\u066c\u0660\u0660\u0660, \u0660 from the quote\n\u0662\u0660%");
+        u"Test\nStrike \u0662\u066c\u0660\u0660\u0660\u200e, \u0660 from the quote\n\u0662\u0660%");
 }
 
 void tst_readoutlocales::readsVolatilities()
@@ -187,7 +188,7 @@ void tst_readoutlocales::readsValues_data()
     addRow("French", "fr_FR", AxisMode::PointsFromQuote, point,
         u"Test\nStrike 2\u202f000,01, +0,01 from the quote\n1\u202f234,568");
     addRow("Arabic", "ar_EG", AxisMode::Price, point,
-        u"Test\nStrike \u0662\u066c\u0660\u0660\u0660\u066b\u0660\u0661, "
+        u"Test\nStrike \u0662\u066c\u0660\u0660\u0660\u066b\u0660\u0661\u200e, "
         u"+\u0660\u066b\u0660\u0661 from the quote\n\u0661\u066c\u0662\u0663\u0664\u066b\u0665\u0666\u0668");
 }
 
