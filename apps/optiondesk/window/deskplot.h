@@ -78,7 +78,7 @@ private:
     void setUpAxes(const ShownSeries& series, DeskView view);
     void makeRoomForLabels(double forward);
     void applyAxisMode();
-    void chooseRoundStep();
+    void chooseRoundStep(bool quoteMoved);
     void showForward(double forward);
     void moveForward(double forward);
     void setPlotTitle(const QString& text);
