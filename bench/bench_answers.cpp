@@ -48,7 +48,7 @@ int main(int argc, char** argv)
     try {
         for (const QString& file : files) {
             for (const DeskView view : {DeskView::Volatility, DeskView::Value}) {
-                for (const int rate : {100, 10000, 100000})
+                for (const int rate : {1000, 10000, 100000})
                     measure(file, view, rate);
             }
         }

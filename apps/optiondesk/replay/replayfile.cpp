@@ -138,8 +138,9 @@ void ReplayFile::Rows::findMark(const QVector<CsvRow>& rows)
     for (const CsvRow& row : rows) {
         for (const QuoteField field : quoteFields) {
             const int column = m_header.columns.price(field);
-            const std::optional<DecimalMark> mark
-                = column >= 0 ? decimalMarkOf(row.cells.value(column)) : std::nullopt;
+            if (column < 0)
+                continue;
+            const std::optional<DecimalMark> mark = decimalMarkOf(row.cells.value(column));
             point = point || mark == DecimalMark::Point;
             comma = comma || mark == DecimalMark::Comma;
         }

@@ -38,11 +38,11 @@ bool hasLastPrices(const ChainFeed& feed, int futureIsinId)
     for (const Record& record : table.masterIndex()) {
         const bool isFuture = record.field(isinId).toString() == QString::number(futureIsinId);
         const int instrument = isFuture ? 0 : feed.instruments().indexOf(record.field(name).toString());
-        if (instrument >= 0 && !record.value(last).isNull()
+        if (instrument >= 0 && instrument < feed.quoteCount() && !record.value(last).isNull()
             && record.value(last).toDecimal() == feed.lastPrice(instrument))
             ++found;
     }
-    return found == feed.instruments().size();
+    return found == std::min(feed.instruments().size(), feed.quoteCount());
 }
 
 }
