@@ -3,6 +3,7 @@
 #include "support/testmain.h"
 
 #include <QImage>
+#include <QProcess>
 #include <QTemporaryDir>
 
 /// The option desk's program as its user runs it: exit codes, messages, pictures and what it keeps.
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void refusesBadDatabases();
     void refusesBadReplays_data();
     void refusesBadReplays();
+    void tellsOfAReplayThatGoesWrong();
     void failsToWriteAPicture();
     void needsADisplayForAWindow();
     void drawsTheSize_data();
@@ -207,6 +209,26 @@ void tst_optiondesk::refusesBadReplays()
     QVERIFY2(result.errorLines().size() == 1, result.errors);
     QVERIFY2(result.errors.startsWith(begin), result.errors);
     QVERIFY(!QFile::exists(path("d.sqlite")));
+}
+
+// The window is there by then, and stays.
+void tst_optiondesk::tellsOfAReplayThatGoesWrong()
+{
+    DeskTest::write(path("q.csv"),
+        "time,instrument,last\n" + QByteArray("5,FUT,80\n").repeated(2000) + "4,FUT,81\n6,FUT,82\n");
+    constexpr int patience = 60000;
+    QProcess desk;
+    desk.setWorkingDirectory(m_folder->path());
+    desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--replay", "q.csv", "--speed", "max"});
+    desk.setReadChannel(QProcess::StandardError);
+    QByteArray line;
+    while (!line.endsWith('\n') && desk.waitForReadyRead(patience))
+        line += desk.readLine();
+    const bool isRunning = desk.state() == QProcess::Running;
+    desk.kill();
+    desk.waitForFinished();
+    QVERIFY2(line.startsWith("optiondesk: the replay has ended: q.csv:2002: \"4\""), line);
+    QVERIFY(isRunning);
 }
 
 void tst_optiondesk::failsToWriteAPicture()
