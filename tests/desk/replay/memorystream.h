@@ -27,6 +27,8 @@ public:
         return quote;
     }
 
+    int quotesLeft() const { return int(m_recording.quotes.size()); }
+
     const QStringList& instruments() const override { return m_recording.instruments; }
 
 private:

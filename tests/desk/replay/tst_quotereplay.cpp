@@ -1,9 +1,8 @@
 #include "memorystream.h"
+#include "replaytable.h"
 #include "support/testmain.h"
 
-#include <chain/chaintables.h>
 #include <database/table.h>
-#include <directory/securitiestable.h>
 #include <replay/quotereplay.h>
 #include <replay/replayfile.h>
 
@@ -62,31 +61,10 @@ private:
 
 namespace {
 
-constexpr int instrumentCount = 50;
-constexpr int futureIsinId = 1;
-constexpr qint64 startMicroseconds = 123456789;
+using ReplayTable::futureIsinId;
+using ReplayTable::instrumentCount;
 
-// The future and options of the names "O1", "O2" ...
-std::unique_ptr<Table> makeTable()
-{
-    auto table
-        = std::make_unique<Table>(SecuritiesTable::securitiesName, SecuritiesTable::securitiesColumns());
-    QVector<Record> rows;
-    for (int i = 0; i < instrumentCount; ++i) {
-        const Record row = table->createRow();
-        const auto field = [&](const char* name) {
-            return table->value(row, table->columnIndex(QString::fromLatin1(name)));
-        };
-        field("stock_id").setInt32(chainStockId);
-        field("board_id").setInt32(chainBoardId);
-        field("isin_id").setInt32(futureIsinId + i);
-        field("short_name").setText(i == 0 ? QStringLiteral("F") : QStringLiteral("O%1").arg(i));
-        field("sectype").setText(i == 0 ? QStringLiteral("F") : QStringLiteral("O"));
-        rows.append(row);
-    }
-    table->appendRows(rows);
-    return table;
-}
+constexpr qint64 startMicroseconds = 123456789;
 
 // A recording of last prices: time, instrument, price.
 RecordedQuotes recording(const std::vector<std::tuple<qint64, QString, int>>& quotes)
@@ -120,7 +98,7 @@ RecordedQuotes numberedQuotes(int count, int perSecond)
 
 void tst_quotereplay::init()
 {
-    m_table = makeTable();
+    m_table = ReplayTable::make();
     m_stride = 0;
     m_batches = 0;
     m_seen.clear();
@@ -419,32 +397,15 @@ void tst_quotereplay::endsWhereTheRecordingGoesWrong()
 
 void tst_quotereplay::readsNoFurtherThanDue()
 {
-    auto stream = std::make_unique<MemoryStream>(numberedQuotes(1000, 1000));
-    int reads = 0;
-    class Counting : public QuoteStream {
-    public:
-        Counting(std::unique_ptr<QuoteStream> inner, int* count)
-            : m_inner(std::move(inner))
-            , m_count(count)
-        {
-        }
-        std::optional<RecordedQuote> read() override
-        {
-            ++*m_count;
-            return m_inner->read();
-        }
-        const QStringList& instruments() const override { return m_inner->instruments(); }
-
-    private:
-        std::unique_ptr<QuoteStream> m_inner;
-        int* m_count;
-    };
-    make(std::make_unique<Counting>(std::move(stream), &reads), 1.0);
+    auto owned = std::make_unique<MemoryStream>(numberedQuotes(1000, 1000));
+    const MemoryStream& stream = *owned;
+    make(std::move(owned), 1.0);
     m_replay->start();
+    // One quote is known before it is due.
     tickAt(99.0);
-    QCOMPARE(reads, 101);
+    QCOMPARE(stream.quotesLeft(), 899);
     tickAt(199.0);
-    QCOMPARE(reads, 201);
+    QCOMPARE(stream.quotesLeft(), 799);
 }
 
 // The only test of the real timer and clock.
