@@ -1,4 +1,5 @@
 #include "replay/quotereplay.h"
+#include "replay/replayfile.h"
 #include "window/commandline.h"
 #include "window/deskwindow.h"
 #include "window/picture.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QStatusBar>
 
 #include <cstdio>
 #include <memory>
@@ -43,32 +45,36 @@ int savePicture(DeskWindow& window, const CommandLine& options)
     return success;
 }
 
-// A null pointer where there is nothing to replay.
-std::unique_ptr<QuoteReplay> startReplay(
-    RecordedQuotes recording, int futureIsinId, std::optional<double> speed)
+void tellOfUnknown(const QStringList& names, int quotes)
 {
-    if (recording.quotes.empty())
-        return nullptr;
+    constexpr int mostNames = 10;
+    const QString more = names.size() > mostNames ? QStringLiteral(", ...") : QString();
+    say(QStringLiteral("the replay had %1 quotes of %2 unknown instruments: %3")
+            .arg(quotes)
+            .arg(names.size())
+            .arg(names.mid(0, mostNames).join(QStringLiteral(", ")) + more));
+}
+
+std::unique_ptr<QuoteReplay> startReplay(
+    std::unique_ptr<QuoteStream> quotes, int futureIsinId, std::optional<double> speed, QMainWindow& window)
+{
     auto replay = std::make_unique<QuoteReplay>(
-        ChainTables::find().securities, std::move(recording), futureIsinId, speed);
-    QObject::connect(
-        replay.get(), &QuoteReplay::unknownInstruments, [](const QStringList& names, int quotes) {
-            constexpr int mostNames = 10;
-            const QString more = names.size() > mostNames ? QStringLiteral(", ...") : QString();
-            say(QStringLiteral("the replay had %1 quotes of %2 unknown instruments: %3")
-                    .arg(quotes)
-                    .arg(names.size())
-                    .arg(names.mid(0, mostNames).join(QStringLiteral(", ")) + more));
-        });
+        ChainTables::find().securities, std::move(quotes), futureIsinId, speed);
+    QObject::connect(replay.get(), &QuoteReplay::unknownInstruments, tellOfUnknown);
+    QObject::connect(replay.get(), &QuoteReplay::failed, &window, [&window](const QString& reason) {
+        const QString text = QStringLiteral("the replay has ended: ") + reason;
+        say(text);
+        window.statusBar()->showMessage(Texts::oneLine(text));
+    });
     replay->start();
     return replay;
 }
 
 int run(const CommandLine& options)
 {
-    RecordedQuotes recording;
+    std::unique_ptr<QuoteStream> quotes;
     if (!options.replayFile.isEmpty())
-        recording = readRecordedQuotes(options.replayFile);
+        quotes = std::make_unique<ReplayFile>(options.replayFile);
     const Session session = openSession(options);
     DeskWindow window(*session.data, options.view);
     window.setAxisMode(options.axisMode);
@@ -80,7 +86,9 @@ int run(const CommandLine& options)
         return savePicture(window, options);
     window.resize(options.size);
     window.show();
-    const auto replay = startReplay(std::move(recording), session.futureIsinId, options.replaySpeed);
+    std::unique_ptr<QuoteReplay> replay;
+    if (quotes)
+        replay = startReplay(std::move(quotes), session.futureIsinId, options.replaySpeed, window);
     return QApplication::exec();
 }
 

@@ -119,7 +119,7 @@ void DeskPlot::setUpObservers()
 {
     m_picker = new PriceBased2dPlotPicker(canvas());
     m_picker->initTimer();
-    new CurveTracker(this, m_picker);
+    m_tracker = new CurveTracker(this, m_picker);
     m_walk = new CurveWalk(this, m_picker);
     setCanvasObservers();
 
@@ -220,23 +220,26 @@ void DeskPlot::applyAxisMode()
     setRescaleFactor(relative ? decimal::fromDouble(m_forward, hostDecimals) : decimal::zero);
 }
 
-// Whatever set the scale left the step to the axis, which knows prices alone.
-void DeskPlot::chooseRoundStep()
+// Whatever set the scale left the step to the axis, which knows prices alone. From another quote the same
+// step leads to other ticks.
+void DeskPlot::chooseRoundStep(bool quoteMoved)
 {
     updateAxes();
     const QwtInterval prices = axisScaleDiv(xBottom).interval();
     const double step = AxisModes::roundStep(m_axisMode, m_forward, prices.width(), axisMaxMajor(xBottom));
-    if (step != axisStepSize(xBottom))
+    if (quoteMoved || step != axisStepSize(xBottom))
         setAxisScale(xBottom, prices.minValue(), prices.maxValue(), step);
 }
 
 void DeskPlot::replot()
 {
     if (m_axisMode != AxisMode::Price && m_forward > 0.0)
-        chooseRoundStep();
+        chooseRoundStep(false);
     if (m_walk)
         m_walk->refresh();
     PriceBased2dPlot::replot();
+    if (m_walk && !m_walk->isActive())
+        m_tracker->refresh();
 }
 
 void DeskPlot::setAxisMode(AxisMode mode)
@@ -246,10 +249,7 @@ void DeskPlot::setAxisMode(AxisMode mode)
         return;
     applyAxisMode();
     makeRoomForLabels(m_forward);
-    // The same range has other ticks now.
-    const QwtInterval prices = axisScaleDiv(xBottom).interval();
-    setAxisScale(xBottom, prices.minValue(), prices.maxValue(),
-        AxisModes::roundStep(mode, m_forward, prices.width(), axisMaxMajor(xBottom)));
+    chooseRoundStep(true);
     updateAxes();
     updateScaleLabels();
     updateAxisWidgets();
@@ -283,6 +283,7 @@ void DeskPlot::moveForward(double forward)
     setCurKotirValue(forward);
     if (moved && m_axisMode != AxisMode::Price) {
         applyAxisMode();
+        chooseRoundStep(true);
         updateAxisWidgets();
     }
     axisWidget(xBottom)->update();

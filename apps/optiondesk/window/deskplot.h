@@ -14,6 +14,7 @@
 
 #include <optional>
 
+class CurveTracker;
 class CurveWalk;
 class PriceBased2dPlotLegend;
 class PriceBased2dPlotPointManager;
@@ -77,7 +78,7 @@ private:
     void setUpAxes(const ShownSeries& series, DeskView view);
     void makeRoomForLabels(double forward);
     void applyAxisMode();
-    void chooseRoundStep();
+    void chooseRoundStep(bool quoteMoved);
     void showForward(double forward);
     void moveForward(double forward);
     void setPlotTitle(const QString& text);
@@ -85,6 +86,7 @@ private:
 
     PriceBased2dPlotLegend* m_legend;
     PriceBased2dPlotPointManager* m_points;
+    CurveTracker* m_tracker = nullptr;
     CurveWalk* m_walk = nullptr;
     SeriesCurves m_curves;
     std::optional<ShownSeries> m_series;

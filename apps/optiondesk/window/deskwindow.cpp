@@ -6,6 +6,7 @@
 #include "window/picture.h"
 #include "window/seriesfollower.h"
 #include "window/seriesselector.h"
+#include "window/storedserieswatch.h"
 #include "window/texts.h"
 
 #include <chain/chainerror.h>
@@ -39,6 +40,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     setMinimumSize(1, 1);
     connect(m_selector, SIGNAL(chosen(int)), this, SLOT(onSeriesChosen(int)));
     connect(m_follower, SIGNAL(changed()), this, SLOT(onSeriesChanged()));
+    connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
 }
 
 QAction* DeskWindow::addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip)
@@ -182,6 +184,11 @@ void DeskWindow::onSeriesChanged()
     } catch (const Exception& error) {
         showReason(Texts::oneLine(error.text()));
     }
+}
+
+void DeskWindow::onStoredSeriesChanged()
+{
+    m_selector->setSeries(m_data.series(), m_futureIsinId);
 }
 
 void DeskWindow::importChain(const QString& fileName)

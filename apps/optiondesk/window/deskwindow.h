@@ -44,6 +44,7 @@ public:
 private Q_SLOTS:
     void onSeriesChosen(int futureIsinId);
     void onSeriesChanged();
+    void onStoredSeriesChanged();
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);

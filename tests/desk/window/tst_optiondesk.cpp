@@ -3,6 +3,7 @@
 #include "support/testmain.h"
 
 #include <QImage>
+#include <QProcess>
 #include <QTemporaryDir>
 
 /// The option desk's program as its user runs it: exit codes, messages, pictures and what it keeps.
@@ -19,6 +20,9 @@ private Q_SLOTS:
     void refusesBadChains();
     void refusesBadDatabases_data();
     void refusesBadDatabases();
+    void refusesBadReplays_data();
+    void refusesBadReplays();
+    void tellsOfAReplayThatGoesWrong();
     void failsToWriteAPicture();
     void needsADisplayForAWindow();
     void drawsTheSize_data();
@@ -182,6 +186,49 @@ void tst_optiondesk::refusesBadDatabases()
     }
     QCOMPARE(this->content("d.sqlite"), content);
     QCOMPARE(run({"--database", m_folder->path(), "--picture", "p.png"}).exitCode, 2);
+}
+
+void tst_optiondesk::refusesBadReplays_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::newRow("empty") << QByteArray("") << QByteArray("optiondesk: q.csv: ");
+    QTest::newRow("no quotes") << QByteArray("time,instrument,last\n") << QByteArray("optiondesk: q.csv: ");
+    QTest::newRow("other columns") << QByteArray("a,b,c\n1,2,3\n") << QByteArray("optiondesk: q.csv:1: ");
+    QTest::newRow("time goes back") << QByteArray("time,instrument,last\n5,FUT,1\n4,FUT,2\n")
+                                    << QByteArray("optiondesk: q.csv:3: ");
+}
+
+void tst_optiondesk::refusesBadReplays()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, begin);
+    DeskTest::write(path("q.csv"), text);
+    const DeskRun result = run({"--replay", "q.csv", "--database", "d.sqlite"});
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.errorLines().size() == 1, result.errors);
+    QVERIFY2(result.errors.startsWith(begin), result.errors);
+    QVERIFY(!QFile::exists(path("d.sqlite")));
+}
+
+// The window is there by then, and stays.
+void tst_optiondesk::tellsOfAReplayThatGoesWrong()
+{
+    DeskTest::write(path("q.csv"),
+        "time,instrument,last\n" + QByteArray("5,FUT,80\n").repeated(2000) + "4,FUT,81\n6,FUT,82\n");
+    constexpr int patience = 60000;
+    QProcess desk;
+    desk.setWorkingDirectory(m_folder->path());
+    desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--replay", "q.csv", "--speed", "max"});
+    desk.setReadChannel(QProcess::StandardError);
+    QByteArray line;
+    while (!line.endsWith('\n') && desk.waitForReadyRead(patience))
+        line += desk.readLine();
+    const bool isRunning = desk.state() == QProcess::Running;
+    desk.kill();
+    desk.waitForFinished();
+    QVERIFY2(line.startsWith("optiondesk: the replay has ended: q.csv:2002: \"4\""), line);
+    QVERIFY(isRunning);
 }
 
 void tst_optiondesk::failsToWriteAPicture()
