@@ -56,6 +56,8 @@ public:
     /// The desk shows icons of curves in the legend alone.
     void curveIconReset(const PriceBased2dPlotCurve* curve) override;
 
+    CurveWalk* walk() const { return m_walk; }
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
