@@ -58,6 +58,10 @@ public:
 
     CurveWalk* walk() const { return m_walk; }
 
+Q_SIGNALS:
+    /// Another series, another view of it, or nothing is shown: what was visible before has no meaning now.
+    void seriesReplaced();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
