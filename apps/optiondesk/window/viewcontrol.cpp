@@ -61,8 +61,6 @@ ViewControl::ViewControl(DeskPlot* plot)
 
 View ViewControl::view() const
 {
-    // A scale that was set since the last replot is divided only now.
-    m_plot.updateAxes();
     return {m_plot.axisScaleDiv(xBottom).interval(), m_plot.axisScaleDiv(yLeft).interval(),
         m_plot.autoScaleEnabled()};
 }

@@ -110,12 +110,17 @@ void ShownView::drag(const QPoint& from, const QPoint& offset)
     release(from + offset);
 }
 
-void ShownView::doubleClick(const QPoint& position, const QPoint& joltAtFirst)
+void ShownView::doubleClickAndHold(const QPoint& position, const QPoint& joltAtFirst)
 {
     press(position);
     if (!joltAtFirst.isNull())
         move(position + joltAtFirst);
     release(position + joltAtFirst);
     send(QEvent::MouseButtonDblClick, position + joltAtFirst, Qt::LeftButton);
+}
+
+void ShownView::doubleClick(const QPoint& position, const QPoint& joltAtFirst)
+{
+    doubleClickAndHold(position, joltAtFirst);
     release(position + joltAtFirst);
 }

@@ -43,6 +43,7 @@ public:
     void release(const QPoint& position);
     void drag(const QPoint& from, const QPoint& offset);
     void doubleClick(const QPoint& position, const QPoint& joltAtFirst = QPoint());
+    void doubleClickAndHold(const QPoint& position, const QPoint& joltAtFirst = QPoint());
     void wait(qint64 milliseconds) { m_now += milliseconds; }
 
 private:

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void fitsWithAutoScaleOn_data();
     void fitsWithAutoScaleOn();
     void doubleClickForgivesAJolt();
+    void leavesOtherButtonsAlone();
     void nothingToFit_data();
     void nothingToFit();
     void fitsTheVisibleCurves();
@@ -207,6 +208,20 @@ void tst_viewcontrol::doubleClickForgivesAJolt()
     QVERIFY(isAbout(m_shown->view().prices, allPrices));
     m_shown->control().undo();
     COMPARE_VIEWS(m_shown->view(), before);
+    QVERIFY(!m_shown->control().canUndo());
+}
+
+void tst_viewcontrol::leavesOtherButtonsAlone()
+{
+    const View before = m_shown->view();
+    const QPoint middle = m_shown->middle(Place::Prices);
+    QTest::mouseDClick(&m_shown->plot(), Qt::RightButton, Qt::NoModifier, middle);
+    COMPARE_VIEWS(m_shown->view(), before);
+    QTest::mousePress(&m_shown->plot(), Qt::RightButton, Qt::NoModifier, middle);
+    m_shown->control().zoomIn();
+    QVERIFY(m_shown->control().canUndo());
+    QTest::mouseRelease(&m_shown->plot(), Qt::RightButton, Qt::NoModifier, middle);
+    m_shown->control().undo();
     QVERIFY(!m_shown->control().canUndo());
 }
 

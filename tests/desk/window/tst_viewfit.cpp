@@ -67,6 +67,7 @@ void tst_viewfit::fitsPrices_data()
     QTest::newRow("infinite price") << data(50.0, infinity, 0.2, 0.3) << 2.5 << none;
     QTest::newRow("price of NaN") << data(notANumber, 150.0, 0.2, 0.3) << 2.5 << none;
     QTest::newRow("widest of all") << data(-1e308, 1e308, 0.2, 0.3) << 2.5 << none;
+    QTest::newRow("no room beside the data") << data(0.0, 1.79e308, 0.2, 0.3) << 2.5 << none;
 }
 
 void tst_viewfit::fitsPrices()

@@ -48,6 +48,7 @@ private Q_SLOTS:
     void zoomsOutAsFarAsTheWheel_data();
     void zoomsOutAsFarAsTheWheel();
     void zoomsInAsFarAsTheWheel();
+    void zoomsInWhileLabelsDiffer();
     void autoScaleStaysOnWhileZooming();
     void pansATenth_data();
     void pansATenth();
@@ -172,6 +173,20 @@ void tst_viewkeys::zoomsInAsFarAsTheWheel()
     m_shown->control().forget();
     m_shown->control().zoomIn();
     QVERIFY(!m_shown->control().canUndo());
+}
+
+void tst_viewkeys::zoomsInWhileLabelsDiffer()
+{
+    m_shown->plot().setPriceInterval({60.0, 140.0, 1e-9, true});
+    for (int i = 0; i < 250; ++i)
+        turnInTheMiddle(notch, Qt::NoModifier);
+    const View nearest = m_shown->view();
+    m_shown->show(somePrices, someValues);
+    for (int i = 0; i < 250; ++i)
+        m_shown->control().zoomIn();
+    QVERIFY(std::abs(m_shown->view().values.width() / nearest.values.width() - 1.0) < 1e-6);
+    // Neither the strikes nor the values have stopped it.
+    QVERIFY(0.9 * nearest.prices.width() > 1e-9 && 0.9 * nearest.values.width() > 1e-8);
 }
 
 void tst_viewkeys::autoScaleStaysOnWhileZooming()

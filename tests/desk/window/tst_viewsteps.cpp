@@ -24,7 +24,9 @@ private Q_SLOTS:
     void dragOfAnAxis_data();
     void dragOfAnAxis();
     void dragThatChangesNothing();
+    void dragAfterADoubleClick();
     void dragWithoutARelease();
+    void dragWithAnotherButton();
     void turnsWhileDragging();
     void burstOfTheWheel();
     void burstOfKeys();
@@ -118,6 +120,19 @@ void tst_viewsteps::dragThatChangesNothing()
     QVERIFY(before != all);
 }
 
+void tst_viewsteps::dragAfterADoubleClick()
+{
+    const QPoint start = m_shown->middle(ShownView::Prices);
+    const View before = m_shown->view();
+    m_shown->doubleClickAndHold(start);
+    const View fitted = m_shown->view();
+    m_shown->move(start - QPoint(5, 0));
+    QVERIFY(m_shown->view() != fitted);
+    m_shown->release(start - QPoint(5, 0));
+    COMPARE_VIEWS(undone(), fitted);
+    COMPARE_VIEWS(undone(), before);
+}
+
 void tst_viewsteps::dragWithoutARelease()
 {
     const QPoint start = m_shown->middle(ShownView::Prices);
@@ -129,6 +144,24 @@ void tst_viewsteps::dragWithoutARelease()
     m_shown->move(start - QPoint(5, 0));
     m_shown->release(start);
     COMPARE_VIEWS(undone(), dragged);
+    COMPARE_VIEWS(undone(), before);
+
+    m_shown->press(start);
+    QMouseEvent again(QEvent::MouseButtonDblClick, start, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_shown->plot(), &again);
+    QVERIFY(m_shown->view() != before);
+    COMPARE_VIEWS(undone(), before);
+}
+
+void tst_viewsteps::dragWithAnotherButton()
+{
+    const QPoint start = m_shown->middle(ShownView::Prices);
+    const View before = m_shown->view();
+    m_shown->press(start);
+    m_shown->move(start - QPoint(5, 0));
+    QTest::mouseRelease(&m_shown->plot(), Qt::RightButton, Qt::NoModifier, start);
+    m_shown->control().zoomIn();
+    m_shown->release(start);
     COMPARE_VIEWS(undone(), before);
 }
 
@@ -331,6 +364,13 @@ void tst_viewsteps::escapeWithoutADrag()
     QTest::keyClick(m_shown->plot().canvas(), Qt::Key_Escape);
     m_shown->release(m_shown->middle(ShownView::Canvas));
     COMPARE_VIEWS(m_shown->view(), zoomed);
+    // There is nothing to take back yet.
+    const QPoint start = m_shown->middle(ShownView::Prices);
+    m_shown->press(start);
+    QTest::keyClick(m_shown->plot().canvas(), Qt::Key_Escape);
+    m_shown->move(start - QPoint(5, 0));
+    QVERIFY(m_shown->view() != zoomed);
+    m_shown->release(start);
 }
 
 void tst_viewsteps::anotherSeriesForgetsAll()
