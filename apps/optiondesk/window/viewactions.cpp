@@ -46,7 +46,7 @@ QAction* ViewActions::addForCanvas(QMenu& menu, const MenuEntry& entry)
 void ViewActions::addFits(QMenu& menu)
 {
     m_autoScale = addEntry(menu,
-        {tr("Auto-&scale"), {QKeySequence(Qt::CTRL | Qt::Key_A)},
+        {tr("Auto-&scale"), {QKeySequence(QStringLiteral("Ctrl+A"))},
             tr("Keep the vertical axis at the visible curves")});
     m_autoScale->setIcon(autoScaleIcon(m_plot->palette()));
     m_autoScale->setIconVisibleInMenu(false);
@@ -59,7 +59,7 @@ void ViewActions::addFits(QMenu& menu)
         {tr("&Fit all"), {QKeySequence(Qt::Key_Home)}, tr("Show all data of the visible curves")},
         SLOT(fitAll()));
     connect(addEntry(menu,
-                {tr("&Reset view"), {QKeySequence(Qt::CTRL | Qt::Key_0)},
+                {tr("&Reset view"), {QKeySequence(QStringLiteral("Ctrl+0"))},
                     tr("Show the first range of strikes again")}),
         SIGNAL(triggered()), m_control, SLOT(resetView()));
 }
@@ -78,7 +78,7 @@ void ViewActions::addZooms(QMenu& menu)
         {tr("&Undo zoom or pan"), {QKeySequence(Qt::Key_Backspace)}, tr("Undo the last zoom, pan or fit")},
         SLOT(undo()));
     m_redo = addForPlot(menu,
-        {tr("Re&do zoom or pan"), {QKeySequence(Qt::SHIFT | Qt::Key_Backspace)},
+        {tr("Re&do zoom or pan"), {QKeySequence(QStringLiteral("Shift+Backspace"))},
             tr("Redo the zoom, pan or fit undone last")},
         SLOT(redo()));
 }
@@ -131,6 +131,8 @@ void ViewActions::onWalkChanged(bool active)
 
 void ViewActions::onWalk()
 {
+    if (!m_plot)
+        return;
     if (m_plot->walk()->isActive())
         m_plot->walk()->end();
     else

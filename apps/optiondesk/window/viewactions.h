@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QKeySequence>
 #include <QObject>
+#include <QPointer>
 
 class DeskPlot;
 class QAction;
@@ -17,7 +17,7 @@ class ViewActions : public QObject {
     Q_OBJECT
 
 public:
-    /// Puts the entries at the end of a menu, which becomes the parent. The plot must outlive them.
+    /// Puts the entries at the end of a menu, which becomes the parent.
     ViewActions(DeskPlot* plot, QMenu* menu);
 
     /// Shows and switches the plot's auto-scale; with an icon, for a tool bar.
@@ -36,8 +36,9 @@ private:
     QAction* addForPlot(QMenu& menu, const MenuEntry& entry, const char* slot);
     QAction* addForCanvas(QMenu& menu, const MenuEntry& entry);
 
-    DeskPlot* m_plot;
-    ViewControl* m_control;
+    QPointer<DeskPlot> m_plot;
+    /// The plot's.
+    QPointer<ViewControl> m_control;
     QAction* m_autoScale = nullptr;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

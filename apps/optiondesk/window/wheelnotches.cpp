@@ -8,7 +8,8 @@ namespace {
 /// The whole notches of an angle after what is left of those before; that is brought up to date.
 int wholeNotches(int angle, int* rest)
 {
-    constexpr qint64 most = std::numeric_limits<int>::max() / WheelNotches::notch * WheelNotches::notch;
+    constexpr int largest = std::numeric_limits<int>::max();
+    constexpr qint64 most = largest - largest % WheelNotches::notch;
     const bool turnsBack = (angle < 0) != (*rest < 0);
     const qint64 sum = qint64(angle) + (turnsBack ? 0 : *rest);
     *rest = int(sum % WheelNotches::notch);
