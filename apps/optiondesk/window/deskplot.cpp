@@ -306,6 +306,7 @@ void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView 
     m_legend->contentsWidget()->layout()->setEnabled(true);
     arrangeLegend();
     resetView();
+    Q_EMIT seriesReplaced();
 }
 
 void DeskPlot::updateSeries(const ShownSeries& series)
@@ -334,6 +335,7 @@ void DeskPlot::showNothing(const QString& reason)
     m_legend->contentsWidget()->layout()->setEnabled(false);
     setPlotTitle(reason);
     replot();
+    Q_EMIT seriesReplaced();
 }
 
 void DeskPlot::showFirstPrices()
@@ -346,7 +348,7 @@ void DeskPlot::showFirstPrices()
 void DeskPlot::resetView()
 {
     showFirstPrices();
-    setAutoScaleEnabled(true);
+    Q_EMIT autoScaleEnabled(true);
     followScales();
 }
 

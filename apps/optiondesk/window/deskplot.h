@@ -57,6 +57,12 @@ public:
     /// The desk shows icons of curves in the legend alone.
     void curveIconReset(const PriceBased2dPlotCurve* curve) override;
 
+    CurveWalk* walk() const { return m_walk; }
+
+Q_SIGNALS:
+    /// Another series, another view of it, or nothing is shown: what was visible before has no meaning now.
+    void seriesReplaced();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
