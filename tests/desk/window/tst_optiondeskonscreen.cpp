@@ -21,6 +21,7 @@ private:
 
     QProcess m_server;
     QString m_display;
+    QTemporaryDir m_settings;
 };
 
 namespace {
@@ -57,6 +58,7 @@ QProcessEnvironment tst_optiondeskonscreen::environment() const
     result.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     // The session of whoever runs the tests has no part in them.
     result.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
+    result.insert(QStringLiteral("XDG_CONFIG_HOME"), m_settings.path());
     return result;
 }
 
