@@ -1,5 +1,8 @@
 #include "replay/quotereplay.h"
 #include "window/commandline.h"
+#include "window/curvechoices.h"
+#include "window/deskplot.h"
+#include "window/desksettings.h"
 #include "window/deskwindow.h"
 #include "window/picture.h"
 #include "window/platform.h"
@@ -8,6 +11,7 @@
 
 #include <chain/chaintables.h>
 #include <database/exception.h>
+#include <database/settings.h>
 
 #include <QApplication>
 #include <QFileInfo>
@@ -64,13 +68,28 @@ std::unique_ptr<QuoteReplay> startReplay(
     return replay;
 }
 
+// A null pointer where the user wants no settings.
+std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
+{
+    if (!options.usesSettings)
+        return nullptr;
+    auto settings = std::make_unique<DeskSettings>(
+        options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile);
+    if (!settings->problem().isEmpty())
+        say(settings->problem());
+    return settings;
+}
+
 int run(const CommandLine& options)
 {
     RecordedQuotes recording;
     if (!options.replayFile.isEmpty())
         recording = readRecordedQuotes(options.replayFile);
     const Session session = openSession(options);
+    const std::unique_ptr<DeskSettings> settings = openSettings(options);
     DeskWindow window(*session.data, options.view);
+    if (settings)
+        window.plot()->choices().setSettings(settings->host());
     window.setAxisMode(options.axisMode);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
@@ -81,7 +100,10 @@ int run(const CommandLine& options)
     window.resize(options.size);
     window.show();
     const auto replay = startReplay(std::move(recording), session.futureIsinId, options.replaySpeed);
-    return QApplication::exec();
+    const int exitCode = QApplication::exec();
+    if (settings && !settings->save())
+        say(QStringLiteral("%1: the settings could not be written").arg(settings->host()->fileName()));
+    return exitCode;
 }
 
 }
