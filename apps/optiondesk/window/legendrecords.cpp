@@ -36,10 +36,12 @@ Records recordsOf(const QByteArray& state)
     return records;
 }
 
-bool contains(const Records& records, int dataType)
+bool speakOf(const Records& records, int dataType)
 {
-    return std::any_of(records.begin(), records.end(),
-        [dataType](const PriceBased2dPlotCurve::CurveParams& record) { return record.dataType == dataType; });
+    return std::any_of(
+        records.begin(), records.end(), [dataType](const PriceBased2dPlotCurve::CurveParams& record) {
+            return record.isValid && record.dataType == dataType;
+        });
 }
 
 }
@@ -49,7 +51,7 @@ QByteArray LegendRecords::withMissing(const QByteArray& state, const QByteArray&
     Records records = recordsOf(state);
     const Records old = recordsOf(earlier);
     for (const PriceBased2dPlotCurve::CurveParams& record : old) {
-        if (record.isValid && !contains(records, record.dataType))
+        if (record.isValid && !speakOf(records, record.dataType))
             records.append(record);
     }
     QByteArray bytes;

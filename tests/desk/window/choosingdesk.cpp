@@ -2,6 +2,12 @@
 
 #include "desktest.h"
 
+#include <QCheckBox>
+#include <QLayout>
+#include <QtTest>
+
+#include <qwt_legend_label.h>
+
 ChoosingDesk::ChoosingDesk()
     : data(QString())
     , quoted(data.import(DeskTest::quotedChain(), 0))
@@ -28,6 +34,15 @@ void ChoosingDesk::show(DeskView view, int futureIsinId)
     plot->showSeries(futureIsinId, data.show(futureIsinId, SeriesFacts()), view);
 }
 
+bool ChoosingDesk::showWindow(DeskView view, int futureIsinId)
+{
+    show(view, futureIsinId);
+    plot->show();
+    const bool isActive = QTest::qWaitForWindowActive(plot.get());
+    QCoreApplication::processEvents();
+    return isActive;
+}
+
 PriceBased2dPlotCurve* ChoosingDesk::curve(const QString& title) const
 {
     const QList<PriceBased2dPlotCurve*> curves = plot->attachedCurves(-1);
@@ -51,4 +66,25 @@ QStringList ChoosingDesk::hidden() const
             titles << title;
     }
     return titles;
+}
+
+LabelWidget* ChoosingDesk::entry(const QString& title) const
+{
+    const QLayout* layout = legend->contentsWidget()->layout();
+    for (int i = 0; i < layout->count(); ++i) {
+        auto* widget = qobject_cast<LabelWidget*>(layout->itemAt(i)->widget());
+        if (widget && widget->findChild<QwtLegendLabel*>()->text().text() == title)
+            return widget;
+    }
+    qFatal("no entry %s", qPrintable(title));
+}
+
+QwtLegendLabel* ChoosingDesk::label(const QString& title) const
+{
+    return entry(title)->findChild<QwtLegendLabel*>();
+}
+
+QCheckBox* ChoosingDesk::box(const QString& title) const
+{
+    return entry(title)->findChild<QCheckBox*>();
 }

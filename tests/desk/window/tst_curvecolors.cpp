@@ -76,8 +76,10 @@ void tst_curvecolors::colors_data()
     QTest::addColumn<QString>("title");
     QTest::newRow("smile") << DeskView::Volatility << smile;
     QTest::newRow("bid") << DeskView::Volatility << bid;
+    QTest::newRow("ask") << DeskView::Volatility << QStringLiteral("Ask volatility");
     QTest::newRow("points") << DeskView::Volatility << points;
     QTest::newRow("call") << DeskView::Value << QStringLiteral("Call value");
+    QTest::newRow("put") << DeskView::Value << QStringLiteral("Put value");
     QTest::newRow("market") << DeskView::Value << QStringLiteral("Market price");
 }
 

@@ -30,7 +30,7 @@ void tst_legendrecords::withMissing_data()
     QTest::newRow("not valid") << two << QByteArray("000000010000000500000001 00000000000b") << two;
     QTest::newRow("not valid now") << QByteArray("000000010000000500000001 000100000009")
                                    << QByteArray("000000010000000500000001 010000000009")
-                                   << QByteArray("000000010000000500000001 000100000009");
+                                   << QByteArray("000000010000000500000002 000100000009 010000000009");
     QTest::newRow("other version") << two << QByteArray("000000010000000600000001 01000000000b") << two;
     QTest::newRow("other tag") << two << QByteArray("000000020000000500000001 01000000000b") << two;
     QTest::newRow("cut short") << two << QByteArray("000000010000000500000002 01000000000b 0100")
