@@ -1,6 +1,9 @@
 #include "replay/quotereplay.h"
 #include "replay/replayfile.h"
 #include "window/commandline.h"
+#include "window/curvechoices.h"
+#include "window/deskplot.h"
+#include "window/desksettings.h"
 #include "window/deskwindow.h"
 #include "window/picture.h"
 #include "window/platform.h"
@@ -9,6 +12,7 @@
 
 #include <chain/chaintables.h>
 #include <database/exception.h>
+#include <database/settings.h>
 
 #include <QApplication>
 #include <QFileInfo>
@@ -70,13 +74,28 @@ std::unique_ptr<QuoteReplay> startReplay(
     return replay;
 }
 
+// A null pointer where the user wants no settings.
+std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
+{
+    if (!options.usesSettings)
+        return nullptr;
+    auto settings = std::make_unique<DeskSettings>(
+        options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile);
+    if (!settings->problem().isEmpty())
+        say(settings->problem());
+    return settings;
+}
+
 int run(const CommandLine& options)
 {
     std::unique_ptr<QuoteStream> quotes;
     if (!options.replayFile.isEmpty())
         quotes = std::make_unique<ReplayFile>(options.replayFile);
     const Session session = openSession(options);
+    const std::unique_ptr<DeskSettings> settings = openSettings(options);
     DeskWindow window(*session.data, options.view);
+    if (settings)
+        window.plot()->choices().setSettings(settings->host());
     window.setAxisMode(options.axisMode);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
@@ -89,7 +108,10 @@ int run(const CommandLine& options)
     std::unique_ptr<QuoteReplay> replay;
     if (quotes)
         replay = startReplay(std::move(quotes), session.futureIsinId, options.replaySpeed, window);
-    return QApplication::exec();
+    const int exitCode = QApplication::exec();
+    if (settings && !settings->save())
+        say(QStringLiteral("%1: the settings could not be written").arg(settings->host()->fileName()));
+    return exitCode;
 }
 
 }

@@ -42,12 +42,43 @@ bool hasTwoItems(const QLayout* layout)
 
 }
 
+/// While it lives, a check box survives its entry: the box goes on working after it has told of its change.
+class LabelWidget::Telling {
+public:
+    explicit Telling(QCheckBox* checkBox)
+        : m_widget(qobject_cast<LabelWidget*>(checkBox->parentWidget()))
+        , m_checkBox(checkBox)
+        , m_isOutermost(m_widget && !m_widget->m_tellingBox)
+    {
+        if (m_isOutermost)
+            m_widget->m_tellingBox = checkBox;
+    }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    ~Telling()
+    {
+        if (m_isOutermost && m_widget)
+            m_widget->m_tellingBox.clear();
+        else if (m_isOutermost && m_checkBox)
+            m_checkBox->deleteLater();
+    }
+
+private:
+    const QPointer<LabelWidget> m_widget;
+    const QPointer<QCheckBox> m_checkBox;
+    const bool m_isOutermost;
+};
+
 LabelWidget::LabelWidget(QWidget* parent)
     : QWidget(parent)
 {
 }
 
-LabelWidget::~LabelWidget() = default;
+LabelWidget::~LabelWidget()
+{
+    if (m_tellingBox)
+        m_tellingBox->setParent(nullptr);
+}
 
 void LabelWidget::mousePressEvent(QMouseEvent* event)
 {
@@ -76,17 +107,7 @@ PriceBased2dPlotLegend::PriceBased2dPlotLegend(QwtPlot* plot)
         contentsWidget()->parentWidget()->installEventFilter(this);
 }
 
-PriceBased2dPlotLegend::~PriceBased2dPlotLegend()
-{
-    // A check box goes on working after it has told of its change, so a listener that deletes the legend must
-    // not take it away at once.
-    for (const Entry& entry : qAsConst(m_entries)) {
-        if (m_tellingBoxes > 0 && entry.checkBox) {
-            entry.checkBox->setParent(nullptr);
-            entry.checkBox->deleteLater();
-        }
-    }
-}
+PriceBased2dPlotLegend::~PriceBased2dPlotLegend() = default;
 
 void PriceBased2dPlotLegend::initCore()
 {
@@ -241,20 +262,17 @@ void PriceBased2dPlotLegend::onCheckBoxChecked(int state)
     text.setColor(checked ? CheckedLabelColor : UncheckedLabelColor);
     // The plot and the listeners may delete entries and the legend itself.
     const QPointer<PriceBased2dPlotLegend> self(this);
-    ++m_tellingBoxes;
+    const LabelWidget::Telling telling(entry->checkBox);
     if (checked)
         restoreIcon(*entry);
     else
         replaceIcon(*entry, text.text());
     if (self)
         Q_EMIT visibilityChanged(text.text(), checked);
-    if (self) {
-        --m_tellingBoxes;
-        if (checked)
-            m_uncheckedItems.removeOne(text.text());
-        else if (!m_uncheckedItems.contains(text.text()))
-            m_uncheckedItems.append(text.text());
-    }
+    if (self && checked)
+        m_uncheckedItems.removeOne(text.text());
+    else if (self && !m_uncheckedItems.contains(text.text()))
+        m_uncheckedItems.append(text.text());
     if (label)
         label->setText(text);
 }

@@ -23,17 +23,25 @@ class PLOT2D_EXPORT LabelWidget : public QWidget {
 
 public:
     explicit LabelWidget(QWidget* parent);
+    /// Leaves its check box behind, for later, while that is telling of its change.
     ~LabelWidget() override;
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    class Telling;
+    friend class PriceBased2dPlotLegend;
+
+    QPointer<QCheckBox> m_tellingBox;
 };
 
 /// The legend of a plot: each entry has a check box in front of its label.
 ///
 /// Entries are known by their texts, the titles of the curves that they show; of entries with equal texts the
 /// one made first is meant. Unchecking an entry greys its text and swaps its icon for a grey placeholder.
-/// What a curve does on that is the host's: it connects visibilityChanged().
+/// What a curve does on that is the host's: it connects visibilityChanged(). A listener may delete anything:
+/// entries, curves, the legend itself, also at once instead of later.
 class PLOT2D_EXPORT PriceBased2dPlotLegend : public QwtLegend {
     Q_OBJECT
 
@@ -124,6 +132,4 @@ private:
     QMap<int, QPixmap> m_resetIcons;
     QPointer<QwtDynGridLayout> m_layout;
     QPointer<QwtPlot> m_plot;
-    /// How many check boxes are telling of their change right now.
-    int m_tellingBoxes = 0;
 };

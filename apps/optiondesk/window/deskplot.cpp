@@ -1,20 +1,19 @@
 #include "window/deskplot.h"
 
+#include "window/curvechoices.h"
 #include "window/curvetracker.h"
 #include "window/curvewalk.h"
-#include "window/legendcolumns.h"
+#include "window/desklegend.h"
 #include "window/percentconversion.h"
 #include "window/texts.h"
 
 #include <basic_models/filterparams.h>
 #include <chain/chaintables.h>
 #include <plot2d/pricebased2dplotcurve.h>
-#include <plot2d/pricebased2dplotlegend.h>
 #include <plot2d/pricebased2dplotpicker.h>
 #include <plot2d/pricebased2dplotpointmanager.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
-#include <QLayout>
 #include <QSignalBlocker>
 
 #include <qwt_plot_canvas.h>
@@ -31,11 +30,6 @@ namespace {
 
 // Of the height, above and below the curves.
 constexpr double verticalMargin = 0.05;
-
-// Pixels between the entries of the legend, to the left and right inside of each, and around all.
-constexpr int legendSpacing = 6;
-constexpr int legendMargin = 5;
-constexpr int legendReserve = 20;
 
 PriceInterval intervalOf(const ShownSeries& series)
 {
@@ -71,7 +65,7 @@ void showAsPercent(PriceBased2dPlotConverter& converter, bool percent)
 
 DeskPlot::DeskPlot(QWidget* parent)
     : PriceBased2dPlot(true, parent)
-    , m_legend(new PriceBased2dPlotLegend(this))
+    , m_legend(new DeskLegend(this))
     , m_points(new PriceBased2dPlotPointManager(true, this))
     , m_curves(*this)
 {
@@ -87,7 +81,6 @@ void DeskPlot::setUpItems()
     setGridEnabled(false);
 
     m_legend->initCore();
-    m_legend->contentsWidget()->layout()->setSpacing(legendSpacing);
     insertLegend(m_legend, QwtPlot::BottomLegend);
 
     if (auto* const frame = qobject_cast<QwtPlotCanvas*>(canvas()))
@@ -124,6 +117,7 @@ void DeskPlot::setUpObservers()
     setCanvasObservers();
 
     connect(m_legend, SIGNAL(visibilityChanged(QString, bool)), this, SLOT(setCurveVisible(QString, bool)));
+    m_choices = new CurveChoices(this, m_legend, &m_curves);
     connect(this, SIGNAL(autoScaleEnabled(bool)), this, SLOT(setAutoScaleEnabled(bool)));
     connect(this, SIGNAL(updateAxisLabels()), this, SLOT(followScales()));
     connect(m_points, SIGNAL(priceIntervalChanged(PriceInterval)), this,
@@ -302,9 +296,8 @@ void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView 
     showFirstPrices();
     m_curves.set(CurveSet::curves(series, view, strikesToEvaluate()));
     showForward(series.market.forward);
-    m_legend->restoreUncheckedItems();
-    m_legend->contentsWidget()->layout()->setEnabled(true);
-    arrangeLegend();
+    m_choices->apply(view);
+    m_legend->arrange(contentsRect().width());
     resetView();
     Q_EMIT seriesReplaced();
 }
@@ -322,8 +315,8 @@ void DeskPlot::updateSeries(const ShownSeries& series)
     const bool changed = m_curves.set(CurveSet::curves(series, m_view, strikesToEvaluate()));
     moveForward(series.market.forward);
     if (changed) {
-        m_legend->restoreUncheckedItems();
-        arrangeLegend();
+        m_choices->apply(m_view);
+        m_legend->arrange(contentsRect().width());
     }
     updateYAxisScale();
 }
@@ -331,8 +324,7 @@ void DeskPlot::updateSeries(const ShownSeries& series)
 void DeskPlot::showNothing(const QString& reason)
 {
     removeCurves();
-    // The layout of an empty legend asks for a size below zero.
-    m_legend->contentsWidget()->layout()->setEnabled(false);
+    m_legend->arrange(contentsRect().width());
     setPlotTitle(reason);
     replot();
     Q_EMIT seriesReplaced();
@@ -377,22 +369,9 @@ void DeskPlot::mouseMoveEvent(QMouseEvent* event)
         followScales();
 }
 
-void DeskPlot::arrangeLegend()
-{
-    QVector<int> widths;
-    const QList<LabelWidget*> entries = m_legend->findChildren<LabelWidget*>();
-    for (const LabelWidget* const entry : entries) {
-        entry->layout()->setContentsMargins(legendMargin, 1, legendMargin, 1);
-        widths.append(entry->sizeHint().width());
-    }
-    // The legend itself puts all entries in one row and scrolls.
-    m_legend->setMaxColumns(
-        uint(LegendColumns::thatFit(widths, legendSpacing, contentsRect().width() - legendReserve)));
-}
-
 void DeskPlot::resizeEvent(QResizeEvent* event)
 {
-    arrangeLegend();
+    m_legend->arrange(contentsRect().width());
     PriceBased2dPlot::resizeEvent(event);
     // The room for labels has changed.
     updateScaleLabels();

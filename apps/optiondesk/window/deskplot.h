@@ -14,9 +14,10 @@
 
 #include <optional>
 
+class CurveChoices;
 class CurveTracker;
 class CurveWalk;
-class PriceBased2dPlotLegend;
+class DeskLegend;
 class PriceBased2dPlotPointManager;
 
 /// The plot of one series: its curves over the strikes, with a grid, a legend, and the line at the forward.
@@ -47,6 +48,9 @@ public:
 
     /// Shows the prices that showSeries() begins with, with auto-scale on.
     void resetView();
+
+    /// What the user chooses about the curves.
+    CurveChoices& choices() const { return *m_choices; }
 
     /// The values of the curves with some room above and below, so that no point is cut.
     std::pair<double, double> minMaxYAtXRange() override;
@@ -88,12 +92,12 @@ private:
     void showForward(double forward);
     void moveForward(double forward);
     void setPlotTitle(const QString& text);
-    void arrangeLegend();
 
-    PriceBased2dPlotLegend* m_legend;
+    DeskLegend* m_legend;
     PriceBased2dPlotPointManager* m_points;
     CurveTracker* m_tracker = nullptr;
     CurveWalk* m_walk = nullptr;
+    CurveChoices* m_choices = nullptr;
     SeriesCurves m_curves;
     std::optional<ShownSeries> m_series;
     DeskView m_view = DeskView::Volatility;

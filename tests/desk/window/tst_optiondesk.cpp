@@ -2,6 +2,8 @@
 #include "desktest.h"
 #include "support/testmain.h"
 
+#include <database/settings.h>
+
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -31,6 +33,8 @@ private Q_SLOTS:
     void keepsTheChain();
     void fillsAnEmptyDatabaseWithSamples();
     void assumesATime();
+    void drawsAsTheSettingsSay();
+    void drawsInSpiteOfBrokenSettings();
     void needsAForward();
     void drawsRealCrudeOil();
     void drawsEveryRealExpiry_data();
@@ -320,6 +324,46 @@ void tst_optiondesk::assumesATime()
     QVERIFY2(result.errors.contains("30 days"), result.errors);
     checkPicture({"--chain", "undated.csv", "--expiry", "20240402"}, QSize(1000, 640));
     checkPicture({"--chain", "undated.csv"}, QSize(1000, 640), 1);
+}
+
+void tst_optiondesk::drawsAsTheSettingsSay()
+{
+    // The smile (type 9) is hidden, and the bid is violet.
+    const QByteArray hidden = QByteArray::fromHex("000000010000000500000001 010000000009");
+    const QRgb violet = qRgb(0x71, 0x35, 0xa8);
+    for (const char* file : {"s.ini", "config/optiondesk/settings.ini"}) {
+        Settings settings(path(file));
+        settings.setValue(QStringLiteral("volatility/legendItemKeys"), hidden);
+        settings.setValue(QStringLiteral("curveColors/Bid volatility"), QStringLiteral("#7135a8"));
+    }
+    const QByteArray before = content("s.ini");
+    const auto count = [&](const QStringList& arguments, QRgb color) {
+        const DeskRun result = run(arguments + QStringList{"--picture", "p.png"});
+        return result.exitCode == 0 && result.errors.isEmpty()
+            ? DeskTest::countPixels(QImage(path("p.png")), color)
+            : -1;
+    };
+    QCOMPARE(count({"--settings", "s.ini"}, smileColor), 0);
+    QVERIFY(count({"--settings", "s.ini"}, violet) > 20);
+    QCOMPARE(count({}, smileColor), 0);
+    QVERIFY(count({"--settings", "other.ini"}, smileColor) > 250);
+    QVERIFY(count({"--no-settings"}, smileColor) > 250);
+    QCOMPARE(count({"--no-settings"}, violet), 0);
+    // In the other view the same type is another curve.
+    QVERIFY(count({"--settings", "s.ini", "--view", "value"}, smileColor) > 250);
+    // A picture is no choice.
+    QCOMPARE(content("s.ini"), before);
+    QVERIFY(!QFile::exists(path("other.ini")));
+}
+
+void tst_optiondesk::drawsInSpiteOfBrokenSettings()
+{
+    const QByteArray broken("[volatility\nlegendItemKeys=5\n");
+    DeskTest::write(path("s.ini"), broken);
+    checkPicture({"--settings", "s.ini"}, QSize(1000, 640), 1);
+    QVERIFY(run({"--settings", "s.ini", "--picture", "p.png"}).errors.startsWith("optiondesk: s.ini: "));
+    QCOMPARE(content("s.ini"), broken);
+    checkPicture({"--settings", m_folder->path()}, QSize(1000, 640), 1);
 }
 
 void tst_optiondesk::needsAForward()

@@ -1,6 +1,6 @@
 #include "desktest.h"
 #include "support/testmain.h"
-#include "xserver.h"
+#include "xsession.h"
 
 #include <QTemporaryDir>
 
@@ -15,7 +15,7 @@ private Q_SLOTS:
     void drawsPicturesOnAnXServer();
 
 private:
-    std::unique_ptr<XServer> m_server;
+    std::unique_ptr<XSession> m_session;
 };
 
 namespace {
@@ -26,34 +26,34 @@ constexpr int patience = 60000;
 
 void tst_optiondeskonscreen::initTestCase()
 {
-    if (!XServer::isAvailable())
+    if (!XSession::isPossible())
         QSKIP("Xvfb or xdotool is not there");
-    m_server = std::make_unique<XServer>();
-    QVERIFY(m_server->start());
+    m_session = std::make_unique<XSession>();
+    QVERIFY(m_session->start());
 }
 
 void tst_optiondeskonscreen::cleanupTestCase()
 {
-    m_server.reset();
+    m_session.reset();
 }
 
 void tst_optiondeskonscreen::quitsByItsShortcut()
 {
     QProcess desk;
-    desk.setProcessEnvironment(m_server->environment());
+    desk.setProcessEnvironment(m_session->environment());
     desk.start(QStringLiteral(OPTIONDESK_PROGRAM), QStringList());
     QVERIFY(desk.waitForStarted(patience));
 
     const QByteArray found
-        = m_server->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
+        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
     QVERIFY(!found.isEmpty());
     const QString window = QString::fromLatin1(found);
-    const QByteArray geometry = m_server->tool({"getwindowgeometry", window});
+    const QByteArray geometry = m_session->tool({"getwindowgeometry", window});
     QVERIFY2(geometry.contains("1000x640"), geometry);
 
     // No window manager gives the window the focus.
-    m_server->tool({"windowfocus", "--sync", window});
-    m_server->tool({"key", "--clearmodifiers", "ctrl+q"});
+    m_session->tool({"windowfocus", "--sync", window});
+    m_session->tool({"key", "--clearmodifiers", "ctrl+q"});
     const bool ended = desk.waitForFinished(patience);
     if (!ended) {
         desk.kill();
@@ -69,7 +69,7 @@ void tst_optiondeskonscreen::drawsPicturesOnAnXServer()
 {
     const QTemporaryDir folder;
     QProcess desk;
-    desk.setProcessEnvironment(m_server->environment());
+    desk.setProcessEnvironment(m_session->environment());
     const QString file = folder.filePath(QStringLiteral("p.png"));
     // Larger than the screen.
     desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--picture", file, "--size", "1600x1100"});

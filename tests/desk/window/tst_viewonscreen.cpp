@@ -1,7 +1,7 @@
 #include "desktest.h"
 #include "support/childrun.h"
 #include "support/testmain.h"
-#include "xserver.h"
+#include "xsession.h"
 
 #include <window/curvewalk.h>
 #include <window/deskdata.h>
@@ -46,7 +46,7 @@ private:
     View view() const { return plot().findChild<ViewControl*>()->view(); }
     double width() const { return view().prices.width(); }
 
-    std::unique_ptr<XServer> m_server;
+    std::unique_ptr<XSession> m_session;
     std::unique_ptr<DeskData> m_data;
     std::unique_ptr<DeskWindow> m_window;
 };
@@ -70,15 +70,15 @@ void tst_viewonscreen::initTestCase()
 {
     if (TestSupport::isChild())
         return;
-    if (!XServer::isAvailable())
+    if (!XSession::isPossible())
         QSKIP("Xvfb or xdotool is not there");
-    m_server = std::make_unique<XServer>();
-    QVERIFY(m_server->start());
+    m_session = std::make_unique<XSession>();
+    QVERIFY(m_session->start());
 }
 
 void tst_viewonscreen::cleanupTestCase()
 {
-    m_server.reset();
+    m_session.reset();
 }
 
 void tst_viewonscreen::init()
@@ -107,7 +107,7 @@ bool tst_viewonscreen::isDoneOnServer()
 {
     if (TestSupport::isChild())
         return false;
-    const TestSupport::ChildRun run = TestSupport::repeatRowInChild(m_server->environment());
+    const TestSupport::ChildRun run = TestSupport::repeatRowInChild(m_session->environment());
     if (!run.passed())
         QTest::qFail(run.output.constData(), __FILE__, __LINE__);
     return true;
@@ -115,7 +115,7 @@ bool tst_viewonscreen::isDoneOnServer()
 
 void tst_viewonscreen::hands(const QStringList& arguments) const
 {
-    XServer::tool(arguments, QProcessEnvironment::systemEnvironment());
+    XSession::tool(arguments, QProcessEnvironment::systemEnvironment());
 }
 
 void tst_viewonscreen::pointAt(const QPoint& position) const
