@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <qwt_dyngrid_layout.h>
@@ -33,6 +34,16 @@ template <class Widget> Widget* widgetAt(const QLayout* layout, int index)
 {
     QLayoutItem* item = layout ? layout->itemAt(index) : nullptr;
     return item ? qobject_cast<Widget*>(item->widget()) : nullptr;
+}
+
+/// The data types of the attached curves, and the one that stands for all of them.
+QSet<int> typesOfCurves(const PriceBased2dPlot& plot)
+{
+    QSet<int> types{-1};
+    const QList<PriceBased2dPlotCurve*> curves = plot.attachedCurves(-1);
+    for (const PriceBased2dPlotCurve* curve : curves)
+        types.insert(curve->dataType());
+    return types;
 }
 
 bool hasTwoItems(const QLayout* layout)
@@ -105,6 +116,10 @@ PriceBased2dPlotLegend::PriceBased2dPlotLegend(QwtPlot* plot)
         m_layout->setSizeConstraint(QLayout::SetFixedSize);
     if (contentsWidget() && contentsWidget()->parentWidget())
         contentsWidget()->parentWidget()->installEventFilter(this);
+    for (QScrollBar* scrollBar : {horizontalScrollBar(), verticalScrollBar()}) {
+        if (scrollBar)
+            scrollBar->installEventFilter(this);
+    }
 }
 
 PriceBased2dPlotLegend::~PriceBased2dPlotLegend() = default;
@@ -123,8 +138,9 @@ bool PriceBased2dPlotLegend::eventFilter(QObject* watched, QEvent* event)
 {
     // A check box accepts a press but hands on the moves of a drag that has left it; the plot would take them
     // for those of the drag whose press it saw last.
-    const bool kept = event->type() == QEvent::Wheel || event->type() == QEvent::MouseMove;
-    if (!kept || watched != contentsWidget()->parentWidget())
+    const bool isView = watched == contentsWidget()->parentWidget();
+    const bool kept = event->type() == QEvent::Wheel || (isView && event->type() == QEvent::MouseMove);
+    if (!kept)
         return QwtLegend::eventFilter(watched, event);
     event->accept();
     return true;
@@ -321,7 +337,9 @@ void PriceBased2dPlotLegend::setCheckBoxIcon(const QString& text, const QPixmap&
 
 void PriceBased2dPlotLegend::createResetIcons()
 {
-    m_resetIcons = LegendIcons::create();
+    const QMap<int, QPixmap> icons = LegendIcons::create();
+    for (auto icon = icons.cbegin(); icon != icons.cend(); ++icon)
+        m_resetIcons.insert(icon.key(), icon.value());
 }
 
 int PriceBased2dPlotLegend::getStyle(const PriceBased2dPlotCurve* curve) const
@@ -343,6 +361,7 @@ int PriceBased2dPlotLegend::getStyle(const PriceBased2dPlotCurve* curve) const
 
 void PriceBased2dPlotLegend::store(Settings& settings) const
 {
+    const_cast<PriceBased2dPlotLegend*>(this)->updateItemMaps();
     const auto* plot = qobject_cast<const PriceBased2dPlot*>(m_plot.data());
     const QList<PriceBased2dPlotCurve*> curves
         = plot ? plot->attachedCurves(-1) : QList<PriceBased2dPlotCurve*>();
@@ -355,7 +374,8 @@ void PriceBased2dPlotLegend::restore(const Settings& settings)
     updateItemMaps();
     const QPointer<PriceBased2dPlot> plot = qobject_cast<PriceBased2dPlot*>(m_plot.data());
     const QPointer<PriceBased2dPlotLegend> self(this);
-    const auto records = LegendState::read(settings.value(settingsKey(), QVariant()).toByteArray());
+    const auto records = LegendState::read(
+        settings.value(settingsKey(), QVariant()).toByteArray(), plot ? typesOfCurves(*plot) : QSet<int>());
     for (const PriceBased2dPlotCurve::CurveParams& record : records) {
         if (!self || !plot)
             return;

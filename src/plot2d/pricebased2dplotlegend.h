@@ -95,8 +95,8 @@ public:
     QWidget* createWidget(const QwtLegendData& legendData) const override;
     void updateWidget(QWidget* widget, const QwtLegendData& legendData) override;
 
-    /// Keeps the wheel from the view of the entries, which would scroll, and from the plot a drag that began
-    /// on a check box.
+    /// Keeps the wheel from the view of the entries and its scroll bars, which would scroll, and from the
+    /// plot a drag that began on a check box.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:

@@ -272,10 +272,11 @@ void tst_legendonscreen::wheelOverTheScrollBar()
     QScrollBar* bar = m_plot->entries->verticalScrollBar();
     QTRY_VERIFY(bar->isVisible() && bar->maximum() > 0);
     m_plot->look({400.0, 600.0}, {40.0, 60.0});
-    // At the end of its way it hands the wheel on.
     QVERIFY(m_hand->movesTo(bar, bar->rect().center()));
-    QVERIFY(m_hand->does({QStringLiteral("click --repeat 3 --delay 0 4")}));
-    QCOMPARE(bar->value(), 0);
+    for (const char* const turns : {"click --repeat 3 --delay 0 5", "click --repeat 3 --delay 0 4"}) {
+        QVERIFY(m_hand->does({QString::fromLatin1(turns)}));
+        QCOMPARE(bar->value(), 0);
+    }
     COMPARE_RANGES(prices(), QwtInterval(400.0, 600.0));
     COMPARE_RANGES(values(), QwtInterval(40.0, 60.0));
     QCOMPARE(m_labels->count(), 0);
