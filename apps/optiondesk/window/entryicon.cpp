@@ -11,7 +11,8 @@ namespace {
 void paintLine(QPainter& painter, const QRect& place, const QPen& pen, const QColor& color, double ratio)
 {
     const int thickness = qRound(pen.widthF() * ratio);
-    const double middle = place.top() + (place.height() - thickness) / 2 + thickness / 2.0;
+    const int top = place.top() + (place.height() - thickness) / 2;
+    const double middle = top + thickness / 2.0;
     // One of no width is one pixel thick.
     painter.setPen(QPen(color, thickness, pen.style(), Qt::FlatCap));
     painter.drawLine(QPointF(place.left(), middle), QPointF(place.left() + place.width(), middle));
