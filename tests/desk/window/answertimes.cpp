@@ -87,7 +87,9 @@ void AnswerTimes::post()
 
 bool AnswerTimes::eventFilter(QObject* watched, QEvent* event)
 {
-    if (m_isPosted && (event->type() == QEvent::MouseMove || event->type() == QEvent::KeyPress)) {
+    // A key that belongs to an action does not come further than this.
+    const bool isKey = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+    if (m_isPosted && (isKey || event->type() == QEvent::MouseMove)) {
         m_isPosted = false;
         ++m_handled;
         noteGap();

@@ -117,7 +117,7 @@ QStringList tst_readoutlocales::textsOf(const QPointF& point)
     QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(m_plot->canvas(), &move);
     const QString atMouse = m_plot->findChild<PriceBased2dPlotPicker*>()->trackerText(QPoint()).text();
-    QTest::keyClick(m_plot->canvas(), Qt::Key_Right);
+    QTest::keyClick(m_plot->canvas(), Qt::Key_F2);
     const QwtPlotItemList items = m_plot->itemList(QwtPlotItem::Rtti_PlotUserItem + 1);
     const auto* item = dynamic_cast<ReadOutItem*>(items.value(0));
     return {atMouse, item ? item->text().text() : QString()};
