@@ -44,7 +44,7 @@ bool valuesAreShrinked(const Target& target)
 int angleOf(const QWheelEvent& event)
 {
     const QPoint angle = event.angleDelta();
-    return std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+    return std::abs(qint64(angle.x())) > std::abs(qint64(angle.y())) ? angle.x() : angle.y();
 }
 
 struct Cursor {
