@@ -13,7 +13,7 @@ protected:
         QStringList signalsSeen;
         QObject context;
         const auto note = [&](const QString& text) {
-            signalsSeen << QStringLiteral("%1 at %2").arg(text).arg(qRound(prices().minValue()));
+            signalsSeen << QStringLiteral("%1 at %2").arg(text).arg(prices().minValue(), 0, 'f', 0);
         };
         connect(m_panner, QOverload<bool>::of(&PriceBased2dPlotPanner::autoScaleEnabled), &context,
             [&](bool on) { note(QStringLiteral("auto-scale %1").arg(on)); });
