@@ -172,7 +172,8 @@ void PriceBased2dPlot::setCanvasObservers()
     if (m_picker)
         m_picker->setRubberBand(QwtPicker::CrossRubberBand);
     setTrackerColor(QColor());
-    if (m_panner)
+    // Qwt does not free the cursor that another one replaces.
+    if (m_panner && m_panner->cursor().shape() != Qt::ClosedHandCursor)
         m_panner->setCursor(Qt::ClosedHandCursor);
 }
 

@@ -122,6 +122,10 @@ void tst_pricebased2dplot_tracker::canvasObservers()
     QCOMPARE(picker->rubberBandPen(), rubberBandPen(Qt::black));
     QCOMPARE(picker->trackerPen(), QPen(QColor(Qt::black)));
     QCOMPARE(panner->cursor().shape(), Qt::ClosedHandCursor);
+
+    // The leak check tells if the cursor set first is lost.
+    plot.setCanvasObservers();
+    QCOMPARE(panner->cursor().shape(), Qt::ClosedHandCursor);
 }
 
 void tst_pricebased2dplot_tracker::nothingIsReplotted()
