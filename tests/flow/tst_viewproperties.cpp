@@ -117,6 +117,9 @@ void tst_viewproperties::panKeepsDataInView()
         moves += !shift->isNull();
         limited += *shift != QPoint(pan.dx, pan.dy);
 
+        // An end that is in view, or just on its bound, does not come in farther.
+        if ((pan.dx > 0 && data.lower >= pan.x.lower) || (pan.dx < 0 && data.upper <= pan.x.upper))
+            HOLDS(shift->x() == 0, textOf(pan, i));
         const QRectF view = *PanLimits::draggedView(pan.x, pan.y, shift->x(), shift->y());
         const Range prices{view.left(), view.right()};
         HOLDS(gap(prices, data) <= gap(pan.prices(), data) + pan.priceRounding(), textOf(pan, i));
