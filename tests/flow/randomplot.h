@@ -99,7 +99,7 @@ public:
         QWheelEvent event(
             point, global, QPoint(), QPoint(0, angle), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
         QSpontaneKeyEvent::setSpontaneous(&event);
-        QCoreApplication::sendEvent(m_plot->windowHandle(), &event);
+        qApp->notify(m_plot->windowHandle(), &event);
     }
 
     /// Presses the left button at a point, moves in steps, and lets go at another point.

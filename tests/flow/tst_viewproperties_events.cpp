@@ -1,10 +1,9 @@
-#include "flow/randomplot.h"
+#include "flow/randomturn.h"
 #include "support/testmain.h"
 
 #include <functional>
 
 using ViewProperty::gap;
-using ViewProperty::isOnLowerBound;
 using ViewProperty::rounding;
 using ViewZoom::Range;
 
@@ -15,98 +14,6 @@ constexpr int plots = 40;
 constexpr int notch = 120;
 
 using State = RandomPlot::State;
-
-/// A turn of the wheel, with what it starts from.
-struct Wheel {
-    State before;
-    QRectF curves;
-    QPointF centre;
-    Qt::KeyboardModifiers modifiers;
-    bool onX = false;
-    bool onY = false;
-    double factor = 1.0;
-
-    bool zoomsOut() const { return factor > 1.0; }
-    /// Whether the vertical axis follows the data, or stays.
-    bool isOfPricesOnly() const { return onX || (!onY && modifiers == Qt::ControlModifier); }
-    /// The part of its width that the view has after the zoom.
-    double part() const { return !zoomsOut() || curves.width() > before.prices.width() ? factor : 1.0; }
-};
-
-QPointF centreOf(RandomPlot& plot, const QPoint& point, bool onX, bool onY)
-{
-    const State state = plot.state();
-    const QWidget* axis = plot.plot().axisWidget(onX ? QwtPlot::xBottom : QwtPlot::yLeft);
-    const QPoint place = onX || onY ? axis->mapFromGlobal(plot.plot().mapToGlobal(point)) : point;
-    const double price = plot.plot().canvasMap(QwtPlot::xBottom).invTransform(place.x());
-    const double value = plot.plot().canvasMap(QwtPlot::yLeft).invTransform(place.y());
-    return QPointF(onY ? state.prices.lower + 0.1 * state.prices.width() : price,
-        onX ? state.values.lower + 0.1 * state.values.width() : value);
-}
-
-Wheel randomTurn(ViewRandom& random, RandomPlot& plot)
-{
-    Wheel wheel;
-    const int place = random.integer(0, 3);
-    wheel.onX = place == 1;
-    wheel.onY = place == 2;
-    wheel.modifiers = random.chance(2) ? Qt::KeyboardModifiers(Qt::NoModifier)
-                                       : Qt::KeyboardModifiers(random.integer(0, 3) << 25);
-    const int notches = random.integer(1, 3) * (random.chance(2) ? 1 : -1);
-    wheel.factor = notches > 0 ? (notches > 1 ? 0.89 : 0.9) : (notches < -1 ? 1.11 : 1.1);
-    const QPoint point = plot.pointIn(wheel.onX ? plot.area(QwtPlot::xBottom)
-            : wheel.onY                         ? plot.area(QwtPlot::yLeft)
-                                                : plot.canvas());
-    wheel.before = plot.state();
-    wheel.curves = plot.plot().curvesRectangle();
-    wheel.centre = centreOf(plot, point, wheel.onX, wheel.onY);
-    plot.turn(point, notches * notch, wheel.modifiers);
-    return wheel;
-}
-
-/// The price range after a zoom; nothing where the scale kept its own.
-std::optional<Range> expectedPrices(const Wheel& wheel)
-{
-    const Range& view = wheel.before.prices;
-    const double width = wheel.part() * view.width();
-    if (wheel.zoomsOut() && wheel.curves.right() < view.upper)
-        return Range{view.upper - width, view.upper};
-    if (wheel.zoomsOut() && wheel.curves.left() > view.lower)
-        return Range{view.lower, view.lower + width};
-    if (isOnLowerBound(wheel.centre.x(), view))
-        return std::nullopt;
-    const double lower = wheel.centre.x() - wheel.part() * (wheel.centre.x() - view.lower);
-    return Range{lower, lower + width};
-}
-
-/// The highest value after a zoom; nothing about the lower bound.
-std::optional<double> expectedHighest(const Wheel& wheel, double height)
-{
-    const Range& view = wheel.before.values;
-    if (wheel.zoomsOut() && wheel.curves.bottom() < view.upper)
-        return view.upper;
-    if (wheel.zoomsOut() && wheel.curves.top() > view.lower)
-        return view.lower + height;
-    if (isOnLowerBound(wheel.centre.y(), view))
-        return std::nullopt;
-    return wheel.centre.y() + (view.upper - wheel.centre.y()) * height / view.width();
-}
-
-/// The height of the view after a zoom, unless that of the data binds.
-double zoomedHeight(const Wheel& wheel)
-{
-    const Range& values = wheel.before.values;
-    const bool grows = wheel.part() != 1.0 || values.width() < wheel.curves.height();
-    return grows ? wheel.factor * values.width() : values.width();
-}
-
-/// The height of the data that a zoom does not show more than; none along the value axis.
-std::optional<double> boundOfHeight(const Wheel& wheel)
-{
-    if (wheel.onY)
-        return std::nullopt;
-    return wheel.curves.height() * (wheel.modifiers == Qt::ShiftModifier ? 1.0 : wheel.factor);
-}
 
 bool isAbout(const Range& range, const Range& expected, double tolerance)
 {
@@ -216,7 +123,7 @@ void tst_viewproperties_events::zooms()
                 ViewRandom::dataAround(plot.values(), random.power(-2.0, 2.0)));
         for (int j = 0; j < 12; ++j) {
             plot.settle();
-            const Wheel wheel = randomTurn(random, plot);
+            const RandomTurn wheel = randomTurn(random, plot);
             const State& before = wheel.before;
             const State after = plot.state();
             const auto where = [&] {
@@ -367,8 +274,10 @@ void tst_viewproperties_events::refusals()
         plot.addCurves(
             ViewRandom::dataAround(plot.prices(), 5.0), ViewRandom::dataAround(plot.values(), 5.0));
         check("less than a notch", [&] { turn(sign * random.integer(0, notch - 1)); });
-        check(
-            "wheel in the corner", [&] { plot.turn(QPoint(1, plot.plot().height() - 2), sign * notch, {}); });
+        // Wide labels may leave no corner.
+        const QPoint corner(1, plot.plot().height() - 2);
+        if (!plot.plot().mousePositionOnScale(corner))
+            check("wheel in the corner", [&] { plot.turn(corner, sign * notch, Qt::NoModifier); });
         plot.plot().setZoomEnabled(false);
         check("wheel with zoom off", [&] { turn(sign * notch); });
         check("axis drag with zoom off", dragAxis);
@@ -394,6 +303,8 @@ void tst_viewproperties_events::refusals()
                 QPoint(canvas.right() - 2, canvas.center().y()), QPoint(canvas.left() + 2, canvas.top() + 3));
         });
         delete curve;
+        if (QTest::currentTestFailed())
+            return;
     }
 }
 
