@@ -47,7 +47,7 @@ const QRgb grey = QColor(Qt::gray).rgb();
 
 void tst_desklegendonscreen::initTestCase()
 {
-    if (!XSession::isPossible())
+    if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
     QVERIFY(m_session->start());

@@ -26,7 +26,7 @@ constexpr int patience = 60000;
 
 void tst_optiondeskonscreen::initTestCase()
 {
-    if (!XSession::isPossible())
+    if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
     QVERIFY(m_session->start());

@@ -70,7 +70,7 @@ void tst_viewonscreen::initTestCase()
 {
     if (TestSupport::isChild())
         return;
-    if (!XSession::isPossible())
+    if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
     QVERIFY(m_session->start());

@@ -1,7 +1,7 @@
 #include "xsession.h"
 
 #include <QFile>
-#include <QStandardPaths>
+#include <QProcess>
 #include <QtEndian>
 
 namespace {
@@ -10,39 +10,16 @@ constexpr int patience = 60000;
 
 }
 
-XSession::~XSession()
-{
-    if (m_server.state() == QProcess::NotRunning)
-        return;
-    m_server.terminate();
-    m_server.waitForFinished(patience);
-}
-
-bool XSession::isPossible()
-{
-    return !QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()
-        && !QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty();
-}
-
 bool XSession::start()
 {
-    // The server chooses a free display and writes its number on standard output; the screen is a file.
-    m_server.start(QStringLiteral("Xvfb"),
-        {"-displayfd", "1", "-screen", "0", "1280x900x24", "-nolisten", "tcp", "-fbdir", m_folder.path()});
-    if (!m_server.waitForReadyRead(patience))
-        return false;
-    m_display = QLatin1Char(':') + QString::fromLatin1(m_server.readLine().trimmed());
-    return true;
+    // The screen is a file.
+    return m_server.start({QStringLiteral("-fbdir"), m_folder.path()});
 }
 
 QProcessEnvironment XSession::environment(const QString& configFolder) const
 {
-    QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-    result.insert(QStringLiteral("DISPLAY"), m_display);
-    result.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    QProcessEnvironment result = m_server.environment();
     result.insert(QStringLiteral("XDG_CONFIG_HOME"), configFolder.isEmpty() ? m_folder.path() : configFolder);
-    // The session of whoever runs the tests has no part in them.
-    result.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
     return result;
 }
 

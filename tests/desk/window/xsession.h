@@ -1,7 +1,8 @@
 #pragma once
 
+#include "support/xserver.h"
+
 #include <QImage>
-#include <QProcess>
 #include <QProcessEnvironment>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -9,14 +10,6 @@
 /// An X server of the test's own, without a window manager, and a user at its mouse and keyboard.
 class XSession {
 public:
-    XSession() = default;
-    XSession(const XSession&) = delete;
-    XSession& operator=(const XSession&) = delete;
-    ~XSession();
-
-    /// Whether the programs that this needs are installed.
-    static bool isPossible();
-
     /// Starts the server; false if it does not come up.
     bool start();
 
@@ -35,7 +28,6 @@ public:
     QImage screen() const;
 
 private:
-    QProcess m_server;
-    QString m_display;
     QTemporaryDir m_folder;
+    XServer m_server;
 };
