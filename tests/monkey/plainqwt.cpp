@@ -26,7 +26,8 @@
 
 namespace {
 
-constexpr rlim_t mostMemory = rlim_t(2) * 1024 * 1024 * 1024;
+constexpr qint64 mebibyte = 1024 * 1024;
+constexpr rlim_t mostMemory = rlim_t(2048) * mebibyte;
 constexpr unsigned secondsOfStep = 60;
 
 enum class Kind { Drag, Turn, Resize, SetSamples, SetScale, HandleEvents };
@@ -193,7 +194,7 @@ int main(int argc, char** argv)
         plot.step(random);
         if (currentStep % 1000 == 0) {
             std::printf("step %d: %lld MiB\n", int(currentStep),
-                static_cast<long long>(Monkey::residentMemory() / (1024 * 1024)));
+                static_cast<long long>(Monkey::residentMemory() / mebibyte));
             std::fflush(stdout);
         }
     }

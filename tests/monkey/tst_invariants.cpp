@@ -24,8 +24,8 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 QList<double> ticksFrom(double lower, double upper, double step)
 {
     QList<double> ticks;
-    for (double tick = lower; tick <= upper; tick += step)
-        ticks.append(tick);
+    for (int i = 0; lower + i * step <= upper; ++i)
+        ticks.append(lower + i * step);
     return ticks;
 }
 
@@ -147,6 +147,7 @@ void tst_invariants::brokenStates_data()
     row("quote line without samples", "quote line: 0 samples", quoteLine({}));
     row("quote line at no price", "quote line: from", quoteLine({{notANumber, 9.0}, {notANumber, 21.0}}));
     row("quote line without an end", "quote line: from", quoteLine({{100.0, 9.0}, {100.0, infinity}}));
+    row("quote line without a beginning", "quote line: from", quoteLine({{100.0, -infinity}, {100.0, 21.0}}));
     row("quote line aslant", "quote line: from", quoteLine({{100.0, 9.0}, {101.0, 21.0}}));
     row("quote line upside down", "quote line: from", quoteLine({{100.0, 21.0}, {100.0, 9.0}}));
     row("quote line of no length", "quote line: from", quoteLine({{100.0, 9.0}, {100.0, 9.0}}));
@@ -198,6 +199,7 @@ void tst_invariants::movedValues_data()
         QTest::newRow(name) << spoil << QString::fromLatin1(expected);
     };
     row("not what the auto-scale finds", "instead of 10 .. 20", [](Snapshot&) {});
+    row("not as low", "instead of 9 .. 18", [](Snapshot& s) { s.autoScaleRange = {9.0, 18.0}; });
     row("where it finds nothing", "where the auto-scale has no range",
         [](Snapshot& s) { s.autoScaleRange.reset(); });
     row("what it finds", "", [](Snapshot& s) { s.autoScaleRange = {10.0, 18.0}; });
