@@ -293,8 +293,7 @@ void tst_viewproperties_events::refusals()
         plot.plot().enableAxis(QwtPlot::xBottom, false);
         check("pan without a price axis", pan);
         plot.plot().enableAxis(QwtPlot::xBottom, true);
-        QwtPlotItem* curve = plot.plot().itemList(QwtPlotItem::Rtti_PlotCurve).first();
-        plot.plot().detachItems(QwtPlotItem::Rtti_PlotCurve, false);
+        plot.plot().detachItems(QwtPlotItem::Rtti_PlotCurve, true);
         addData(plot.plot(), plot.prices().lower - plot.prices().width(),
             plot.prices().upper - 0.1 * plot.prices().width(), plot.values().lower, plot.values().upper);
         const QRect canvas = plot.canvas();
@@ -302,7 +301,6 @@ void tst_viewproperties_events::refusals()
             plot.drag(
                 QPoint(canvas.right() - 2, canvas.center().y()), QPoint(canvas.left() + 2, canvas.top() + 3));
         });
-        delete curve;
         if (QTest::currentTestFailed())
             return;
     }
