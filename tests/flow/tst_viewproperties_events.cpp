@@ -15,6 +15,15 @@ constexpr int notch = 120;
 
 using State = RandomPlot::State;
 
+/// A pan that was not refused.
+struct AcceptedPan {
+    State before;
+    State after;
+    /// The prices that the whole drag would show.
+    Range dragged;
+    double perPixel = 0.0;
+};
+
 bool isAbout(const Range& range, const Range& expected, double tolerance)
 {
     return std::abs(range.lower - expected.lower) <= tolerance
@@ -44,6 +53,9 @@ private Q_SLOTS:
     void oneInAndOneOut();
     void axisDrags();
     void refusals();
+
+private:
+    void checkPan(RandomPlot& plot, const AcceptedPan& pan, const QString& where);
 };
 
 void tst_viewproperties_events::initTestCase()
@@ -58,6 +70,23 @@ void tst_viewproperties_events::cleanupTestCase()
     TestHost::dropBoards();
 }
 
+/// The view keeps data in sight, and goes no farther past an end than a tenth of it and half a pixel.
+void tst_viewproperties_events::checkPan(RandomPlot& plot, const AcceptedPan& pan, const QString& where)
+{
+    const QRectF curves = plot.plot().curvesRectangle();
+    const Range data{curves.left(), curves.right()};
+    const double tolerance = rounding(pan.before.prices) + 1e-12 * pan.before.prices.width();
+    HOLDS(std::abs(pan.after.prices.width() - pan.before.prices.width()) <= tolerance, where);
+    HOLDS(std::abs(pan.after.values.width() - pan.before.values.width())
+            <= rounding(pan.before.values) + 1e-12 * pan.before.values.width(),
+        where);
+    HOLDS(gap(pan.dragged, data) <= tolerance, where);
+    HOLDS(gap(pan.after.prices, data) <= gap(pan.before.prices, data) + tolerance, where);
+    const double past = 0.1 * pan.before.prices.width() + 0.5 * pan.perPixel + tolerance;
+    HOLDS(pan.after.prices.lower >= std::min(pan.before.prices.lower, data.lower) - past, where);
+    HOLDS(pan.after.prices.upper <= std::max(pan.before.prices.upper, data.upper) + past, where);
+}
+
 void tst_viewproperties_events::pans()
 {
     ViewRandom random(seed);
@@ -66,8 +95,6 @@ void tst_viewproperties_events::pans()
     for (int i = 0; i < plots; ++i) {
         RandomPlot plot(random);
         plot.addCurves(random.dataAbout(plot.prices()), random.dataAbout(plot.values()));
-        const QRectF curves = plot.plot().curvesRectangle();
-        const Range data{curves.left(), curves.right()};
         for (int j = 0; j < 15; ++j) {
             const State before = plot.state();
             const QPoint from = plot.pointIn(plot.canvas());
@@ -85,7 +112,6 @@ void tst_viewproperties_events::pans()
                         .arg(to.y() - from.y()),
                     before, after);
             };
-            const double tolerance = rounding(before.prices) + 1e-12 * before.prices.width();
             HOLDS(after.labels <= before.labels + 1, where());
             if (after.labels == before.labels) {
                 HOLDS(after == before, where());
@@ -93,17 +119,9 @@ void tst_viewproperties_events::pans()
                 continue;
             }
             moves += !after.showsSame(before);
-            HOLDS(std::abs(after.prices.width() - before.prices.width()) <= tolerance, where());
-            HOLDS(std::abs(after.values.width() - before.values.width())
-                    <= rounding(before.values) + 1e-12 * before.values.width(),
-                where());
-            // The view keeps data in sight, and goes no farther past an end than a tenth of it and half a
-            // pixel.
-            HOLDS(gap({dragged.minValue(), dragged.maxValue()}, data) <= tolerance, where());
-            HOLDS(gap(after.prices, data) <= gap(before.prices, data) + tolerance, where());
-            const double past = 0.1 * before.prices.width() + 0.5 * perPixel + tolerance;
-            HOLDS(after.prices.lower >= std::min(before.prices.lower, data.lower) - past, where());
-            HOLDS(after.prices.upper <= std::max(before.prices.upper, data.upper) + past, where());
+            checkPan(plot, {before, after, {dragged.minValue(), dragged.maxValue()}, perPixel}, where());
+            if (QTest::currentTestFailed())
+                return;
         }
     }
     QVERIFY2(moves > plots * 3, qPrintable(QString::number(moves)));
