@@ -1,5 +1,7 @@
 #include "window/curvelook.h"
 
+#include "window/overlaycurve.h"
+
 #include <plot2d/pricebased2dplotcurve.h>
 
 #include <QPen>
@@ -120,7 +122,8 @@ void CurveLook::updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& 
 
 bool CurveLook::hasFreeColor(const PriceBased2dPlotCurve& curve)
 {
-    return curve.dataType() != PriceBased2dPlotCurve::quoteLineType;
+    return curve.dataType() != PriceBased2dPlotCurve::quoteLineType
+        && curve.dataType() != OverlayCurve::overlayType;
 }
 
 void CurveLook::setColor(PriceBased2dPlotCurve& curve, const QColor& color)

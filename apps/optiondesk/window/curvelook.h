@@ -26,7 +26,8 @@ void apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
 /// Gives a curve of points the symbols for its new samples where they differ from those it has.
 void updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
 
-/// Whether a curve may have another colour: the line at the forward must be red.
+/// Whether a curve may have another colour: the line at the forward must be red, and the curves of other
+/// series have the colours of their expiries.
 bool hasFreeColor(const PriceBased2dPlotCurve& curve);
 
 /// Gives a curve another colour, and its symbols with it.

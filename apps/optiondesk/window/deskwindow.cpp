@@ -41,7 +41,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     // A window may be smaller than all its parts would like.
     setMinimumSize(1, 1);
     m_plot->setFocus();
-    connect(m_selector, SIGNAL(chosen(int)), this, SLOT(onSeriesChosen(int)));
+    connect(m_selector, SIGNAL(chosen(int)), this, SLOT(chooseSeries(int)));
     connect(m_follower, SIGNAL(changed()), this, SLOT(onSeriesChanged()));
     connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
 }
@@ -67,7 +67,8 @@ void DeskWindow::createFileMenu()
 
 void DeskWindow::createViewMenu()
 {
-    QMenu& menu = *menuBar()->addMenu(tr("&View"));
+    m_viewMenu = menuBar()->addMenu(tr("&View"));
+    QMenu& menu = *m_viewMenu;
     auto* const views = new QActionGroup(this);
     m_volatilityAction = addAction(
         menu, tr("&Volatility"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
@@ -200,7 +201,7 @@ void DeskWindow::importChain(const QString& fileName)
     showSeries(futureIsinId, SeriesFacts());
 }
 
-void DeskWindow::onSeriesChosen(int futureIsinId)
+void DeskWindow::chooseSeries(int futureIsinId)
 {
     // The forward and the expiry were those of the series shown first.
     SeriesFacts facts;
@@ -212,6 +213,7 @@ void DeskWindow::onSeriesChosen(int futureIsinId)
         m_futureIsinId = futureIsinId;
         m_given = facts;
         m_follower->follow(futureIsinId);
+        m_selector->setSeries(m_data.series(), futureIsinId);
         showReason(Texts::oneLine(error.text()));
     }
 }

@@ -40,10 +40,21 @@ public:
     void importChain(const QString& fileName);
 
     DeskPlot* plot() const { return m_plot; }
+    DeskData& data() const { return m_data; }
+    /// The chosen series, also where it cannot be shown; 0 before the first one.
+    int futureIsinId() const { return m_futureIsinId; }
+    /// Empty where the chosen series cannot be shown.
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
+    const SeriesFacts& given() const { return m_given; }
+    DeskView view() const { return m_view; }
+    /// Other parts of the desk put their entries at its end.
+    QMenu& viewMenu() const { return *m_viewMenu; }
+
+public Q_SLOTS:
+    /// Shows a stored series, or says in the window why that cannot be.
+    void chooseSeries(int futureIsinId);
 
 private Q_SLOTS:
-    void onSeriesChosen(int futureIsinId);
     void onSeriesChanged();
     void onStoredSeriesChanged();
     void onViewChosen(QAction* action);
@@ -74,6 +85,7 @@ private:
     SeriesSelector* m_selector;
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
+    QMenu* m_viewMenu = nullptr;
     QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;

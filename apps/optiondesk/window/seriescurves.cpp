@@ -1,6 +1,7 @@
 #include "window/seriescurves.h"
 
 #include "window/curvelook.h"
+#include "window/overlaycurve.h"
 
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
@@ -88,7 +89,7 @@ bool SeriesCurves::removeOthers(const QVector<CurveSamples>& curves)
         const bool stays = std::any_of(curves.begin(), curves.end(), [curve](const CurveSamples& samples) {
             return CurveLook::title(samples.role) == curve->title().text();
         });
-        if (stays)
+        if (stays || curve->dataType() == OverlayCurve::overlayType)
             continue;
         // The markers are the plot's.
         if (curve->dataType() == PriceBased2dPlotCurve::markedType)
