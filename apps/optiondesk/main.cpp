@@ -1,3 +1,4 @@
+#include "quotes/quotesdock.h"
 #include "replay/quotereplay.h"
 #include "replay/replayfile.h"
 #include "seriestree/seriesdock.h"
@@ -100,6 +101,7 @@ int run(const CommandLine& options)
     window.setAxisMode(options.axisMode);
     // The window's, like all its parts.
     new SeriesDock(&window);
+    new QuotesDock(&window);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())

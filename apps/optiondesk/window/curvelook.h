@@ -17,7 +17,7 @@ const QVector<CurveRole>& roles();
 /// The curve's title, which names it in the legend.
 QString title(CurveRole role);
 
-/// One of the data types of PriceBased2dPlotCurve, no two the same in one view.
+/// One of the data types of PriceBased2dPlotCurve or BandCurve's, no two the same in one view.
 int dataType(CurveRole role);
 
 /// Gives a curve the data type and look for its samples, which it does not take.

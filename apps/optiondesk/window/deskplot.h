@@ -66,6 +66,7 @@ public:
     void curveIconReset(const PriceBased2dPlotCurve* curve) override;
 
     CurveWalk* walk() const { return m_walk; }
+    CurveTracker* tracker() const { return m_tracker; }
 
 Q_SIGNALS:
     /// Another series, another view of it, or nothing is shown: what was visible before has no meaning now.

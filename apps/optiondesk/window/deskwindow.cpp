@@ -131,6 +131,7 @@ void DeskWindow::showSeries(int futureIsinId, const SeriesFacts& given)
     const SeriesFollower::OwnWrites ownWrites(*m_follower);
     ShownSeries shown = m_data.show(futureIsinId, given);
     m_shown = std::move(shown);
+    m_shown->filter = m_filter;
     m_futureIsinId = futureIsinId;
     m_given = given;
     m_follower->follow(futureIsinId);
@@ -154,6 +155,7 @@ void DeskWindow::tellOfSeries()
     if (!notice.isEmpty())
         status.prepend(notice + QStringLiteral(" \u00b7 "));
     m_status->setFullText(status);
+    Q_EMIT shownChanged();
 }
 
 void DeskWindow::showReason(const QString& reason)
@@ -161,6 +163,7 @@ void DeskWindow::showReason(const QString& reason)
     m_shown.reset();
     m_plot->showNothing(reason);
     m_status->setFullText(reason);
+    Q_EMIT shownChanged();
 }
 
 void DeskWindow::onSeriesChanged()
@@ -172,6 +175,7 @@ void DeskWindow::onSeriesChanged()
         }
         const SeriesFollower::OwnWrites ownWrites(*m_follower);
         m_shown = m_data.show(m_futureIsinId, m_given);
+        m_shown->filter = m_filter;
         m_plot->updateSeries(*m_shown);
         tellOfSeries();
     } catch (const Exception& error) {
@@ -232,6 +236,19 @@ void DeskWindow::setAxisMode(AxisMode mode)
             action->setChecked(true);
     }
     m_plot->setAxisMode(mode);
+}
+
+void DeskWindow::setFilter(const Pricing::OptionFilter& filter)
+{
+    if (filter == m_filter)
+        return;
+    m_filter = filter;
+    if (m_shown) {
+        m_shown->filter = filter;
+        m_plot->updateSeries(*m_shown);
+        Q_EMIT shownChanged();
+    }
+    Q_EMIT filterChanged();
 }
 
 void DeskWindow::onAxisModeChosen(QAction* action)

@@ -35,6 +35,10 @@ public:
     /// What the labels of the price axis show.
     void setAxisMode(AxisMode mode);
 
+    /// Which options of the chosen series are shown. The smile stays as it is.
+    void setFilter(const Pricing::OptionFilter& filter);
+    const Pricing::OptionFilter& filter() const { return m_filter; }
+
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.
     void importChain(const QString& fileName);
@@ -53,6 +57,11 @@ public:
 public Q_SLOTS:
     /// Shows a stored series, or says in the window why that cannot be.
     void chooseSeries(int futureIsinId);
+
+Q_SIGNALS:
+    /// shownSeries() is another series, has other numbers or another filter, or is empty now.
+    void shownChanged();
+    void filterChanged();
 
 private Q_SLOTS:
     void onSeriesChanged();
@@ -79,6 +88,7 @@ private:
     DeskView m_view;
     int m_futureIsinId = 0;
     SeriesFacts m_given;
+    Pricing::OptionFilter m_filter;
     std::optional<ShownSeries> m_shown;
 
     DeskPlot* m_plot;

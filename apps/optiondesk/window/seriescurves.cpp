@@ -1,5 +1,6 @@
 #include "window/seriescurves.h"
 
+#include "window/bandcurve.h"
 #include "window/curvelook.h"
 #include "window/overlaycurve.h"
 
@@ -44,7 +45,9 @@ void SeriesCurves::fill(PriceBased2dPlotCurve& curve, const CurveSamples& sample
 
 void SeriesCurves::attach(const CurveSamples& samples)
 {
-    auto* const curve = new PriceBased2dPlotCurve(&m_plot, CurveLook::title(samples.role));
+    const QString title = CurveLook::title(samples.role);
+    auto* const curve = samples.role == CurveRole::BidAskBand ? new BandCurve(&m_plot, title)
+                                                              : new PriceBased2dPlotCurve(&m_plot, title);
     CurveLook::apply(samples, *curve);
     const QColor chosen = m_colors.value(curve->title().text());
     if (chosen.isValid() && CurveLook::hasFreeColor(*curve))
