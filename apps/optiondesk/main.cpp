@@ -1,5 +1,7 @@
+#include "quotes/quotesdock.h"
 #include "replay/quotereplay.h"
 #include "replay/replayfile.h"
+#include "seriestree/seriesdock.h"
 #include "window/commandline.h"
 #include "window/curvechoices.h"
 #include "window/deskplot.h"
@@ -97,6 +99,9 @@ int run(const CommandLine& options)
     if (settings)
         window.plot()->choices().setSettings(settings->host());
     window.setAxisMode(options.axisMode);
+    // The window's, like all its parts.
+    new SeriesDock(&window);
+    new QuotesDock(&window);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())

@@ -28,6 +28,20 @@ double volatilityError(double uncertainty, double vega, double volatility)
 
 }
 
+ValuedQuote valueQuote(const OptionQuote& quote, const Market& market, const decimal& priceStep)
+{
+    const double strike = quote.strike.toDouble();
+    const std::optional<double> price = quote.price();
+    const ImpliedVolatility implied = impliedVolatility(quote.type, strike, market, price);
+    if (!implied.volatility)
+        return {std::nullopt, implied.refusal};
+    const double error = volatilityError(priceUncertainty(quote, priceStep.toDouble()),
+        blackVega(strike, market, *implied.volatility).value_or(0.0), *implied.volatility);
+    const VolatilityPoint point{
+        strike, quote.type, *implied.volatility, *price, error, quote.volume.value_or(0) > 0};
+    return {point, Refusal::NoPrice};
+}
+
 SeriesAnalysis analyseSeries(const OptionSeries& series, const Market& market, const decimal& priceStep)
 {
     SeriesAnalysis result;
@@ -42,16 +56,11 @@ SeriesAnalysis analyseSeries(const OptionSeries& series, const Market& market, c
             ++result.inTheMoney;
             continue;
         }
-        const std::optional<double> price = quote.price();
-        const ImpliedVolatility implied = impliedVolatility(quote.type, strike, market, price);
-        if (!implied.volatility) {
-            ++result.leftOut[implied.refusal];
-            continue;
-        }
-        const double error = volatilityError(priceUncertainty(quote, priceStep.toDouble()),
-            blackVega(strike, market, *implied.volatility).value_or(0.0), *implied.volatility);
-        result.points.append(
-            {strike, quote.type, *implied.volatility, *price, error, quote.volume.value_or(0) > 0});
+        const ValuedQuote valued = valueQuote(quote, market, priceStep);
+        if (valued.point)
+            result.points.append(*valued.point);
+        else
+            ++result.leftOut[valued.refusal];
     }
     return result;
 }

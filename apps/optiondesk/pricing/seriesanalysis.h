@@ -22,6 +22,17 @@ struct VolatilityPoint {
     bool traded = false;
 };
 
+/// What an option's price says: a point, or the reason why there is none.
+struct ValuedQuote {
+    std::optional<VolatilityPoint> point;
+    /// Meaningful only where there is no point.
+    Refusal refusal = Refusal::NoPrice;
+};
+
+/// Values an option, in the money or out of it, by OptionQuote::price(). A step that is not positive counts
+/// as an exact price.
+ValuedQuote valueQuote(const OptionQuote& quote, const Market& market, const decimal& priceStep);
+
 struct SeriesAnalysis {
     /// Of the out-of-the-money options, ascending by strike.
     QVector<VolatilityPoint> points;

@@ -1,5 +1,8 @@
 #include "window/curvelook.h"
 
+#include "window/bandcurve.h"
+#include "window/overlaycurve.h"
+
 #include <plot2d/pricebased2dplotcurve.h>
 
 #include <QPen>
@@ -40,6 +43,8 @@ Look lookOf(CurveRole role)
         return {"Bid volatility", 11, bluishGreen, 1.0, Qt::SolidLine, 20.0};
     case CurveRole::AskVolatility:
         return {"Ask volatility", 12, reddishPurple, 1.0, Qt::SolidLine, 20.0};
+    case CurveRole::BidAskBand:
+        return {"Bid-ask band", BandCurve::bandType, skyBlue, 5.0, Qt::SolidLine, 16.0};
     case CurveRole::ImpliedVolatility:
         return {"Implied volatility", PriceBased2dPlotCurve::markedType, orange, 1.0, Qt::SolidLine, 25.0};
     case CurveRole::CallValue:
@@ -78,8 +83,9 @@ void usePoints(PriceBased2dPlotCurve& curve, const QColor& color, bool allMarked
 const QVector<CurveRole>& CurveLook::roles()
 {
     static const QVector<CurveRole> all{CurveRole::Smile, CurveRole::StatedVolatility,
-        CurveRole::BidVolatility, CurveRole::AskVolatility, CurveRole::ImpliedVolatility,
-        CurveRole::CallValue, CurveRole::PutValue, CurveRole::MarketPrice, CurveRole::Forward};
+        CurveRole::BidVolatility, CurveRole::AskVolatility, CurveRole::BidAskBand,
+        CurveRole::ImpliedVolatility, CurveRole::CallValue, CurveRole::PutValue, CurveRole::MarketPrice,
+        CurveRole::Forward};
     return all;
 }
 
@@ -120,7 +126,8 @@ void CurveLook::updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& 
 
 bool CurveLook::hasFreeColor(const PriceBased2dPlotCurve& curve)
 {
-    return curve.dataType() != PriceBased2dPlotCurve::quoteLineType;
+    return curve.dataType() != PriceBased2dPlotCurve::quoteLineType
+        && curve.dataType() != OverlayCurve::overlayType;
 }
 
 void CurveLook::setColor(PriceBased2dPlotCurve& curve, const QColor& color)

@@ -17,7 +17,7 @@ const QVector<CurveRole>& roles();
 /// The curve's title, which names it in the legend.
 QString title(CurveRole role);
 
-/// One of the data types of PriceBased2dPlotCurve, no two the same in one view.
+/// One of the data types of PriceBased2dPlotCurve or BandCurve's, no two the same in one view.
 int dataType(CurveRole role);
 
 /// Gives a curve the data type and look for its samples, which it does not take.
@@ -26,7 +26,8 @@ void apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
 /// Gives a curve of points the symbols for its new samples where they differ from those it has.
 void updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
 
-/// Whether a curve may have another colour: the line at the forward must be red.
+/// Whether a curve may have another colour: the line at the forward must be red, and the curves of other
+/// series have the colours of their expiries.
 bool hasFreeColor(const PriceBased2dPlotCurve& curve);
 
 /// Gives a curve another colour, and its symbols with it.

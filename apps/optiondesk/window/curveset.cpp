@@ -1,5 +1,7 @@
 #include "window/curveset.h"
 
+#include "window/shownquotes.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -24,17 +26,19 @@ QVector<PriceBased2dPlotPoint> markedPoints(const ShownSeries& series, double Vo
 {
     const bool volumesKnown = knowsVolumes(series);
     QVector<PriceBased2dPlotPoint> points;
-    for (const VolatilityPoint& point : series.analysis.points)
+    const QVector<VolatilityPoint> shown = ShownQuotes(series).points();
+    for (const VolatilityPoint& point : shown)
         points.append({point.strike, point.*value, point.traded || !volumesKnown});
     return points;
 }
 
-// One sample for each option that has an implied volatility; the function gives its value, if any.
+// One sample for each strike that shows an implied volatility; the function gives its value, if any.
 template <typename Function> QVector<QPointF> quoteSamples(const ShownSeries& series, Function value)
 {
     QVector<QPointF> samples;
-    auto point = series.analysis.points.cbegin();
-    const auto end = series.analysis.points.cend();
+    const QVector<VolatilityPoint> shown = ShownQuotes(series).onePerStrike();
+    auto point = shown.cbegin();
+    const auto end = shown.cend();
     for (const OptionQuote& quote : series.data.options.quotes) {
         const double strike = quote.strike.toDouble();
         while (point != end && point->strike < strike)
@@ -65,6 +69,20 @@ QVector<QPointF> quotedVolatilities(const ShownSeries& series, std::optional<dec
     });
 }
 
+// Where a side is missing, or both are crossed, there is no band.
+QVector<QPointF> band(const QVector<QPointF>& bids, const QVector<QPointF>& asks)
+{
+    QVector<QPointF> pairs;
+    auto ask = asks.cbegin();
+    for (const QPointF& bid : bids) {
+        while (ask != asks.cend() && ask->x() < bid.x())
+            ++ask;
+        if (ask != asks.cend() && ask->x() == bid.x() && bid.y() <= ask->y())
+            pairs << bid << *ask;
+    }
+    return pairs;
+}
+
 void appendSteps(double from, double to, int count, QVector<double>* strikes)
 {
     for (int i = 0; i <= count && from < to; ++i)
@@ -89,9 +107,11 @@ QVector<CurveSamples> quotedCurves(const ShownSeries& series, DeskView view)
 {
     if (view == DeskView::Value)
         return {{CurveRole::MarketPrice, {}, markedPoints(series, &VolatilityPoint::price)}};
+    const QVector<QPointF> bids = quotedVolatilities(series, &OptionQuote::bid);
+    const QVector<QPointF> asks = quotedVolatilities(series, &OptionQuote::ask);
     return {{CurveRole::StatedVolatility, statedVolatilities(series), {}},
-        {CurveRole::BidVolatility, quotedVolatilities(series, &OptionQuote::bid), {}},
-        {CurveRole::AskVolatility, quotedVolatilities(series, &OptionQuote::ask), {}},
+        {CurveRole::BidVolatility, bids, {}}, {CurveRole::AskVolatility, asks, {}},
+        {CurveRole::BidAskBand, band(bids, asks), {}},
         {CurveRole::ImpliedVolatility, {}, markedPoints(series, &VolatilityPoint::volatility)}};
 }
 

@@ -15,6 +15,7 @@ enum class CurveRole {
     StatedVolatility,
     BidVolatility,
     AskVolatility,
+    BidAskBand,
     ImpliedVolatility,
     CallValue,
     PutValue,
@@ -22,7 +23,8 @@ enum class CurveRole {
     Forward
 };
 
-/// A curve's samples, ascending by price. Volatilities are fractions, values in the currency of the strike.
+/// A curve's samples, ascending by price, those of the band in pairs of bid and ask at one strike.
+/// Volatilities are fractions, values in the currency of the strike.
 struct CurveSamples {
     CurveRole role = CurveRole::Smile;
     QVector<QPointF> samples;

@@ -25,8 +25,11 @@ void CurveTracker::comeFirst()
 
 bool CurveTracker::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseMove && m_plot && m_picker)
-        track(static_cast<QMouseEvent*>(event)->localPos());
+    if (event->type() == QEvent::MouseMove && m_plot && m_picker) {
+        const std::optional<double> price = track(static_cast<QMouseEvent*>(event)->localPos());
+        if (price)
+            Q_EMIT pointRead(*price);
+    }
     // The panner has suspended the picker since the press, and installs it again now.
     if (event->type() == QEvent::MouseButtonRelease)
         QMetaObject::invokeMethod(this, "comeFirst", Qt::QueuedConnection);
@@ -47,15 +50,19 @@ void CurveTracker::refresh()
     m_picker->eventFilter(m_plot->canvas(), &still);
 }
 
-void CurveTracker::track(const QPointF& canvasPosition)
+std::optional<double> CurveTracker::track(const QPointF& canvasPosition)
 {
     m_picker->setPosition(m_picker->transformedPoint(canvasPosition));
     const ClosestPointParams closest = m_picker->getClosestCurveParams(m_picker->usedCurves());
     QString text;
-    if (closest.curve)
+    std::optional<double> price;
+    if (closest.curve && closest.index >= 0) {
+        price = closest.curve->sample(closest.index).x();
         text = ReadOut::text(*m_plot, *m_picker, *closest.curve, closest.index);
+    }
     QwtText rendered = m_picker->renderedText(text);
     // Curves under the text would make it hard to read.
     rendered.setBackgroundBrush(m_plot->canvasBackground());
     m_picker->setTrackerText(rendered);
+    return price;
 }

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <optional>
+
 class PriceBased2dPlot;
 class PriceBased2dPlotPicker;
 
@@ -21,11 +23,15 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+Q_SIGNALS:
+    /// The cursor has moved to where a point of this price is the nearest.
+    void pointRead(double price);
+
 private Q_SLOTS:
     void comeFirst();
 
 private:
-    void track(const QPointF& canvasPosition);
+    std::optional<double> track(const QPointF& canvasPosition);
 
     QPointer<PriceBased2dPlot> m_plot;
     QPointer<PriceBased2dPlotPicker> m_picker;

@@ -173,6 +173,25 @@ void CurveWalk::begin()
     }
 }
 
+void CurveWalk::goTo(double strike)
+{
+    QList<PriceBased2dPlotCurve*> all = curves();
+    const PriceBased2dPlotCurve* const walked = current();
+    std::stable_partition(all.begin(), all.end(), [](const PriceBased2dPlotCurve* curve) {
+        return curve->dataType() == PriceBased2dPlotCurve::markedType;
+    });
+    std::stable_partition(
+        all.begin(), all.end(), [walked](const PriceBased2dPlotCurve* curve) { return curve == walked; });
+    for (const PriceBased2dPlotCurve* const curve : qAsConst(all)) {
+        const int index = nearestVisibleSample(*curve, strike);
+        if (index >= 0 && curve->sample(index).x() == strike) {
+            show(*curve, index);
+            return;
+        }
+    }
+    end();
+}
+
 void CurveWalk::step(int direction)
 {
     const PriceBased2dPlotCurve* const curve = current();
@@ -214,6 +233,7 @@ void CurveWalk::show(const PriceBased2dPlotCurve& curve, int index)
     m_plot->replot();
     if (begins)
         Q_EMIT activeChanged(true);
+    Q_EMIT pointShown(m_strike);
 }
 
 void CurveWalk::forgetPoint()

@@ -29,6 +29,10 @@ public:
     /// Picks the first point; nothing where one is marked already or none is visible.
     void begin();
 
+    /// Picks the point at a strike: of the curve that is walked, else of that with marked points, else of the
+    /// first visible curve that has a sample there. Where none is in sight the walk ends.
+    void goTo(double strike);
+
     /// Follows the curves after their samples or visibility have changed. Does not replot.
     void refresh();
 
@@ -39,6 +43,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void activeChanged(bool active);
+    /// The walk has come to a point of this price.
+    void pointShown(double price);
 
 private:
     bool isOurs(const QKeyEvent& event) const;

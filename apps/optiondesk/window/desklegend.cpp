@@ -21,7 +21,7 @@
 namespace {
 
 // Pixels between the entries, to the left and right inside of each, and around all.
-constexpr int spacing = 6;
+constexpr int spacing = 2;
 constexpr int margin = 5;
 constexpr int reserve = 20;
 
@@ -173,8 +173,8 @@ void DeskLegend::openMenu(const PriceBased2dPlotCurve& curve, const QPoint& glob
     menu->addSeparator();
     const bool isFree = CurveLook::hasFreeColor(curve);
     QAction* const color = addChoice(*menu, tr("&Colour..."),
-        isFree ? tr("Choose another colour for this curve") : tr("The line at the forward is always red"),
-        this, [this, title] { Q_EMIT colorRequested(title); });
+        isFree ? tr("Choose another colour for this curve") : tr("This curve always has this colour"), this,
+        [this, title] { Q_EMIT colorRequested(title); });
     color->setEnabled(isFree);
     menu->popup(globalPosition);
 }

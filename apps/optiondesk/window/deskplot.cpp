@@ -321,6 +321,13 @@ void DeskPlot::updateSeries(const ShownSeries& series)
     updateYAxisScale();
 }
 
+void DeskPlot::followOverlays()
+{
+    m_legend->restoreUncheckedItems();
+    m_legend->arrange(contentsRect().width());
+    updateYAxisScale();
+}
+
 void DeskPlot::showNothing(const QString& reason)
 {
     removeCurves();

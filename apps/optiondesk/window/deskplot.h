@@ -43,6 +43,10 @@ public:
     /// which the ticks are anchored then.
     void setAxisMode(AxisMode mode);
 
+    /// After curves of other series have come, gone or changed: gives their entries in the legend the user's
+    /// choices and their places, fits the vertical scale with auto-scale on, and replots.
+    void followOverlays();
+
     /// Takes all curves away and says why instead of a title.
     void showNothing(const QString& reason);
 
@@ -62,6 +66,7 @@ public:
     void curveIconReset(const PriceBased2dPlotCurve* curve) override;
 
     CurveWalk* walk() const { return m_walk; }
+    CurveTracker* tracker() const { return m_tracker; }
 
 Q_SIGNALS:
     /// Another series, another view of it, or nothing is shown: what was visible before has no meaning now.

@@ -41,7 +41,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     // A window may be smaller than all its parts would like.
     setMinimumSize(1, 1);
     m_plot->setFocus();
-    connect(m_selector, SIGNAL(chosen(int)), this, SLOT(onSeriesChosen(int)));
+    connect(m_selector, SIGNAL(chosen(int)), this, SLOT(chooseSeries(int)));
     connect(m_follower, SIGNAL(changed()), this, SLOT(onSeriesChanged()));
     connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
 }
@@ -67,7 +67,8 @@ void DeskWindow::createFileMenu()
 
 void DeskWindow::createViewMenu()
 {
-    QMenu& menu = *menuBar()->addMenu(tr("&View"));
+    m_viewMenu = menuBar()->addMenu(tr("&View"));
+    QMenu& menu = *m_viewMenu;
     auto* const views = new QActionGroup(this);
     m_volatilityAction = addAction(
         menu, tr("&Volatility"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
@@ -130,6 +131,7 @@ void DeskWindow::showSeries(int futureIsinId, const SeriesFacts& given)
     const SeriesFollower::OwnWrites ownWrites(*m_follower);
     ShownSeries shown = m_data.show(futureIsinId, given);
     m_shown = std::move(shown);
+    m_shown->filter = m_filter;
     m_futureIsinId = futureIsinId;
     m_given = given;
     m_follower->follow(futureIsinId);
@@ -153,6 +155,7 @@ void DeskWindow::tellOfSeries()
     if (!notice.isEmpty())
         status.prepend(notice + QStringLiteral(" \u00b7 "));
     m_status->setFullText(status);
+    Q_EMIT shownChanged();
 }
 
 void DeskWindow::showReason(const QString& reason)
@@ -160,6 +163,7 @@ void DeskWindow::showReason(const QString& reason)
     m_shown.reset();
     m_plot->showNothing(reason);
     m_status->setFullText(reason);
+    Q_EMIT shownChanged();
 }
 
 void DeskWindow::onSeriesChanged()
@@ -171,6 +175,7 @@ void DeskWindow::onSeriesChanged()
         }
         const SeriesFollower::OwnWrites ownWrites(*m_follower);
         m_shown = m_data.show(m_futureIsinId, m_given);
+        m_shown->filter = m_filter;
         m_plot->updateSeries(*m_shown);
         tellOfSeries();
     } catch (const Exception& error) {
@@ -200,7 +205,7 @@ void DeskWindow::importChain(const QString& fileName)
     showSeries(futureIsinId, SeriesFacts());
 }
 
-void DeskWindow::onSeriesChosen(int futureIsinId)
+void DeskWindow::chooseSeries(int futureIsinId)
 {
     // The forward and the expiry were those of the series shown first.
     SeriesFacts facts;
@@ -212,6 +217,7 @@ void DeskWindow::onSeriesChosen(int futureIsinId)
         m_futureIsinId = futureIsinId;
         m_given = facts;
         m_follower->follow(futureIsinId);
+        m_selector->setSeries(m_data.series(), futureIsinId);
         showReason(Texts::oneLine(error.text()));
     }
 }
@@ -230,6 +236,19 @@ void DeskWindow::setAxisMode(AxisMode mode)
             action->setChecked(true);
     }
     m_plot->setAxisMode(mode);
+}
+
+void DeskWindow::setFilter(const Pricing::OptionFilter& filter)
+{
+    if (filter == m_filter)
+        return;
+    m_filter = filter;
+    if (m_shown) {
+        m_shown->filter = filter;
+        m_plot->updateSeries(*m_shown);
+        Q_EMIT shownChanged();
+    }
+    Q_EMIT filterChanged();
 }
 
 void DeskWindow::onAxisModeChosen(QAction* action)

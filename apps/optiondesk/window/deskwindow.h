@@ -35,15 +35,35 @@ public:
     /// What the labels of the price axis show.
     void setAxisMode(AxisMode mode);
 
+    /// Which options of the chosen series are shown. The smile stays as it is.
+    void setFilter(const Pricing::OptionFilter& filter);
+    const Pricing::OptionFilter& filter() const { return m_filter; }
+
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.
     void importChain(const QString& fileName);
 
     DeskPlot* plot() const { return m_plot; }
+    DeskData& data() const { return m_data; }
+    /// The chosen series, also where it cannot be shown; 0 before the first one.
+    int futureIsinId() const { return m_futureIsinId; }
+    /// Empty where the chosen series cannot be shown.
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
+    const SeriesFacts& given() const { return m_given; }
+    DeskView view() const { return m_view; }
+    /// Other parts of the desk put their entries at its end.
+    QMenu& viewMenu() const { return *m_viewMenu; }
+
+public Q_SLOTS:
+    /// Shows a stored series, or says in the window why that cannot be.
+    void chooseSeries(int futureIsinId);
+
+Q_SIGNALS:
+    /// shownSeries() is another series, has other numbers or another filter, or is empty now.
+    void shownChanged();
+    void filterChanged();
 
 private Q_SLOTS:
-    void onSeriesChosen(int futureIsinId);
     void onSeriesChanged();
     void onStoredSeriesChanged();
     void onViewChosen(QAction* action);
@@ -68,12 +88,14 @@ private:
     DeskView m_view;
     int m_futureIsinId = 0;
     SeriesFacts m_given;
+    Pricing::OptionFilter m_filter;
     std::optional<ShownSeries> m_shown;
 
     DeskPlot* m_plot;
     SeriesSelector* m_selector;
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
+    QMenu* m_viewMenu = nullptr;
     QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;

@@ -1,6 +1,6 @@
 #include "window/legendrecords.h"
 
-#include <plot2d/pricebased2dplotcurve.h>
+#include "window/overlaycurve.h"
 
 #include <QDataStream>
 
@@ -31,7 +31,8 @@ Records recordsOf(const QByteArray& state)
         PriceBased2dPlotCurve::read(stream, record);
         if (stream.status() != QDataStream::Ok)
             break;
-        records.append(record);
+        if (record.dataType != OverlayCurve::overlayType)
+            records.append(record);
     }
     return records;
 }

@@ -6,8 +6,8 @@
 namespace LegendRecords {
 
 /// A stored state, and after its records the valid ones of an earlier state whose data types it has no valid
-/// record of: what the user has chosen about curves that are not on the plot now. Bytes that are no state add
-/// nothing.
+/// record of: what the user has chosen about curves that are not on the plot now. Curves of other series
+/// (OverlayCurve) are left out. Bytes that are no state add nothing.
 QByteArray withMissing(const QByteArray& state, const QByteArray& earlier);
 
 }

@@ -1,6 +1,8 @@
 #include "window/seriescurves.h"
 
+#include "window/bandcurve.h"
 #include "window/curvelook.h"
+#include "window/overlaycurve.h"
 
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
@@ -43,7 +45,9 @@ void SeriesCurves::fill(PriceBased2dPlotCurve& curve, const CurveSamples& sample
 
 void SeriesCurves::attach(const CurveSamples& samples)
 {
-    auto* const curve = new PriceBased2dPlotCurve(&m_plot, CurveLook::title(samples.role));
+    const QString title = CurveLook::title(samples.role);
+    auto* const curve = samples.role == CurveRole::BidAskBand ? new BandCurve(&m_plot, title)
+                                                              : new PriceBased2dPlotCurve(&m_plot, title);
     CurveLook::apply(samples, *curve);
     const QColor chosen = m_colors.value(curve->title().text());
     if (chosen.isValid() && CurveLook::hasFreeColor(*curve))
@@ -88,7 +92,7 @@ bool SeriesCurves::removeOthers(const QVector<CurveSamples>& curves)
         const bool stays = std::any_of(curves.begin(), curves.end(), [curve](const CurveSamples& samples) {
             return CurveLook::title(samples.role) == curve->title().text();
         });
-        if (stays)
+        if (stays || curve->dataType() == OverlayCurve::overlayType)
             continue;
         // The markers are the plot's.
         if (curve->dataType() == PriceBased2dPlotCurve::markedType)

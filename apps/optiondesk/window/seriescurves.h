@@ -9,7 +9,7 @@ class PriceBased2dPlot;
 class PriceBased2dPlotCurve;
 
 /// The curves of a series on a plot, one for each role. Curves that stay keep their object, their visibility
-/// and their entry in the legend.
+/// and their entry in the legend; those of other series (OverlayCurve) are left alone.
 class SeriesCurves {
 public:
     /// The plot must outlive this object.

@@ -50,13 +50,6 @@ void findTime(ShownSeries* series)
     }
 }
 
-double volatilityAtForward(const ShownSeries& series)
-{
-    const double strike
-        = std::clamp(series.market.forward, series.smile->minStrike(), series.smile->maxStrike());
-    return series.smile->volatility(strike).value_or(0.0);
-}
-
 PriceRange strikesWithForward(const ShownSeries& series)
 {
     const QVector<OptionQuote>& quotes = series.data.options.quotes;
@@ -87,6 +80,15 @@ ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& gi
     series.analysis = Pricing::analyseSeries(data.options, series.market, data.priceStep);
     series.smile = Pricing::Smile::fit(series.analysis.points);
     return series;
+}
+
+double volatilityAtForward(const ShownSeries& series)
+{
+    if (!series.smile)
+        return 0.0;
+    const double strike
+        = std::clamp(series.market.forward, series.smile->minStrike(), series.smile->maxStrike());
+    return series.smile->volatility(strike).value_or(0.0);
 }
 
 PriceRange visiblePrices(const ShownSeries& series)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chain/optionchain.h>
+#include <pricing/optionfilter.h>
 #include <pricing/seriesanalysis.h>
 #include <pricing/smile.h>
 
@@ -50,11 +51,18 @@ struct ShownSeries {
     Pricing::SeriesAnalysis analysis;
     /// Empty where no option has an implied volatility.
     std::optional<Pricing::Smile> smile;
+    /// Which options are shown (see ShownQuotes). What the smile is fitted to does not depend on it: the
+    /// curve to compare quotes with must not move with the choice of those that one looks at.
+    Pricing::OptionFilter filter;
 };
 
 /// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
 /// Exception where there is none of the three.
 ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward);
+
+/// The smile's volatility at the forward, at the nearest of its ends where the forward is outside; 0 without
+/// a smile.
+double volatilityAtForward(const ShownSeries& series);
 
 /// A range of prices.
 struct PriceRange {

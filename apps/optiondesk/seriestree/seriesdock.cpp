@@ -1,0 +1,109 @@
+#include "seriestree/seriesdock.h"
+
+#include "seriestree/seriesoverlays.h"
+#include "seriestree/seriestreemodel.h"
+#include "seriestree/seriestreeview.h"
+
+#include <plot2d/pricebased2dplotlegend.h>
+#include <window/deskdata.h>
+#include <window/deskplot.h>
+#include <window/deskwindow.h>
+#include <window/menuentry.h>
+#include <window/storedserieswatch.h>
+
+#include <QEvent>
+#include <QMenu>
+
+namespace {
+
+// With the tree beside it the plot keeps some 400 pixels.
+constexpr int narrowestWindow = 560;
+
+}
+
+SeriesDock::SeriesDock(DeskWindow* window)
+    : FoldingDock(tr("Series"), QStringLiteral("seriesDock"), narrowestWindow, window)
+    , m_window(window)
+    , m_model(new SeriesTreeModel(this))
+    , m_view(new SeriesTreeView(m_model, this))
+    , m_overlays(new SeriesOverlays(window->plot(), window->data(), this))
+{
+    setWidget(m_view);
+    setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    window->addDockWidget(Qt::LeftDockWidgetArea, this);
+    window->viewMenu().addSeparator();
+    addTo(window->viewMenu(),
+        {tr("S&eries"), {QKeySequence(QStringLiteral("Ctrl+E"))},
+            tr("Show or hide the tree of underlyings and expiries")});
+    connect(m_view, SIGNAL(chosen(int)), window, SLOT(chooseSeries(int)));
+    connect(m_model, SIGNAL(checksChanged()), this, SLOT(onChecksChanged()));
+    connect(window->plot(), SIGNAL(seriesReplaced()), this, SLOT(onSeriesReplaced()));
+    connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
+    onStoredSeriesChanged();
+}
+
+QStringList SeriesDock::unchecked() const
+{
+    return m_model->unchecked();
+}
+
+void SeriesDock::setUnchecked(const QStringList& names)
+{
+    m_model->setUnchecked(names);
+}
+
+void SeriesDock::finish()
+{
+    m_overlays->finish();
+}
+
+// What is on the screen first is complete.
+bool SeriesDock::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show && watched == m_window)
+        finish();
+    return FoldingDock::eventFilter(watched, event);
+}
+
+void SeriesDock::onStoredSeriesChanged()
+{
+    m_model->setSeries(m_window->data().series());
+    onSeriesReplaced();
+}
+
+void SeriesDock::onSeriesReplaced()
+{
+    const int chosen = m_window->futureIsinId();
+    // A series just imported is shown before the watch of the table tells of it.
+    if (!m_model->indexOf(chosen).isValid())
+        m_model->setSeries(m_window->data().series());
+    const bool isOther = chosen != m_model->chosen();
+    m_model->setChosen(chosen);
+    if (isOther)
+        m_view->setCurrentIndex(m_model->indexOf(chosen));
+    showOverlays();
+}
+
+void SeriesDock::onChecksChanged()
+{
+    const QStringList before = m_titles;
+    showOverlays();
+    auto* const legend = qobject_cast<PriceBased2dPlotLegend*>(m_window->plot()->legend());
+    for (const QString& title : qAsConst(m_titles)) {
+        if (legend && !before.contains(title)) {
+            m_overlays->finish();
+            legend->setCheckBoxChecked(title, true);
+        }
+    }
+    Q_EMIT checksChanged();
+}
+
+void SeriesDock::showOverlays()
+{
+    const QVector<SeriesBeside> beside
+        = m_window->shownSeries() ? m_model->beside() : QVector<SeriesBeside>();
+    m_titles.clear();
+    for (const SeriesBeside& series : beside)
+        m_titles.append(series.title);
+    m_overlays->show(beside, m_window->view(), m_window->given().asOf);
+}

@@ -1,0 +1,50 @@
+#include "seriestree/seriestreeview.h"
+
+#include "seriestree/expirylook.h"
+#include "seriestree/seriestreemodel.h"
+
+SeriesTreeView::SeriesTreeView(SeriesTreeModel* model, QWidget* parent)
+    : QTreeView(parent)
+    , m_model(model)
+{
+    setModel(model);
+    setAccessibleName(tr("Series"));
+    setAccessibleDescription(tr("Underlyings and their expiries"));
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setIconSize(QSize(ExpiryLook::swatchWidth, ExpiryLook::swatchHeight));
+    setIndentation(fontMetrics().height() * 3 / 4);
+    setFrameShape(QFrame::NoFrame);
+    connect(this, SIGNAL(pressed(QModelIndex)), this, SLOT(onPressed(QModelIndex)));
+    connect(this, SIGNAL(clicked(QModelIndex)), this, SLOT(onClicked(QModelIndex)));
+    connect(this, SIGNAL(activated(QModelIndex)), this, SLOT(onActivated(QModelIndex)));
+    connect(model, SIGNAL(modelReset()), this, SLOT(expandAll()));
+    expandAll();
+}
+
+QSize SeriesTreeView::sizeHint() const
+{
+    constexpr int rows = 12;
+    const int row = qMax(sizeHintForRow(0), fontMetrics().height());
+    return QSize(sizeHintForColumn(0) + 2 * frameWidth(), rows * row);
+}
+
+void SeriesTreeView::onPressed(const QModelIndex& index)
+{
+    m_pressedState = index.data(Qt::CheckStateRole);
+}
+
+// A click on the box comes as well, after it has changed the state.
+void SeriesTreeView::onClicked(const QModelIndex& index)
+{
+    if (index.data(Qt::CheckStateRole) == m_pressedState)
+        onActivated(index);
+}
+
+void SeriesTreeView::onActivated(const QModelIndex& index)
+{
+    const int series = m_model->seriesAt(index);
+    if (series > 0 && series != m_model->chosen())
+        Q_EMIT chosen(series);
+}
