@@ -49,9 +49,10 @@ public:
     /// Exception, with no quote lent, where it has no forward, or a given date is not before the expiry.
     ShownSeries show(int futureIsinId, const SeriesFacts& given);
 
-private:
+    /// Values a stored series as it is now and lends it nothing. Throws Exception as show() does.
     ShownSeries valued(int futureIsinId, const SeriesFacts& given) const;
 
+private:
     SqlStorage m_storage;
     FutureQuote m_quote;
 };

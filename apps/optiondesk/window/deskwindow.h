@@ -10,6 +10,7 @@
 
 class DeskPlot;
 class ElidedLabel;
+class PositionDesk;
 class QAction;
 class QActionGroup;
 class QMenu;
@@ -40,12 +41,15 @@ public:
     void importChain(const QString& fileName);
 
     DeskPlot* plot() const { return m_plot; }
+    PositionDesk* position() const { return m_position; }
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
 
 private Q_SLOTS:
     void onSeriesChosen(int futureIsinId);
     void onSeriesChanged();
     void onStoredSeriesChanged();
+    void onPositionChanged();
+    void say(const QString& text);
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
@@ -55,6 +59,8 @@ private Q_SLOTS:
 private:
     void createFileMenu();
     void createViewMenu();
+    void createPositionMenu();
+    void addViews(QMenu& menu);
     void addAxisModeActions(QMenu& menu);
     void addGridAction(QMenu& menu);
     void createToolBar();
@@ -71,11 +77,13 @@ private:
     std::optional<ShownSeries> m_shown;
 
     DeskPlot* m_plot;
+    PositionDesk* m_position;
     SeriesSelector* m_selector;
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
     QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
+    QAction* m_positionAction = nullptr;
     ViewActions* m_viewActions = nullptr;
 };

@@ -50,13 +50,6 @@ void findTime(ShownSeries* series)
     }
 }
 
-double volatilityAtForward(const ShownSeries& series)
-{
-    const double strike
-        = std::clamp(series.market.forward, series.smile->minStrike(), series.smile->maxStrike());
-    return series.smile->volatility(strike).value_or(0.0);
-}
-
 PriceRange strikesWithForward(const ShownSeries& series)
 {
     const QVector<OptionQuote>& quotes = series.data.options.quotes;
@@ -89,13 +82,21 @@ ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& gi
     return series;
 }
 
+double logDeviation(const ShownSeries& series)
+{
+    if (!series.smile)
+        return 0.0;
+    const double strike
+        = std::clamp(series.market.forward, series.smile->minStrike(), series.smile->maxStrike());
+    return series.smile->volatility(strike).value_or(0.0) * std::sqrt(series.market.time);
+}
+
 PriceRange visiblePrices(const ShownSeries& series)
 {
     const PriceRange strikes = strikesWithForward(series);
     PriceRange range = strikes;
     if (series.smile) {
-        const double deviation = volatilityAtForward(series) * std::sqrt(series.market.time);
-        const double factor = std::exp(visibleDeviations * deviation);
+        const double factor = std::exp(visibleDeviations * logDeviation(series));
         const PriceRange near{std::max(strikes.low, series.market.forward / factor),
             std::min(strikes.high, series.market.forward * factor)};
         if (holdsPoints(near, series))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chain/optionchain.h>
+#include <position/profile.h>
 #include <pricing/seriesanalysis.h>
 #include <pricing/smile.h>
 
@@ -50,11 +51,17 @@ struct ShownSeries {
     Pricing::SeriesAnalysis analysis;
     /// Empty where no option has an implied volatility.
     std::optional<Pricing::Smile> smile;
+    /// Of the underlying, valued with this series; empty without a position.
+    Position::Profile position;
 };
 
 /// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
 /// Exception where there is none of the three.
 ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward);
+
+/// One standard deviation of the logarithm of the price until expiry: the smile's volatility at the forward,
+/// or at its end next to it, times the root of the time. 0 without a smile.
+double logDeviation(const ShownSeries& series);
 
 /// A range of prices.
 struct PriceRange {
