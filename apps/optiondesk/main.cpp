@@ -9,6 +9,7 @@
 #include "window/deskwindow.h"
 #include "window/picture.h"
 #include "window/platform.h"
+#include "window/positiondesk.h"
 #include "window/session.h"
 #include "window/texts.h"
 
@@ -88,6 +89,16 @@ std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
     return settings;
 }
 
+void openPositions(const CommandLine& options, PositionDesk& position)
+{
+    QString file = options.positionsFile;
+    if (file.isEmpty() && options.usesSettings)
+        file = Position::PositionFile::userFileName();
+    const QString problem = file.isEmpty() ? QString() : position.setFile(file);
+    if (!problem.isEmpty())
+        say(problem);
+}
+
 int run(const CommandLine& options)
 {
     std::unique_ptr<QuoteStream> quotes;
@@ -98,6 +109,7 @@ int run(const CommandLine& options)
     DeskWindow window(*session.data, options.view);
     if (settings)
         window.plot()->choices().setSettings(settings->host());
+    openPositions(options, *window.position());
     window.setAxisMode(options.axisMode);
     // The window's, like all its parts.
     new SeriesDock(&window);

@@ -3,10 +3,14 @@
 #include <basic_views/conversion.h>
 #include <plot2d/pricebased2dplotconverter.h>
 
+#include <QCoreApplication>
+
 #include <qwt_scale_engine.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <memory>
 
 namespace {
 
@@ -38,19 +42,71 @@ private:
     double m_quote;
 };
 
-Conversion* conversionFor(AxisMode mode, double quote)
+// Log-moneyness in standard deviations; prices that are not positive have none.
+class Deviations : public Conversion {
+public:
+    explicit Deviations(const AxisReference& reference)
+        : m_reference(reference)
+    {
+    }
+
+    double forward(double price) const override
+    {
+        if (!(price > 0.0))
+            return std::numeric_limits<double>::quiet_NaN();
+        return std::log(price / m_reference.quote) / m_reference.deviation;
+    }
+    double backward(double deviations) const override
+    {
+        return m_reference.quote * std::exp(deviations * m_reference.deviation);
+    }
+
+private:
+    AxisReference m_reference;
+};
+
+bool isPositive(double value)
 {
-    switch (mode) {
+    return std::isfinite(value) && value > 0.0;
+}
+
+std::unique_ptr<Conversion> conversionFor(AxisMode mode, const AxisReference& reference)
+{
+    switch (AxisModes::shown(mode, reference)) {
     case AxisMode::PointsFromQuote:
-        return new PointsFromQuote(quote);
+        return std::make_unique<PointsFromQuote>(reference.quote);
     case AxisMode::PercentOfQuote:
-        return new PercentOfQuote(quote);
+        return std::make_unique<PercentOfQuote>(reference.quote);
+    case AxisMode::Deviations:
+        return std::make_unique<Deviations>(reference);
     case AxisMode::Price:
         break;
     }
     return nullptr;
 }
 
+QString unitOf(AxisMode mode)
+{
+    if (mode == AxisMode::Deviations)
+        return QStringLiteral("\u03c3");
+    return mode == AxisMode::PercentOfQuote ? QStringLiteral("%") : QString();
+}
+
+// From the lowest price that has a deviation, far below all that trade.
+QwtInterval dividedRange(AxisMode mode, const AxisReference& reference, const QwtInterval& prices)
+{
+    constexpr double lowestDeviations = -12.0;
+    if (mode != AxisMode::Deviations)
+        return prices;
+    const double lowest = reference.quote * std::exp(lowestDeviations * reference.deviation);
+    return QwtInterval(std::max(prices.minValue(), lowest), prices.maxValue());
+}
+
+}
+
+bool operator==(const AxisReference& a, const AxisReference& b)
+{
+    return a.quote == b.quote && a.deviation == b.deviation;
 }
 
 const QVector<AxisModes::Description>& AxisModes::all()
@@ -59,6 +115,7 @@ const QVector<AxisModes::Description>& AxisModes::all()
         {AxisMode::Price, QStringLiteral("price"), QStringLiteral("&Prices")},
         {AxisMode::PointsFromQuote, QStringLiteral("points"), QStringLiteral("P&oints from the quote")},
         {AxisMode::PercentOfQuote, QStringLiteral("percent"), QStringLiteral("Per&cent of the quote")},
+        {AxisMode::Deviations, QStringLiteral("deviations"), QStringLiteral("&Deviations from the quote")},
     };
     return modes;
 }
@@ -70,21 +127,27 @@ std::optional<AxisMode> AxisModes::fromName(const QString& name)
     return mode == all().cend() ? std::nullopt : std::optional<AxisMode>(mode->mode);
 }
 
-void AxisModes::apply(AxisMode mode, double quote, PriceBased2dPlotConverter& converter)
+AxisMode AxisModes::shown(AxisMode mode, const AxisReference& reference)
 {
-    const bool usable = std::isfinite(quote) && quote > 0.0;
-    const AxisMode shown = usable ? mode : AxisMode::Price;
+    const bool isUsable
+        = isPositive(reference.quote) && (mode != AxisMode::Deviations || isPositive(reference.deviation));
+    return isUsable ? mode : AxisMode::Price;
+}
+
+void AxisModes::apply(AxisMode mode, const AxisReference& reference, PriceBased2dPlotConverter& converter)
+{
+    const AxisMode used = shown(mode, reference);
     // Labels are short where they are relative; the quote itself has as many digits as it needs.
     constexpr int priceDecimals = 10;
     constexpr int relativeDecimals = 4;
 
     converter.setConversionEnabled(false);
-    converter.setConvertionObject(conversionFor(shown, quote));
+    converter.setConvertionObject(conversionFor(used, reference).release());
     converter.setConversionMethod(&Conversion::forward);
-    converter.setMetricUnit(shown == AxisMode::PercentOfQuote ? QStringLiteral("%") : QString());
-    converter.setPlusSignShown(shown == AxisMode::PointsFromQuote);
-    converter.setDecimals(shown == AxisMode::Price ? priceDecimals : relativeDecimals);
-    converter.setConversionEnabled(shown != AxisMode::Price);
+    converter.setMetricUnit(unitOf(used));
+    converter.setPlusSignShown(used == AxisMode::PointsFromQuote || used == AxisMode::Deviations);
+    converter.setDecimals(used == AxisMode::Price ? priceDecimals : relativeDecimals);
+    converter.setConversionEnabled(used != AxisMode::Price);
 }
 
 double AxisModes::roundStep(AxisMode mode, double quote, double rangeOfPrices, int maxSteps)
@@ -96,15 +159,45 @@ double AxisModes::roundStep(AxisMode mode, double quote, double rangeOfPrices, i
     return QwtScaleArithmetic::divideInterval(range, maxSteps, decimalBase) * quote / 100.0;
 }
 
-QString AxisModes::axisTitle(AxisMode mode)
+std::optional<QwtScaleDiv> AxisModes::roundDivision(
+    AxisMode mode, const AxisReference& reference, const QwtInterval& prices, const Fineness& fineness)
+{
+    const std::unique_ptr<Conversion> conversion = conversionFor(mode, reference);
+    const QwtInterval divided = dividedRange(mode, reference, prices);
+    if (!conversion || !(divided.width() > 0.0))
+        return std::nullopt;
+    const double low = conversion->forward(divided.minValue());
+    const double high = conversion->forward(divided.maxValue());
+    // Narrower ranges have ticks that doubles cannot tell apart.
+    constexpr double finest = 1e-9;
+    const bool isDivisible = std::isfinite(low) && std::isfinite(high)
+        && high - low > finest * std::max(std::abs(low), std::abs(high)) && fineness.maxMajorSteps > 0;
+    if (!isDivisible)
+        return std::nullopt;
+    const QwtScaleDiv relative
+        = QwtLinearScaleEngine().divideScale(low, high, fineness.maxMajorSteps, fineness.maxMinorSteps, 0.0);
+    QwtScaleDiv division(prices.minValue(), prices.maxValue());
+    for (int type = 0; type < QwtScaleDiv::NTickTypes; ++type) {
+        QList<double> ticks;
+        const QList<double> all = relative.ticks(type);
+        for (const double tick : all)
+            ticks.append(conversion->backward(tick));
+        division.setTicks(type, ticks);
+    }
+    return division;
+}
+
+QString AxisModes::axisTitle(AxisMode mode, const QString& prices)
 {
     switch (mode) {
     case AxisMode::PointsFromQuote:
-        return QStringLiteral("Strike, points from the quote");
+        return QCoreApplication::translate("AxisModes", "%1, points from the quote").arg(prices);
     case AxisMode::PercentOfQuote:
-        return QStringLiteral("Strike, percent of the quote");
+        return QCoreApplication::translate("AxisModes", "%1, percent of the quote").arg(prices);
+    case AxisMode::Deviations:
+        return QCoreApplication::translate("AxisModes", "%1, standard deviations from the quote").arg(prices);
     case AxisMode::Price:
         break;
     }
-    return QStringLiteral("Strike");
+    return prices;
 }

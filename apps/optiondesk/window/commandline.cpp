@@ -29,6 +29,7 @@ const auto sizeOption = QStringLiteral("size");
 const auto replayOption = QStringLiteral("replay");
 const auto speedOption = QStringLiteral("speed");
 const auto settingsOption = QStringLiteral("settings");
+const auto positionsOption = QStringLiteral("positions");
 const auto noSettingsOption = QStringLiteral("no-settings");
 
 Exception invalid(const QString& option, const QString& value, const QString& wanted)
@@ -66,8 +67,8 @@ QList<QCommandLineOption> dataOptions()
 
 QList<QCommandLineOption> pictureOptions()
 {
-    return {{viewOption, QStringLiteral("What to draw, volatility or value."), QStringLiteral("view"),
-                QStringLiteral("volatility")},
+    return {{viewOption, QStringLiteral("What to draw, volatility, value or position."),
+                QStringLiteral("view"), QStringLiteral("volatility")},
         {axisOption, QStringLiteral("What the strikes are shown as, ") + axisNames() + QLatin1Char('.'),
             QStringLiteral("mode"), AxisModes::all().constFirst().name},
         {pictureOption,
@@ -94,7 +95,11 @@ QList<QCommandLineOption> settingsOptions()
     return {{settingsOption,
                 QStringLiteral("Keep the choices made in the window in this <file> instead of the user's."),
                 QStringLiteral("file")},
-        {noSettingsOption, QStringLiteral("Neither use nor keep choices made in the window.")}};
+        {positionsOption, QStringLiteral("Keep the positions in this <file> instead of the user's."),
+            QStringLiteral("file")},
+        {noSettingsOption,
+            QStringLiteral("Neither use nor keep choices made in the window, nor positions without "
+                           "--positions.")}};
 }
 
 QString fileName(const QCommandLineParser& parser, const QString& option)
@@ -135,7 +140,9 @@ DeskView view(const QCommandLineParser& parser)
         return DeskView::Volatility;
     if (text == QLatin1String("value"))
         return DeskView::Value;
-    throw invalid(viewOption, text, QStringLiteral("volatility or value is needed"));
+    if (text == QLatin1String("position"))
+        return DeskView::Position;
+    throw invalid(viewOption, text, QStringLiteral("volatility, value or position is needed"));
 }
 
 AxisMode axisMode(const QCommandLineParser& parser)
@@ -217,6 +224,7 @@ CommandLine options(const QCommandLineParser& parser)
     result.replayFile = replayFile(parser);
     result.replaySpeed = replaySpeed(parser);
     result.settingsFile = settingsFile(parser);
+    result.positionsFile = fileName(parser, positionsOption);
     result.usesSettings = !parser.isSet(noSettingsOption);
     result.size = size(parser);
     return result;

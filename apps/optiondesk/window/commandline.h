@@ -10,7 +10,7 @@
 #include <optional>
 
 /// What the plot shows over the strikes.
-enum class DeskView { Volatility, Value };
+enum class DeskView { Volatility, Value, Position };
 
 /// What the user asks for on the command line; empty texts, invalid dates and empty optionals stand for
 /// options that were not given.
@@ -28,6 +28,8 @@ struct CommandLine {
     QString settingsFile;
     /// Whether there are settings at all.
     bool usesSettings = true;
+    /// Of the positions; the user's own file unless it is named, none of without settings.
+    QString positionsFile;
     /// Recorded quotes to replay into the window.
     QString replayFile;
     /// A factor on the recording's time; empty for as fast as possible.

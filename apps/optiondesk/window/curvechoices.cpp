@@ -20,7 +20,15 @@ const auto legendKey = QStringLiteral("legendItemKeys");
 // The views have other curves with the same data types.
 QString groupOf(DeskView view)
 {
-    return view == DeskView::Volatility ? QStringLiteral("volatility") : QStringLiteral("value");
+    switch (view) {
+    case DeskView::Volatility:
+        return QStringLiteral("volatility");
+    case DeskView::Value:
+        return QStringLiteral("value");
+    case DeskView::Position:
+        break;
+    }
+    return QStringLiteral("position");
 }
 
 QString colorKey(const QString& title)

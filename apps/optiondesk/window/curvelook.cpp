@@ -53,6 +53,12 @@ Look lookOf(CurveRole role)
         return {"Put value", 12, bluishGreen, 2.0, Qt::DashLine, 40.0};
     case CurveRole::MarketPrice:
         return {"Market price", PriceBased2dPlotCurve::markedType, orange, 1.0, Qt::SolidLine, 25.0};
+    case CurveRole::ProfitAtExpiry:
+        return {"Profit at expiry", 9, blue, 2.0, Qt::SolidLine, 40.0};
+    case CurveRole::ProfitToday:
+        return {"Profit today", 10, bluishGreen, 2.0, Qt::DashLine, 39.0};
+    case CurveRole::BreakEven:
+        return {"Break-even", PriceBased2dPlotCurve::markedType, black, 1.0, Qt::SolidLine, 42.0};
     case CurveRole::Forward:
         break;
     }
@@ -85,13 +91,20 @@ const QVector<CurveRole>& CurveLook::roles()
     static const QVector<CurveRole> all{CurveRole::Smile, CurveRole::StatedVolatility,
         CurveRole::BidVolatility, CurveRole::AskVolatility, CurveRole::BidAskBand,
         CurveRole::ImpliedVolatility, CurveRole::CallValue, CurveRole::PutValue, CurveRole::MarketPrice,
-        CurveRole::Forward};
+        CurveRole::ProfitAtExpiry, CurveRole::ProfitToday, CurveRole::BreakEven, CurveRole::Forward};
     return all;
 }
 
 QString CurveLook::title(CurveRole role)
 {
     return QString::fromLatin1(lookOf(role).title);
+}
+
+bool CurveLook::isOverStrikes(const QString& title)
+{
+    const auto roles = {CurveRole::ProfitAtExpiry, CurveRole::ProfitToday, CurveRole::BreakEven};
+    return std::none_of(
+        roles.begin(), roles.end(), [&title](CurveRole role) { return CurveLook::title(role) == title; });
 }
 
 int CurveLook::dataType(CurveRole role)

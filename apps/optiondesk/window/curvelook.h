@@ -17,6 +17,10 @@ const QVector<CurveRole>& roles();
 /// The curve's title, which names it in the legend.
 QString title(CurveRole role);
 
+/// Whether the prices under the curve of this title are strikes; those under a profit are prices of the
+/// future.
+bool isOverStrikes(const QString& title);
+
 /// One of the data types of PriceBased2dPlotCurve or BandCurve's, no two the same in one view.
 int dataType(CurveRole role);
 

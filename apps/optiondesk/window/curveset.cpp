@@ -1,5 +1,6 @@
 #include "window/curveset.h"
 
+#include "window/positioncurves.h"
 #include "window/shownquotes.h"
 
 #include <algorithm>
@@ -105,6 +106,8 @@ QVector<CurveSamples> smoothValues(const ShownSeries& series, const QVector<doub
 
 QVector<CurveSamples> quotedCurves(const ShownSeries& series, DeskView view)
 {
+    if (view == DeskView::Position)
+        return {PositionCurves::breakEvens(series)};
     if (view == DeskView::Value)
         return {{CurveRole::MarketPrice, {}, markedPoints(series, &VolatilityPoint::price)}};
     const QVector<QPointF> bids = quotedVolatilities(series, &OptionQuote::bid);
@@ -176,6 +179,8 @@ QVector<double> CurveSet::smileStrikes(const ShownSeries& series, const PlotPoin
 QVector<CurveSamples> CurveSet::smoothCurves(
     const ShownSeries& series, DeskView view, const QVector<double>& strikes)
 {
+    if (view == DeskView::Position)
+        return PositionCurves::smooth(series, strikes);
     if (!series.smile)
         return {};
     return view == DeskView::Volatility ? smoothVolatilities(series, strikes) : smoothValues(series, strikes);

@@ -20,6 +20,9 @@ enum class CurveRole {
     CallValue,
     PutValue,
     MarketPrice,
+    ProfitAtExpiry,
+    ProfitToday,
+    BreakEven,
     Forward
 };
 
@@ -28,7 +31,8 @@ enum class CurveRole {
 struct CurveSamples {
     CurveRole role = CurveRole::Smile;
     QVector<QPointF> samples;
-    /// Instead of samples for the roles whose points can carry markers (ImpliedVolatility, MarketPrice).
+    /// Instead of samples for the roles whose points can carry markers (ImpliedVolatility, MarketPrice,
+    /// BreakEven).
     QVector<PriceBased2dPlotPoint> points;
 
     bool isEmpty() const { return samples.isEmpty() && points.isEmpty(); }
@@ -38,13 +42,13 @@ struct CurveSamples {
 namespace CurveSet {
 
 /// The curves of a view in the order of a legend, those without samples left out. The smooth ones are
-/// evaluated at the given strikes, those outside the smile left out.
+/// evaluated at the given strikes, volatilities and values outside the smile left out.
 QVector<CurveSamples> curves(const ShownSeries& series, DeskView view, const QVector<double>& strikes);
 
 /// The same, evaluated at smileStrikes().
 QVector<CurveSamples> curves(const ShownSeries& series, DeskView view);
 
-/// Of the curves only the smooth ones: the fitted smile, or the theoretical values.
+/// Of the curves only the smooth ones: the fitted smile, the theoretical values, or profit and loss.
 QVector<CurveSamples> smoothCurves(const ShownSeries& series, DeskView view, const QVector<double>& strikes);
 
 /// The strikes to evaluate the smile at: ascending, a few hundred, densest among the prices shown first, with

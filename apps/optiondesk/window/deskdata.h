@@ -49,7 +49,7 @@ public:
     /// Exception, with no quote lent, where it has no forward, or a given date is not before the expiry.
     ShownSeries show(int futureIsinId, const SeriesFacts& given);
 
-    /// Values a stored series as it is now, as show() does, and lends nothing.
+    /// Values a stored series as it is now and lends it nothing. Throws Exception as show() does.
     ShownSeries valued(int futureIsinId, const SeriesFacts& given) const;
 
 private:

@@ -5,6 +5,7 @@
 #include "window/curvewalk.h"
 #include "window/desklegend.h"
 #include "window/percentconversion.h"
+#include "window/positioncurves.h"
 #include "window/texts.h"
 
 #include <basic_models/filterparams.h>
@@ -30,6 +31,24 @@ namespace {
 
 // Of the height, above and below the curves.
 constexpr double verticalMargin = 0.05;
+
+PriceRange firstPrices(const ShownSeries& series, DeskView view)
+{
+    return view == DeskView::Position ? PositionCurves::visiblePrices(series) : visiblePrices(series);
+}
+
+QString valueTitle(DeskView view)
+{
+    switch (view) {
+    case DeskView::Volatility:
+        return DeskPlot::tr("Volatility");
+    case DeskView::Value:
+        return DeskPlot::tr("Value");
+    case DeskView::Position:
+        break;
+    }
+    return DeskPlot::tr("Profit and loss");
+}
 
 PriceInterval intervalOf(const ShownSeries& series)
 {
@@ -68,6 +87,8 @@ DeskPlot::DeskPlot(QWidget* parent)
     , m_legend(new DeskLegend(this))
     , m_points(new PriceBased2dPlotPointManager(true, this))
     , m_curves(*this)
+    , m_axis(*this)
+    , m_marks(*this)
 {
     setUpItems();
     setUpFonts();
@@ -137,6 +158,7 @@ void DeskPlot::removeCurves()
 {
     m_series.reset();
     m_curves.clear();
+    m_marks.hide();
     setCurKotirEnabled(false);
 }
 
@@ -177,6 +199,8 @@ QVector<double> DeskPlot::strikesToEvaluate()
 {
     m_refineTimer.stop();
     m_sampledPrices = axisScaleDiv(xBottom).interval();
+    if (m_view == DeskView::Position)
+        return PositionCurves::prices(*m_series, {m_sampledPrices.minValue(), m_sampledPrices.maxValue()});
     return CurveSet::smileStrikes(*m_series,
         {m_points->calcPlotPoints(true), priceInterval().minStep,
             {m_sampledPrices.minValue(), m_sampledPrices.maxValue()}});
@@ -192,43 +216,26 @@ void DeskPlot::refineCurves()
 void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
 {
     const bool volatility = view == DeskView::Volatility;
-    m_forward = series.market.forward;
-    applyAxisMode();
-    setAxisTitle(yLeft, volatility ? QStringLiteral("Volatility") : QStringLiteral("Value"));
-    if (auto* const draw = dynamic_cast<PriceBased2dPlotScaleDraw*>(axisScaleDraw(yLeft)))
-        showAsPercent(*draw, volatility);
-    showAsPercent(*m_picker, volatility);
+    m_axis.setName(view == DeskView::Position ? tr("Price") : tr("Strike"));
+    m_axis.setReference({series.market.forward, logDeviation(series)});
+    m_axis.apply();
+    setAxisTitle(yLeft, valueTitle(view));
+    auto* const draw = dynamic_cast<PriceBased2dPlotScaleDraw*>(axisScaleDraw(yLeft));
+    for (PriceBased2dPlotConverter* const converter :
+        {static_cast<PriceBased2dPlotConverter*>(draw), static_cast<PriceBased2dPlotConverter*>(m_picker)}) {
+        if (!converter)
+            continue;
+        showAsPercent(*converter, volatility);
+        converter->setPlusSignShown(view == DeskView::Position);
+    }
     m_picker->setDecimals(volatility ? 2 : series.data.decimals + 1);
-    m_firstPrices = visiblePrices(series);
-    makeRoomForLabels(series.market.forward);
-}
-
-void DeskPlot::applyAxisMode()
-{
-    setAxisTitle(xBottom, AxisModes::axisTitle(m_axisMode));
-    auto* const draw = dynamic_cast<PriceBased2dPlotScaleDraw*>(axisScaleDraw(xBottom));
-    if (draw)
-        AxisModes::apply(m_axisMode, m_forward, *draw);
-    constexpr short hostDecimals = 5;
-    const bool relative = conversionEnabled(xBottom);
-    setRescaleFactor(relative ? decimal::fromDouble(m_forward, hostDecimals) : decimal::zero);
-}
-
-// Whatever set the scale left the step to the axis, which knows prices alone. From another quote the same
-// step leads to other ticks.
-void DeskPlot::chooseRoundStep(bool quoteMoved)
-{
-    updateAxes();
-    const QwtInterval prices = axisScaleDiv(xBottom).interval();
-    const double step = AxisModes::roundStep(m_axisMode, m_forward, prices.width(), axisMaxMajor(xBottom));
-    if (quoteMoved || step != axisStepSize(xBottom))
-        setAxisScale(xBottom, prices.minValue(), prices.maxValue(), step);
+    m_firstPrices = firstPrices(series, view);
+    m_axis.makeRoomForLabels(m_firstPrices);
 }
 
 void DeskPlot::replot()
 {
-    if (m_axisMode != AxisMode::Price && m_forward > 0.0)
-        chooseRoundStep(false);
+    m_axis.settleTicks(false);
     if (m_walk)
         m_walk->refresh();
     PriceBased2dPlot::replot();
@@ -238,49 +245,47 @@ void DeskPlot::replot()
 
 void DeskPlot::setAxisMode(AxisMode mode)
 {
-    m_axisMode = mode;
-    if (m_forward <= 0.0)
+    m_axis.setMode(mode);
+    if (m_axis.quote() <= 0.0)
         return;
-    applyAxisMode();
-    makeRoomForLabels(m_forward);
-    chooseRoundStep(true);
+    m_axis.apply();
+    m_axis.makeRoomForLabels(m_firstPrices);
+    m_axis.settleTicks(true);
     updateAxes();
     updateScaleLabels();
     updateAxisWidgets();
 }
 
-// Qwt makes room for the outermost labels of major ticks alone.
-void DeskPlot::makeRoomForLabels(double forward)
+void DeskPlot::showForward(const ShownSeries& series)
 {
-    const QFontMetrics metrics(axisFont(xBottom));
-    int widest = metrics.horizontalAdvance(xAxisConvertedValue(forward));
-    for (const double price : {m_firstPrices.low, m_firstPrices.high})
-        widest = std::max(widest, metrics.horizontalAdvance(xAxisConvertedValue(std::round(price))));
-    axisWidget(xBottom)->setMinBorderDist(widest / 2 + 2, widest / 2 + 2);
-    axisWidget(yLeft)->setMinBorderDist(metrics.height() / 2, metrics.height() / 2);
-}
-
-void DeskPlot::showForward(double forward)
-{
-    moveForward(forward);
+    moveForward(series);
     const QList<PriceBased2dPlotCurve*> lines = attachedCurves(PriceBased2dPlotCurve::quoteLineType);
     for (PriceBased2dPlotCurve* const line : lines)
         line->setVisible(true);
 }
 
 // Whether the label on the axis is shown is the line's affair.
-void DeskPlot::moveForward(double forward)
+void DeskPlot::moveForward(const ShownSeries& series)
 {
-    const bool moved = forward != m_forward;
-    m_forward = forward;
+    const double forward = series.market.forward;
+    const bool moved = m_axis.setReference({forward, logDeviation(series)});
     updateCurKotirPoints(0.0, 0.0, forward);
     setCurKotirValue(forward);
-    if (moved && m_axisMode != AxisMode::Price) {
-        applyAxisMode();
-        chooseRoundStep(true);
+    if (moved && m_axis.mode() != AxisMode::Price) {
+        m_axis.apply();
+        m_axis.settleTicks(true);
         updateAxisWidgets();
     }
     axisWidget(xBottom)->update();
+}
+
+void DeskPlot::setCurves(const ShownSeries& series)
+{
+    if (m_curves.set(CurveSet::curves(series, m_view, strikesToEvaluate()))) {
+        m_choices->apply(m_view);
+        m_legend->arrange(contentsRect().width());
+    }
+    m_marks.show(series, m_view);
 }
 
 void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView view)
@@ -295,7 +300,8 @@ void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView 
     setUpAxes(series, view);
     showFirstPrices();
     m_curves.set(CurveSet::curves(series, view, strikesToEvaluate()));
-    showForward(series.market.forward);
+    m_marks.show(series, view);
+    showForward(series);
     m_choices->apply(view);
     m_legend->arrange(contentsRect().width());
     resetView();
@@ -311,13 +317,9 @@ void DeskPlot::updateSeries(const ShownSeries& series)
     m_picker->setPriceStep();
     if (title().text() != Texts::title(series))
         setPlotTitle(Texts::title(series));
-    m_firstPrices = visiblePrices(series);
-    const bool changed = m_curves.set(CurveSet::curves(series, m_view, strikesToEvaluate()));
-    moveForward(series.market.forward);
-    if (changed) {
-        m_choices->apply(m_view);
-        m_legend->arrange(contentsRect().width());
-    }
+    m_firstPrices = firstPrices(series, m_view);
+    setCurves(series);
+    moveForward(series);
     updateYAxisScale();
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "window/axismode.h"
 #include "window/commandline.h"
 #include "window/curveset.h"
+#include "window/positionmarks.h"
+#include "window/priceaxis.h"
 #include "window/seriescurves.h"
 #include "window/shownseries.h"
 
@@ -39,8 +40,7 @@ public:
     /// view, the auto-scale and the choice of curves. Nothing without a series.
     void updateSeries(const ShownSeries& series);
 
-    /// What the labels of the price axis show from now on: prices, or prices relative to the forward, on
-    /// which the ticks are anchored then.
+    /// What the labels of the price axis show from now on: prices, or prices relative to the forward.
     void setAxisMode(AxisMode mode);
 
     /// After curves of other series have come, gone or changed: gives their entries in the legend the user's
@@ -91,11 +91,9 @@ private:
     void refineCurves();
     void showFirstPrices();
     void setUpAxes(const ShownSeries& series, DeskView view);
-    void makeRoomForLabels(double forward);
-    void applyAxisMode();
-    void chooseRoundStep(bool quoteMoved);
-    void showForward(double forward);
-    void moveForward(double forward);
+    void setCurves(const ShownSeries& series);
+    void showForward(const ShownSeries& series);
+    void moveForward(const ShownSeries& series);
     void setPlotTitle(const QString& text);
 
     DeskLegend* m_legend;
@@ -111,7 +109,7 @@ private:
     /// The visible prices that the smooth curves have their samples for; invalid when they need new ones.
     QwtInterval m_sampledPrices;
     QTimer m_refineTimer;
-    AxisMode m_axisMode = AxisMode::Price;
-    double m_forward = 0.0;
+    PriceAxis m_axis;
+    PositionMarks m_marks;
     PriceRange m_firstPrices;
 };

@@ -5,6 +5,7 @@
 #include "window/elidedlabel.h"
 #include "window/menuentry.h"
 #include "window/picture.h"
+#include "window/positiondesk.h"
 #include "window/seriesfollower.h"
 #include "window/seriesselector.h"
 #include "window/storedserieswatch.h"
@@ -27,6 +28,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     , m_data(deskData)
     , m_view(view)
     , m_plot(new DeskPlot(this))
+    , m_position(new PositionDesk(deskData, this))
     , m_selector(new SeriesSelector(this))
     , m_follower(new SeriesFollower(this))
     , m_status(new ElidedLabel(this))
@@ -34,6 +36,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     setCentralWidget(m_plot);
     createFileMenu();
     createViewMenu();
+    createPositionMenu();
     createToolBar();
     m_status->setContentsMargins(6, 0, 6, 0);
     statusBar()->addWidget(m_status, 1);
@@ -69,18 +72,7 @@ void DeskWindow::createViewMenu()
 {
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     QMenu& menu = *m_viewMenu;
-    auto* const views = new QActionGroup(this);
-    m_volatilityAction = addAction(
-        menu, tr("&Volatility"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
-    m_valueAction = addAction(
-        menu, tr("V&alue"), QStringLiteral("Ctrl+2"), tr("Show the options' value over the strikes"));
-    for (QAction* const action : {m_volatilityAction, m_valueAction}) {
-        action->setCheckable(true);
-        views->addAction(action);
-    }
-    (m_view == DeskView::Volatility ? m_volatilityAction : m_valueAction)->setChecked(true);
-    connect(views, SIGNAL(triggered(QAction*)), this, SLOT(onViewChosen(QAction*)));
-
+    addViews(menu);
     menu.addSeparator();
     addAxisModeActions(menu);
     menu.addSeparator();
@@ -89,13 +81,41 @@ void DeskWindow::createViewMenu()
     m_viewActions = new ViewActions(m_plot, &menu);
 }
 
+void DeskWindow::addViews(QMenu& menu)
+{
+    auto* const views = new QActionGroup(this);
+    m_volatilityAction = addAction(
+        menu, tr("&Volatility"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
+    m_valueAction = addAction(
+        menu, tr("V&alue"), QStringLiteral("Ctrl+2"), tr("Show the options' value over the strikes"));
+    m_positionAction = addAction(menu, tr("Pos&ition"), QStringLiteral("Ctrl+3"),
+        tr("Show profit and loss of the position over the price"));
+    const std::pair<QAction*, DeskView> all[] = {{m_volatilityAction, DeskView::Volatility},
+        {m_valueAction, DeskView::Value}, {m_positionAction, DeskView::Position}};
+    for (const auto& [action, view] : all) {
+        action->setCheckable(true);
+        action->setChecked(view == m_view);
+        action->setData(int(view));
+        views->addAction(action);
+    }
+    connect(views, SIGNAL(triggered(QAction*)), this, SLOT(onViewChosen(QAction*)));
+}
+
+void DeskWindow::createPositionMenu()
+{
+    m_position->addActions(menuBar()->addMenu(tr("&Position")));
+    m_position->setTableVisible(m_view == DeskView::Position);
+    connect(m_position, SIGNAL(changed()), this, SLOT(onPositionChanged()));
+    connect(m_position, SIGNAL(said(QString)), this, SLOT(say(QString)));
+}
+
 void DeskWindow::addAxisModeActions(QMenu& menu)
 {
     m_axisModes = new QActionGroup(this);
     int key = 1;
     for (const AxisModes::Description& mode : AxisModes::all()) {
         QAction* const action = addAction(menu, mode.menuText, QStringLiteral("Alt+%1").arg(key++),
-            tr("Label the price axis so: %1").arg(AxisModes::axisTitle(mode.mode)));
+            tr("Label the price axis so: %1").arg(AxisModes::axisTitle(mode.mode, tr("Strike"))));
         action->setCheckable(true);
         action->setChecked(mode.mode == AxisMode::Price);
         action->setData(int(mode.mode));
@@ -122,6 +142,7 @@ void DeskWindow::createToolBar()
     bar.addSeparator();
     bar.addAction(m_volatilityAction);
     bar.addAction(m_valueAction);
+    bar.addAction(m_positionAction);
     bar.addSeparator();
     bar.addAction(m_viewActions->autoScaleAction());
 }
@@ -130,6 +151,7 @@ void DeskWindow::showSeries(int futureIsinId, const SeriesFacts& given)
 {
     const SeriesFollower::OwnWrites ownWrites(*m_follower);
     ShownSeries shown = m_data.show(futureIsinId, given);
+    m_position->value(&shown, given.asOf);
     m_shown = std::move(shown);
     m_shown->filter = m_filter;
     m_futureIsinId = futureIsinId;
@@ -176,11 +198,26 @@ void DeskWindow::onSeriesChanged()
         const SeriesFollower::OwnWrites ownWrites(*m_follower);
         m_shown = m_data.show(m_futureIsinId, m_given);
         m_shown->filter = m_filter;
+        m_position->value(&*m_shown, m_given.asOf);
         m_plot->updateSeries(*m_shown);
         tellOfSeries();
     } catch (const Exception& error) {
         showReason(Texts::oneLine(error.text()));
     }
+}
+
+void DeskWindow::onPositionChanged()
+{
+    if (!m_shown)
+        return;
+    m_position->value(&*m_shown, m_given.asOf);
+    if (m_view == DeskView::Position)
+        m_plot->updateSeries(*m_shown);
+}
+
+void DeskWindow::say(const QString& text)
+{
+    statusBar()->showMessage(Texts::oneLine(text));
 }
 
 void DeskWindow::onStoredSeriesChanged()
@@ -224,7 +261,8 @@ void DeskWindow::chooseSeries(int futureIsinId)
 
 void DeskWindow::onViewChosen(QAction* action)
 {
-    m_view = action == m_valueAction ? DeskView::Value : DeskView::Volatility;
+    m_view = DeskView(action->data().toInt());
+    m_position->setTableVisible(m_view == DeskView::Position);
     draw();
 }
 

@@ -10,6 +10,7 @@
 
 class DeskPlot;
 class ElidedLabel;
+class PositionDesk;
 class QAction;
 class QActionGroup;
 class QMenu;
@@ -48,6 +49,7 @@ public:
     /// The chosen series, also where it cannot be shown; 0 before the first one.
     int futureIsinId() const { return m_futureIsinId; }
     /// Empty where the chosen series cannot be shown.
+    PositionDesk* position() const { return m_position; }
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
     const SeriesFacts& given() const { return m_given; }
     DeskView view() const { return m_view; }
@@ -66,6 +68,8 @@ Q_SIGNALS:
 private Q_SLOTS:
     void onSeriesChanged();
     void onStoredSeriesChanged();
+    void onPositionChanged();
+    void say(const QString& text);
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
@@ -75,6 +79,8 @@ private Q_SLOTS:
 private:
     void createFileMenu();
     void createViewMenu();
+    void createPositionMenu();
+    void addViews(QMenu& menu);
     void addAxisModeActions(QMenu& menu);
     void addGridAction(QMenu& menu);
     void createToolBar();
@@ -92,6 +98,7 @@ private:
     std::optional<ShownSeries> m_shown;
 
     DeskPlot* m_plot;
+    PositionDesk* m_position;
     SeriesSelector* m_selector;
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
@@ -99,5 +106,6 @@ private:
     QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
+    QAction* m_positionAction = nullptr;
     ViewActions* m_viewActions = nullptr;
 };

@@ -1,5 +1,7 @@
 #include "window/readout.h"
 
+#include "window/curvelook.h"
+
 #include <plot2d/plot2dcommon.h>
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
@@ -50,8 +52,10 @@ QString ReadOut::text(const PriceBased2dPlot& plot, const PriceBased2dPlotPicker
         return QString();
     const QPointF sample = curve.sample(index);
     const double price = plot.roundedXValue(sample.x());
-    return tr("%1\nStrike %2, %3 from the quote\n%4")
-        .arg(curve.title().text(),
-            keptInPlace(Plot2dCommon::fromDoubleToSystemStringShort(price, priceDecimals)),
-            distanceFromQuote(plot, price), picker.convertedValue(sample.y()));
+    const QString form = CurveLook::isOverStrikes(curve.title().text())
+        ? tr("%1\nStrike %2, %3 from the quote\n%4")
+        : tr("%1\nPrice %2, %3 from the quote\n%4");
+    return form.arg(curve.title().text(),
+        keptInPlace(Plot2dCommon::fromDoubleToSystemStringShort(price, priceDecimals)),
+        distanceFromQuote(plot, price), picker.convertedValue(sample.y()));
 }

@@ -91,13 +91,17 @@ double volatilityAtForward(const ShownSeries& series)
     return series.smile->volatility(strike).value_or(0.0);
 }
 
+double logDeviation(const ShownSeries& series)
+{
+    return volatilityAtForward(series) * std::sqrt(series.market.time);
+}
+
 PriceRange visiblePrices(const ShownSeries& series)
 {
     const PriceRange strikes = strikesWithForward(series);
     PriceRange range = strikes;
     if (series.smile) {
-        const double deviation = volatilityAtForward(series) * std::sqrt(series.market.time);
-        const double factor = std::exp(visibleDeviations * deviation);
+        const double factor = std::exp(visibleDeviations * logDeviation(series));
         const PriceRange near{std::max(strikes.low, series.market.forward / factor),
             std::min(strikes.high, series.market.forward * factor)};
         if (holdsPoints(near, series))

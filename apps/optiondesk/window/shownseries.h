@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chain/optionchain.h>
+#include <position/profile.h>
 #include <pricing/optionfilter.h>
 #include <pricing/seriesanalysis.h>
 #include <pricing/smile.h>
@@ -54,6 +55,8 @@ struct ShownSeries {
     /// Which options are shown (see ShownQuotes). What the smile is fitted to does not depend on it: the
     /// curve to compare quotes with must not move with the choice of those that one looks at.
     Pricing::OptionFilter filter;
+    /// Of the underlying, valued with this series; empty without a position.
+    Position::Profile position;
 };
 
 /// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
@@ -63,6 +66,10 @@ ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& gi
 /// The smile's volatility at the forward, at the nearest of its ends where the forward is outside; 0 without
 /// a smile.
 double volatilityAtForward(const ShownSeries& series);
+
+/// One standard deviation of the logarithm of the price until expiry: volatilityAtForward() times the root of
+/// the time.
+double logDeviation(const ShownSeries& series);
 
 /// A range of prices.
 struct PriceRange {

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "window/commandline.h"
+#include "window/shownseries.h"
+
+class PriceBased2dPlot;
+class QwtPlotMarker;
+class QwtPlotTextLabel;
+
+/// What the plot shows beside the curves of a position: the line of no profit, the prices at the break-even
+/// markers, and, where there is no position, what to do.
+class PositionMarks {
+public:
+    /// The plot owns the items and must outlive this object.
+    explicit PositionMarks(PriceBased2dPlot& plot);
+
+    /// Shows what belongs to a view of a series whose curves are on the plot, and hides all else.
+    void show(const ShownSeries& series, DeskView view);
+    void hide();
+
+private:
+    void labelMarkers(const ShownSeries& series);
+    void showHint(const QString& text);
+
+    PriceBased2dPlot& m_plot;
+    QwtPlotMarker* m_zeroLine;
+    QwtPlotTextLabel* m_hint;
+};
