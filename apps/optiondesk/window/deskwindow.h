@@ -10,6 +10,7 @@
 
 class DeskPlot;
 class ElidedLabel;
+class ExportActions;
 class QAction;
 class QActionGroup;
 class QMenu;
@@ -40,6 +41,7 @@ public:
     void importChain(const QString& fileName);
 
     DeskPlot* plot() const { return m_plot; }
+    ExportActions* exports() const { return m_exports; }
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
 
 private Q_SLOTS:
@@ -50,7 +52,7 @@ private Q_SLOTS:
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
     void onImport();
-    void onSavePicture();
+    void complain(const QString& title, const QString& text);
 
 private:
     void createFileMenu();
@@ -62,7 +64,6 @@ private:
     void draw();
     void tellOfSeries();
     void showReason(const QString& reason);
-    void complain(const QString& title, const QString& text);
 
     DeskData& m_data;
     DeskView m_view;
@@ -78,4 +79,5 @@ private:
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
     ViewActions* m_viewActions = nullptr;
+    ExportActions* m_exports = nullptr;
 };
