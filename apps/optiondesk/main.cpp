@@ -1,4 +1,6 @@
 #include "quotes/quotesdock.h"
+#include "output/picture.h"
+#include "output/plotexport.h"
 #include "replay/quotereplay.h"
 #include "replay/replayfile.h"
 #include "seriestree/seriesdock.h"
@@ -7,7 +9,6 @@
 #include "window/deskplot.h"
 #include "window/desksettings.h"
 #include "window/deskwindow.h"
-#include "window/picture.h"
 #include "window/platform.h"
 #include "window/positiondesk.h"
 #include "window/session.h"
@@ -41,14 +42,30 @@ int fail(const QString& reason, int exitCode)
     return exitCode;
 }
 
-int savePicture(DeskWindow& window, const CommandLine& options)
+void printPath(const QString& fileName)
+{
+    std::printf("%s\n", QFile::encodeName(QFileInfo(fileName).absoluteFilePath()).constData());
+}
+
+void exportPlot(DeskWindow& window, const CommandLine& options, const QString& fileName)
+{
+    const ExportOptions how{options.size, options.exportScale, AxisModes::axisTitle(AxisMode::Price)};
+    PlotExport::save(*window.plot(), *PlotExport::formatOf(fileName), how, fileName);
+    printPath(fileName);
+}
+
+int writeFiles(DeskWindow& window, const CommandLine& options)
 {
     try {
-        Picture::save(Picture::take(window, options.size), options.pictureFile);
+        if (!options.pictureFile.isEmpty()) {
+            Picture::save(Picture::take(window, options.size), options.pictureFile);
+            printPath(options.pictureFile);
+        }
+        for (const QString& fileName : options.exportFiles)
+            exportPlot(window, options, fileName);
     } catch (const Exception& error) {
         return fail(error.text(), failedOutput);
     }
-    std::printf("%s\n", QFile::encodeName(QFileInfo(options.pictureFile).absoluteFilePath()).constData());
     return success;
 }
 
@@ -118,8 +135,8 @@ int run(const CommandLine& options)
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())
         say(notice);
-    if (!options.pictureFile.isEmpty())
-        return savePicture(window, options);
+    if (asksForFiles(options))
+        return writeFiles(window, options);
     window.resize(options.size);
     window.show();
     std::unique_ptr<QuoteReplay> replay;
@@ -149,9 +166,9 @@ int main(int argc, char** argv)
     }
     if (commandLine.action == ParsedCommandLine::Action::Fail)
         return fail(commandLine.text, badInput);
-    if (Platform::isInvisible() && commandLine.options.pictureFile.isEmpty())
-        return fail(
-            QStringLiteral("there is no display; --picture draws the window into a file"), failedOutput);
+    if (Platform::isInvisible() && !asksForFiles(commandLine.options))
+        return fail(QStringLiteral("there is no display; --picture and --export write files without one"),
+            failedOutput);
     try {
         return run(commandLine.options);
     } catch (const Exception& error) {

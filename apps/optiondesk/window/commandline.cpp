@@ -1,6 +1,7 @@
 #include "window/commandline.h"
 
-#include "window/picture.h"
+#include "output/picture.h"
+#include "output/plotexport.h"
 
 #include <database/exception.h>
 
@@ -25,6 +26,8 @@ const auto viewOption = QStringLiteral("view");
 const auto axisOption = QStringLiteral("axis");
 const auto databaseOption = QStringLiteral("database");
 const auto pictureOption = QStringLiteral("picture");
+const auto exportOption = QStringLiteral("export");
+const auto scaleOption = QStringLiteral("scale");
 const auto sizeOption = QStringLiteral("size");
 const auto replayOption = QStringLiteral("replay");
 const auto speedOption = QStringLiteral("speed");
@@ -75,7 +78,17 @@ QList<QCommandLineOption> pictureOptions()
             QStringLiteral("Save a picture of the window in this <file>, in the format of its suffix (PNG "
                            "without one), print its path and quit."),
             QStringLiteral("file")},
-        {sizeOption, QStringLiteral("The <size> of window or picture in pixels, 200x150 to 10000x10000."),
+        {exportOption,
+            QStringLiteral(
+                "Write the plot into this <file>, a picture (png), a drawing (svg), a page (pdf) or "
+                "the curves' samples (csv) by its suffix, print its path and quit; also several "
+                "times."),
+            QStringLiteral("file")},
+        {scaleOption, QStringLiteral("How many times larger an exported png is than its size, 1 to 4."),
+            QStringLiteral("scale"), QStringLiteral("1")},
+        {sizeOption,
+            QStringLiteral(
+                "The <size> of window, picture or exported plot in pixels, 200x150 to 10000x10000."),
             QStringLiteral("size"), QStringLiteral("1000x640")}};
 }
 
@@ -162,6 +175,29 @@ QString pictureFile(const QCommandLineParser& parser)
     return name;
 }
 
+QStringList exportFiles(const QCommandLineParser& parser)
+{
+    const QStringList names = parser.values(exportOption);
+    for (const QString& name : names) {
+        if (!PlotExport::formatOf(name))
+            throw invalid(exportOption, name,
+                QStringLiteral("the suffix is none of ") + PlotExport::suffixes().join(QStringLiteral(", ")));
+    }
+    return names;
+}
+
+int exportScale(const QCommandLineParser& parser)
+{
+    const QString text = parser.value(scaleOption);
+    bool ok = false;
+    const int value = text.toInt(&ok);
+    if (!ok || value < PlotExport::smallestScale || value > PlotExport::largestScale)
+        throw invalid(scaleOption, text, QStringLiteral("a whole number from 1 to 4 is needed"));
+    if (parser.isSet(scaleOption) && !parser.isSet(exportOption))
+        throw invalid(scaleOption, text, QStringLiteral("a file to --export is needed"));
+    return value;
+}
+
 QSize size(const QCommandLineParser& parser)
 {
     static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{1,5})x([0-9]{1,5})\\z"));
@@ -177,9 +213,11 @@ QSize size(const QCommandLineParser& parser)
 QString replayFile(const QCommandLineParser& parser)
 {
     QString name = fileName(parser, replayOption);
-    if (!name.isEmpty() && parser.isSet(pictureOption))
-        throw invalid(
-            replayOption, name, QStringLiteral("a window is needed, not a picture as of --picture"));
+    for (const QString& output : {pictureOption, exportOption}) {
+        if (!name.isEmpty() && parser.isSet(output))
+            throw invalid(
+                replayOption, name, QStringLiteral("a window is needed, no file as of --") + output);
+    }
     return name;
 }
 
@@ -221,6 +259,8 @@ CommandLine options(const QCommandLineParser& parser)
     result.axisMode = axisMode(parser);
     result.databaseFile = fileName(parser, databaseOption);
     result.pictureFile = pictureFile(parser);
+    result.exportFiles = exportFiles(parser);
+    result.exportScale = exportScale(parser);
     result.replayFile = replayFile(parser);
     result.replaySpeed = replaySpeed(parser);
     result.settingsFile = settingsFile(parser);

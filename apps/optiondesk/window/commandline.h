@@ -24,6 +24,10 @@ struct CommandLine {
     AxisMode axisMode = AxisMode::Price;
     QString databaseFile;
     QString pictureFile;
+    /// To write the plot into, in the formats of their suffixes.
+    QStringList exportFiles;
+    /// Pixels of an exported picture for each of its size: PlotExport::smallestScale to largestScale.
+    int exportScale = 1;
     /// Of the desk's settings; the user's own file unless it is named.
     QString settingsFile;
     /// Whether there are settings at all.
@@ -34,9 +38,15 @@ struct CommandLine {
     QString replayFile;
     /// A factor on the recording's time; empty for as fast as possible.
     std::optional<double> replaySpeed = 1.0;
-    /// Of the window or picture, in pixels: 200x150 to 10000x10000.
+    /// Of the window, picture or exported plot, in pixels: 200x150 to 10000x10000.
     QSize size = QSize(1000, 640);
 };
+
+/// Whether the command line asks for files instead of a window.
+inline bool asksForFiles(const CommandLine& options)
+{
+    return !options.pictureFile.isEmpty() || !options.exportFiles.isEmpty();
+}
 
 /// A command line, or what to say instead of running.
 struct ParsedCommandLine {

@@ -3,8 +3,8 @@
 #include "window/chainloader.h"
 #include "window/deskplot.h"
 #include "window/elidedlabel.h"
+#include "window/exportactions.h"
 #include "window/menuentry.h"
-#include "window/picture.h"
 #include "window/positiondesk.h"
 #include "window/seriesfollower.h"
 #include "window/seriesselector.h"
@@ -60,9 +60,10 @@ void DeskWindow::createFileMenu()
     connect(
         addAction(menu, tr("&Import..."), QStringLiteral("Ctrl+O"), tr("Import an option chain from a file")),
         SIGNAL(triggered()), this, SLOT(onImport()));
-    connect(
-        addAction(menu, tr("&Save picture..."), QStringLiteral("Ctrl+S"), tr("Save a picture of the window")),
-        SIGNAL(triggered()), this, SLOT(onSavePicture()));
+    menu.addSeparator();
+    m_exports = new ExportActions(m_plot, &menu);
+    connect(m_exports, SIGNAL(done(QString)), statusBar(), SLOT(showMessage(QString)));
+    connect(m_exports, SIGNAL(failed(QString, QString)), this, SLOT(complain(QString, QString)));
     menu.addSeparator();
     connect(addAction(menu, tr("&Quit"), QStringLiteral("Ctrl+Q"), tr("Leave the option desk")),
         SIGNAL(triggered()), this, SLOT(close()));
@@ -177,6 +178,7 @@ void DeskWindow::tellOfSeries()
     if (!notice.isEmpty())
         status.prepend(notice + QStringLiteral(" \u00b7 "));
     m_status->setFullText(status);
+    m_exports->setDocumentName(Texts::documentName(m_shown->data));
     Q_EMIT shownChanged();
 }
 
@@ -320,21 +322,5 @@ void DeskWindow::onImport()
             complain(tr("Import"), error.text());
     } catch (const Exception& error) {
         complain(tr("Import"), error.text());
-    }
-}
-
-void DeskWindow::onSavePicture()
-{
-    const QImage image = Picture::take(*this, size());
-    QString fileName = QFileDialog::getSaveFileName(
-        this, tr("Save a picture"), QStringLiteral("optiondesk.png"), tr("Pictures (*.png *.jpg *.bmp)"));
-    if (fileName.isEmpty())
-        return;
-    try {
-        if (Picture::formatOf(fileName).isEmpty())
-            fileName += QStringLiteral(".png");
-        Picture::save(image, fileName);
-    } catch (const Exception& error) {
-        complain(tr("Save picture"), error.text());
     }
 }

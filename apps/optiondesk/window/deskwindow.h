@@ -10,6 +10,7 @@
 
 class DeskPlot;
 class ElidedLabel;
+class ExportActions;
 class PositionDesk;
 class QAction;
 class QActionGroup;
@@ -48,8 +49,9 @@ public:
     DeskData& data() const { return m_data; }
     /// The chosen series, also where it cannot be shown; 0 before the first one.
     int futureIsinId() const { return m_futureIsinId; }
-    /// Empty where the chosen series cannot be shown.
     PositionDesk* position() const { return m_position; }
+    ExportActions* exports() const { return m_exports; }
+    /// Empty where the chosen series cannot be shown.
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
     const SeriesFacts& given() const { return m_given; }
     DeskView view() const { return m_view; }
@@ -74,7 +76,7 @@ private Q_SLOTS:
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
     void onImport();
-    void onSavePicture();
+    void complain(const QString& title, const QString& text);
 
 private:
     void createFileMenu();
@@ -88,7 +90,6 @@ private:
     void draw();
     void tellOfSeries();
     void showReason(const QString& reason);
-    void complain(const QString& title, const QString& text);
 
     DeskData& m_data;
     DeskView m_view;
@@ -108,4 +109,5 @@ private:
     QAction* m_valueAction = nullptr;
     QAction* m_positionAction = nullptr;
     ViewActions* m_viewActions = nullptr;
+    ExportActions* m_exports = nullptr;
 };

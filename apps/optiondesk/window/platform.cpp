@@ -7,6 +7,8 @@
 
 #include <qwt_painter.h>
 
+#include <csignal>
+
 #include <unistd.h>
 
 namespace {
@@ -26,6 +28,8 @@ void nameRuntimeFolder()
 
 void Platform::prepare()
 {
+    // Where files may not be that large a write shall fail instead of ending the desk.
+    std::signal(SIGXFSZ, SIG_IGN);
     nameRuntimeFolder();
     displayMissing = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");

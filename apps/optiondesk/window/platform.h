@@ -3,8 +3,9 @@
 /// What the desk asks of the platform that it runs on.
 namespace Platform {
 
-/// To be called before the application object is made. Without a display the platform plugin that needs none
-/// is chosen, so that pictures are drawn all the same.
+/// To be called before the application object is made. A limit on the size of files no longer ends the
+/// process. Without a display the platform plugin that needs none is chosen, so that pictures are drawn all
+/// the same.
 void prepare();
 
 /// To be called once the application object is there: text of a usual size where no desktop says which, and

@@ -8,8 +8,7 @@ namespace {
 
 OptionChain readGivenChain(const CommandLine& options)
 {
-    return options.pictureFile.isEmpty() ? loadChain(options.chainFile, nullptr)
-                                         : readChain(options.chainFile);
+    return asksForFiles(options) ? readChain(options.chainFile) : loadChain(options.chainFile, nullptr);
 }
 
 }

@@ -96,6 +96,13 @@ QString Texts::seriesName(const SeriesData& data)
     return QStringLiteral("%1, expiry %2").arg(data.baseCode, expiry(data.options.expiry));
 }
 
+QString Texts::documentName(const SeriesData& data)
+{
+    return data.options.expiry.isValid()
+        ? data.baseCode + QLatin1Char(' ') + data.options.expiry.toString(Qt::ISODate)
+        : data.baseCode;
+}
+
 QString Texts::title(const ShownSeries& series)
 {
     QStringList parts{series.data.baseCode};

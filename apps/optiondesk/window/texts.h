@@ -13,6 +13,9 @@ QString expiry(const QDate& date);
 /// "WTI, expiry 14 Nov 2012", or the base code alone without an expiry.
 QString seriesName(const SeriesData& data);
 
+/// "WTI 2012-11-14", or the base code alone without an expiry: a name for documents that sorts by date.
+QString documentName(const SeriesData& data);
+
 /// "WTI · expiry 14 Nov 2012 · 44 days"; where the days do not come from dates, it says where from.
 QString title(const ShownSeries& series);
 

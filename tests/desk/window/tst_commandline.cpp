@@ -18,6 +18,7 @@ private Q_SLOTS:
     void readsSizes();
     void readsReplays_data();
     void readsReplays();
+    void readsExports();
     void refusesInOneLine_data();
     void refusesInOneLine();
     void printsHelpAndVersion();
@@ -151,6 +152,21 @@ void tst_commandline::readsReplays()
     QCOMPARE(line.options.replaySpeed.value_or(-1.0), speed);
 }
 
+void tst_commandline::readsExports()
+{
+    const CommandLine none = parsed({}).options;
+    QVERIFY(none.exportFiles.isEmpty());
+    QCOMPARE(none.exportScale, 1);
+    QVERIFY(!asksForFiles(none));
+    QVERIFY(asksForFiles(parsed({"--picture", "p.png"}).options));
+
+    const ParsedCommandLine line = parsed({"--export", "a.png", "--scale", "4", "--export=b.CSV"});
+    QCOMPARE(line.action, ParsedCommandLine::Action::Run);
+    QCOMPARE(line.options.exportFiles, (QStringList{"a.png", "b.CSV"}));
+    QCOMPARE(line.options.exportScale, 4);
+    QVERIFY(asksForFiles(line.options));
+}
+
 void tst_commandline::refusesInOneLine_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -181,6 +197,15 @@ void tst_commandline::refusesInOneLine_data()
     row("empty replay", {"--replay", ""}, "--replay");
     row("replay without value", {"--replay"}, "replay");
     row("replay into a picture", {"--replay", "q.csv", "--picture", "p.png"}, "--picture");
+    row("replay into a file", {"--replay", "q.csv", "--export", "p.svg"}, "--export");
+    row("empty export", {"--export", ""}, "--export");
+    row("unknown export", {"--export", "p.jpg"}, "p.jpg");
+    row("export without suffix", {"--export", "plot"}, "plot");
+    row("second export unknown", {"--export", "p.png", "--export", "p.xls"}, "p.xls");
+    row("scale alone", {"--scale", "2"}, "--export");
+    row("scale zero", {"--export", "p.png", "--scale", "0"}, "--scale");
+    row("scale too large", {"--export", "p.png", "--scale", "5"}, "--scale");
+    row("scale no whole number", {"--export", "p.png", "--scale", "1.5"}, "1.5");
     row("speed alone", {"--speed", "10"}, "--replay");
     row("speed", {"--replay", "q.csv", "--speed", "fast"}, "fast");
     row("speed zero", {"--replay", "q.csv", "--speed", "0"}, "--speed");
@@ -207,8 +232,9 @@ void tst_commandline::printsHelpAndVersion()
 
     const ParsedCommandLine help = parsed({"--help"});
     QCOMPARE(help.action, ParsedCommandLine::Action::PrintText);
-    for (const char* option : {"--chain", "--forward", "--asof", "--expiry", "--view", "--database",
-             "--picture", "--size", "--replay", "--speed", "--settings", "--no-settings"})
+    for (const char* option :
+        {"--chain", "--forward", "--asof", "--expiry", "--view", "--database", "--picture", "--export",
+            "--scale", "--size", "--replay", "--speed", "--settings", "--no-settings"})
         QVERIFY2(help.text.contains(QLatin1String(option)), option);
 }
 

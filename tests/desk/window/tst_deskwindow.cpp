@@ -101,8 +101,8 @@ void tst_deskwindow::saysWhatItShows()
 void tst_deskwindow::actionsHaveShortcutsAndTips()
 {
     QSet<QString> shortcuts;
-    const QStringList texts{
-        "Import...", "Save picture...", "Quit", "Volatility", "Value", "Auto-scale", "Reset view", "Grid"};
+    const QStringList texts{"Import...", "PNG picture...", "Print...", "Quit", "Volatility", "Value",
+        "Auto-scale", "Reset view", "Grid"};
     for (const QString& text : texts) {
         const QAction* one = action(text);
         QVERIFY2(!one->shortcut().isEmpty(), qPrintable(text));

@@ -1,22 +1,15 @@
-#include "window/picture.h"
+#include "output/picture.h"
+
+#include "output/wholefile.h"
 
 #include <database/exception.h>
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QPalette>
-#include <QSaveFile>
 #include <QWidget>
-
-namespace {
-
-Exception failure(const QString& fileName, const QString& reason)
-{
-    return Exception(QStringLiteral("%1: %2").arg(fileName, reason));
-}
-
-}
 
 QByteArray Picture::formatOf(const QString& fileName)
 {
@@ -58,12 +51,10 @@ QImage Picture::take(QWidget& window, const QSize& size)
 
 void Picture::save(const QImage& image, const QString& fileName)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        throw failure(fileName, file.errorString());
-    QImageWriter writer(&file, formatOf(fileName));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, formatOf(fileName));
     if (!writer.write(image))
-        throw failure(fileName, writer.errorString());
-    if (!file.commit())
-        throw failure(fileName, file.errorString());
+        throw Exception(QStringLiteral("%1: %2").arg(fileName, writer.errorString()));
+    WholeFile::write(fileName, bytes);
 }

@@ -1,7 +1,7 @@
-#include "desktest.h"
+#include "desk/window/desktest.h"
 #include "support/testmain.h"
 
-#include <window/picture.h>
+#include <output/picture.h>
 
 #include <database/exception.h>
 

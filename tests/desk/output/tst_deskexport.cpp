@@ -1,0 +1,215 @@
+#include "desk/window/deskrun.h"
+#include "desk/window/desktest.h"
+#include "support/testmain.h"
+
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <random>
+
+/// The program with --export: what it writes, says and answers, on no display.
+class tst_deskexport : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void writesEveryFormat();
+    void writesTheSize_data();
+    void writesTheSize();
+    void writesWhatIsAskedFor();
+    void isTheSameTableInEveryLocale();
+    void needsNoDisplay();
+    void refusesBadOptions_data();
+    void refusesBadOptions();
+    void failsAndKeepsTheOldFile_data();
+    void failsAndKeepsTheOldFile();
+    void failsOnAFullDisk();
+    void leavesWholeFilesWhenKilled();
+
+private:
+    DeskRun run(const QStringList& arguments) const { return runDesk(arguments, m_folder->path()); }
+    QString path(const char* name) const { return m_folder->filePath(QString::fromLatin1(name)); }
+    QByteArray content(const char* name) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_deskexport::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    DeskTest::write(path("good.csv"), DeskTest::csv());
+}
+
+QByteArray tst_deskexport::content(const char* name) const
+{
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void tst_deskexport::writesEveryFormat()
+{
+    const DeskRun result = run({"--chain", "good.csv", "--export", "a.png", "--export", "b.svg", "--export",
+        "c.pdf", "--export", "d.CSV", "--picture", "e.png"});
+    QVERIFY2(result.exitCode == 0, result.errors);
+    QCOMPARE(result.errors, QByteArray());
+    QByteArray paths;
+    for (const char* name : {"e.png", "a.png", "b.svg", "c.pdf", "d.CSV"})
+        paths += QFile::encodeName(QFileInfo(path(name)).absoluteFilePath()) + '\n';
+    QCOMPARE(result.output, paths);
+    QCOMPARE(QImage(path("a.png")).size(), QSize(1000, 640));
+    QVERIFY(content("b.svg").contains("</svg>"));
+    QVERIFY(content("c.pdf").startsWith("%PDF-1."));
+    QVERIFY(content("d.CSV").startsWith("Strike,Smile,Implied volatility\r\n"));
+    QCOMPARE(QImage(path("e.png")).size(), QSize(1000, 640));
+}
+
+void tst_deskexport::writesTheSize_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("usual") << QStringList{} << QSize(1000, 640);
+    QTest::newRow("small") << QStringList{"--size", "300x200"} << QSize(300, 200);
+    QTest::newRow("scaled") << QStringList{"--size", "300x200", "--scale", "3"} << QSize(900, 600);
+    QTest::newRow("large") << QStringList{"--size", "1920x1080", "--scale", "4"} << QSize(7680, 4320);
+}
+
+void tst_deskexport::writesTheSize()
+{
+    QFETCH(QStringList, arguments);
+    const DeskRun result = run(arguments + QStringList{"--export", "a.png"});
+    QVERIFY2(result.exitCode == 0, result.errors);
+    QTEST(QImage(path("a.png")).size(), "size");
+}
+
+void tst_deskexport::writesWhatIsAskedFor()
+{
+    QCOMPARE(run({"--chain", "good.csv", "--view", "value", "--export", "a.csv"}).exitCode, 0);
+    QVERIFY(content("a.csv").startsWith("Strike,Call value,Put value,Market price\r\n"));
+    QCOMPARE(run({"--chain", "good.csv", "--axis", "percent", "--export", "a.svg"}).exitCode, 0);
+    QVERIFY(content("a.svg").contains("percent of the quote"));
+    // The samples are prices in every mode.
+    QCOMPARE(run({"--chain", "good.csv", "--axis", "percent", "--export", "b.csv"}).exitCode, 0);
+    QCOMPARE(run({"--chain", "good.csv", "--export", "c.csv"}).exitCode, 0);
+    QCOMPARE(content("b.csv"), content("c.csv"));
+}
+
+void tst_deskexport::isTheSameTableInEveryLocale()
+{
+    QCOMPARE(run({"--chain", "good.csv", "--export", "a.csv"}).exitCode, 0);
+    QProcessEnvironment german = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"LC_ALL", "LANG", "LC_NUMERIC"})
+        german.insert(QString::fromLatin1(name), QStringLiteral("de_DE.UTF-8"));
+    QCOMPARE(runDesk({"--chain", "good.csv", "--export", "b.csv"}, m_folder->path(), german).exitCode, 0);
+    QVERIFY(!content("a.csv").isEmpty());
+    QCOMPARE(content("b.csv"), content("a.csv"));
+}
+
+void tst_deskexport::needsNoDisplay()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"})
+        environment.remove(QString::fromLatin1(name));
+    const DeskRun result = runDesk({"--export", "a.pdf"}, m_folder->path(), environment);
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.errors, QByteArray());
+    QVERIFY(content("a.pdf").startsWith("%PDF"));
+}
+
+void tst_deskexport::refusesBadOptions_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("format") << QStringList{"--export", "a.png", "--export", "a.gif"};
+    QTest::newRow("scale") << QStringList{"--export", "a.png", "--scale", "9"};
+    QTest::newRow("chain") << QStringList{"--export", "a.png", "--chain", "none.csv"};
+}
+
+void tst_deskexport::refusesBadOptions()
+{
+    QFETCH(QStringList, arguments);
+    DeskTest::write(path("a.png"), "old");
+    const DeskRun result = run(arguments);
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.errorLines().size() == 1, result.errors);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(content("a.png"), QByteArray("old"));
+}
+
+void tst_deskexport::failsAndKeepsTheOldFile_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("named");
+    QTest::newRow("no such folder") << QStringList{"--export", "none/a.png"} << QByteArray("none/a.png: ");
+    QTest::newRow("a folder") << QStringList{"--export", "taken.csv"} << QByteArray("taken.csv: ");
+    QTest::newRow("too large") << QStringList{"--export", "a.png", "--size", "10000x10000", "--scale", "4"}
+                               << QByteArray("a.png: a picture of 40000 by 40000");
+}
+
+void tst_deskexport::failsAndKeepsTheOldFile()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, named);
+    DeskTest::write(path("a.png"), "old");
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("taken.csv")));
+    const DeskRun result = run(arguments);
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errorLines().size() == 1, result.errors);
+    QVERIFY2(result.errors.startsWith("optiondesk: " + named), result.errors);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(content("a.png"), QByteArray("old"));
+}
+
+// No file may become larger than 4 kB there.
+void tst_deskexport::failsOnAFullDisk()
+{
+    DeskTest::write(path("a.png"), "old");
+    QProcess desk;
+    desk.setWorkingDirectory(m_folder->path());
+    desk.start(QStringLiteral("sh"),
+        {"-c", "ulimit -f 8; exec \"$@\"", "sh", OPTIONDESK_PROGRAM, "--no-settings", "--export", "a.png"});
+    QVERIFY(desk.waitForFinished(60000));
+    const QByteArray errors = desk.readAllStandardError();
+    QCOMPARE(desk.exitStatus(), QProcess::NormalExit);
+    QVERIFY2(desk.exitCode() == 1, errors);
+    QVERIFY2(errors.startsWith("optiondesk: a.png: ") && errors.count('\n') == 1, errors);
+    QCOMPARE(content("a.png"), QByteArray("old"));
+}
+
+// Mostly while it draws, now and then while it writes.
+void tst_deskexport::leavesWholeFilesWhenKilled()
+{
+    QCOMPARE(run({"--chain", "good.csv", "--export", "new.csv"}).exitCode, 0);
+    const QByteArray whole = content("new.csv");
+    constexpr unsigned seed = 815;
+    std::mt19937_64 random(seed);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(run({"--chain", "good.csv", "--export", "new.csv"}).exitCode, 0);
+    const auto usual = timer.elapsed();
+    int killed = 0;
+    for (int round = 0; round < 12; ++round) {
+        DeskTest::write(path("a.csv"), "old");
+        QProcess desk;
+        desk.setWorkingDirectory(m_folder->path());
+        desk.start(QStringLiteral(OPTIONDESK_PROGRAM),
+            {"--no-settings", "--chain", "good.csv", "--export", "a.csv"});
+        QVERIFY(desk.waitForStarted());
+        // Until some moment up to its usual end.
+        if (!desk.waitForFinished(int(qint64(random()) & 0xffff) * int(usual) / 0xffff)) {
+            desk.kill();
+            QVERIFY(desk.waitForFinished());
+            ++killed;
+        }
+        const QByteArray now = content("a.csv");
+        QVERIFY2(now == "old" || now == whole,
+            qPrintable(QStringLiteral("seed %1, round %2").arg(seed).arg(round)));
+    }
+    QVERIFY(killed > 0);
+    const QStringList files = QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden);
+    QVERIFY2(files.size() <= 3 + 1, qPrintable(files.join(QLatin1Char(' '))));
+}
+
+PLOT2D_TEST_MAIN(tst_deskexport)
+#include "tst_deskexport.moc"
