@@ -49,7 +49,7 @@ void printPath(const QString& fileName)
 
 void exportPlot(DeskWindow& window, const CommandLine& options, const QString& fileName)
 {
-    const ExportOptions how{options.size, options.exportScale, AxisModes::axisTitle(AxisMode::Price)};
+    const ExportOptions how{options.size, options.exportScale, window.plot()->priceTitle()};
     PlotExport::save(*window.plot(), *PlotExport::formatOf(fileName), how, fileName);
     printPath(fileName);
 }

@@ -53,6 +53,9 @@ public:
     /// Shows the prices that showSeries() begins with, with auto-scale on.
     void resetView();
 
+    /// What the prices of the curves are: strikes, or prices of the future.
+    const QString& priceTitle() const { return m_axis.name(); }
+
     /// What the user chooses about the curves.
     CurveChoices& choices() const { return *m_choices; }
 

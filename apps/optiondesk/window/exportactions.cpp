@@ -1,7 +1,6 @@
 #include "window/exportactions.h"
 
 #include "output/plotprint.h"
-#include "window/axismode.h"
 #include "window/deskplot.h"
 #include "window/menuentry.h"
 #include "window/texts.h"
@@ -175,7 +174,7 @@ void ExportActions::onScaleChosen(QAction* action)
 
 ExportOptions ExportActions::options() const
 {
-    return {m_plot->size(), m_scale, AxisModes::axisTitle(AxisMode::Price)};
+    return {m_plot->size(), m_scale, m_plot->priceTitle()};
 }
 
 QString ExportActions::suggestion(ExportFormat format) const

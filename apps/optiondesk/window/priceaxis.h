@@ -16,6 +16,7 @@ public:
 
     /// What the prices of the axis are called in its title.
     void setName(const QString& prices);
+    const QString& name() const { return m_name; }
     void setMode(AxisMode mode);
     AxisMode mode() const { return m_mode; }
     /// What the labels are relative to; whether that is something else than before.
