@@ -5,7 +5,8 @@
 QVector<QPointF> OverlaySamples::of(const ShownSeries& series, DeskView view)
 {
     constexpr int steps = 800;
-    if (!series.smile)
+    // A profit is that of the whole position.
+    if (!series.smile || view == DeskView::Position)
         return {};
     const PriceRange visible = visiblePrices(series);
     const double low = std::max(visible.low, series.smile->minStrike());

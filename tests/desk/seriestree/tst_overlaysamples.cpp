@@ -13,6 +13,7 @@ private Q_SLOTS:
     void staysInSight_data();
     void staysInSight();
     void nothingWithoutASmile();
+    void nothingBesideAPosition();
 };
 
 namespace {
@@ -76,6 +77,11 @@ void tst_overlaysamples::nothingWithoutASmile()
     series.smile.reset();
     for (const DeskView view : {DeskView::Volatility, DeskView::Value})
         QVERIFY(OverlaySamples::of(series, view).isEmpty());
+}
+
+void tst_overlaysamples::nothingBesideAPosition()
+{
+    QVERIFY(OverlaySamples::of(valued(DeskTest::chain()), DeskView::Position).isEmpty());
 }
 
 PLOT2D_TEST_MAIN(tst_overlaysamples)
