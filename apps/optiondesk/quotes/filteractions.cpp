@@ -38,6 +38,7 @@ FilterActions::FilterActions(DeskWindow* window, QMenu* menu)
             tr("Show puts below the forward and calls from it upwards alone; the smile stays fitted to all "
                "of these whatever is shown")},
         nullptr, 0);
+    m_outOfTheMoneyOnly->setIconText(tr("OTM"));
     connect(m_outOfTheMoneyOnly, SIGNAL(triggered()), this, SLOT(onTriggered()));
     filter.addSeparator();
     addSides(filter);

@@ -25,7 +25,7 @@ FilterBar::FilterBar(const FilterActions& actions, QWidget* parent)
     layout->setContentsMargins(4, 2, 4, 2);
     auto* const moneyness = new QToolButton(this);
     moneyness->setDefaultAction(actions.outOfTheMoneyOnly());
-    moneyness->setText(tr("OTM"));
+    moneyness->setObjectName(QStringLiteral("outOfTheMoneyOnly"));
     moneyness->setAutoRaise(true);
     moneyness->setFocusPolicy(Qt::TabFocus);
     moneyness->setAccessibleName(plainText(*actions.outOfTheMoneyOnly()));

@@ -29,20 +29,21 @@ namespace {
 // A year, so that a deviation is a factor of exp(0.2).
 const Market market{100.0, 1.0};
 constexpr double volatility = 0.2;
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 }
 
 void tst_optionfilter::deviations()
 {
-    QCOMPARE(deviationsFromForward(100.0, market, volatility).value_or(nan), 0.0);
+    QCOMPARE(deviationsFromForward(100.0, market, volatility).value_or(notANumber), 0.0);
     for (const double count : {-3.0, -1.0, 0.5, 2.0}) {
         const double strike = 100.0 * std::exp(count * volatility);
-        QVERIFY(std::abs(deviationsFromForward(strike, market, volatility).value_or(nan) - count) < 1e-12);
+        QVERIFY(
+            std::abs(deviationsFromForward(strike, market, volatility).value_or(notANumber) - count) < 1e-12);
         // Four times the time is twice the deviation.
         const Market later{100.0, 4.0};
-        QVERIFY(
-            std::abs(deviationsFromForward(strike, later, volatility).value_or(nan) - count / 2.0) < 1e-12);
+        QVERIFY(std::abs(deviationsFromForward(strike, later, volatility).value_or(notANumber) - count / 2.0)
+            < 1e-12);
     }
 }
 
@@ -58,7 +59,7 @@ void tst_optionfilter::noDeviations_data()
     QTest::newRow("no time") << 100.0 << 100.0 << 0.0 << 0.2;
     QTest::newRow("no volatility") << 100.0 << 100.0 << 1.0 << 0.0;
     QTest::newRow("negative volatility") << 100.0 << 100.0 << 1.0 << -0.2;
-    QTest::newRow("not a number") << 100.0 << 100.0 << 1.0 << nan;
+    QTest::newRow("not a number") << 100.0 << 100.0 << 1.0 << notANumber;
 }
 
 void tst_optionfilter::noDeviations()
@@ -122,7 +123,7 @@ void tst_optionfilter::limitsAreIncluded()
 void tst_optionfilter::unknownVolatilityLimitsNothing()
 {
     const OptionFilter filter{true, OptionSide::CallsAndPuts, 1};
-    for (const double unknown : {0.0, -1.0, nan})
+    for (const double unknown : {0.0, -1.0, notANumber})
         QVERIFY(Pricing::passes(filter, OptionType::Put, 1.0, market, unknown));
     QVERIFY(!Pricing::passes(filter, OptionType::Call, 1.0, market, 0.0));
 }

@@ -17,6 +17,8 @@
 #include <QAction>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QLayout>
+#include <QMenu>
 
 #include <qwt_legend_label.h>
 
