@@ -111,9 +111,11 @@ QString LegTexts::summary(const Profile& profile, int decimals)
     }
     if (!profile.isEmpty() && !today)
         parts.append(tr("no volatility to value the options with"));
-    if (profile.leftOut() > 0)
+    if (profile.leftOut() == 1)
+        parts.append(tr("1 leg left out: its series is not there or has no forward"));
+    else if (profile.leftOut() > 1)
         parts.append(
-            tr("%n leg(s) left out: the series is not there or has no forward", nullptr, profile.leftOut()));
+            tr("%1 legs left out: their series are not there or have no forward").arg(profile.leftOut()));
     return parts.join(separator);
 }
 

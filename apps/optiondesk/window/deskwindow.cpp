@@ -89,7 +89,7 @@ void DeskWindow::addViews(QMenu& menu)
         menu, tr("&Volatility"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
     m_valueAction = addAction(
         menu, tr("V&alue"), QStringLiteral("Ctrl+2"), tr("Show the options' value over the strikes"));
-    m_positionAction = addAction(menu, tr("Pos&ition"), QStringLiteral("Ctrl+3"),
+    m_positionAction = addAction(menu, tr("&Position"), QStringLiteral("Ctrl+3"),
         tr("Show profit and loss of the position over the price"));
     const std::pair<QAction*, DeskView> all[] = {{m_volatilityAction, DeskView::Volatility},
         {m_valueAction, DeskView::Value}, {m_positionAction, DeskView::Position}};

@@ -37,39 +37,31 @@ bool risesAt(const Position::Profile& position, double price)
         > position.atExpiry(std::max(price - step, step)).value_or(0.0);
 }
 
-QwtPlotMarker* newZeroLine(PriceBased2dPlot& plot)
+std::unique_ptr<QwtPlotMarker> newZeroLine()
 {
-    auto* const line = new QwtPlotMarker;
+    auto line = std::make_unique<QwtPlotMarker>();
     line->setLineStyle(QwtPlotMarker::HLine);
     line->setLinePen(QPen(QColor(Qt::black), 1.0));
     line->setYValue(0.0);
     line->setZ(zeroLineZ);
-    line->setVisible(false);
-    line->attach(&plot);
     return line;
-}
-
-QwtPlotTextLabel* newHint(PriceBased2dPlot& plot)
-{
-    auto* const hint = new QwtPlotTextLabel;
-    hint->setVisible(false);
-    hint->attach(&plot);
-    return hint;
 }
 
 }
 
 PositionMarks::PositionMarks(PriceBased2dPlot& plot)
     : m_plot(plot)
-    , m_zeroLine(newZeroLine(plot))
-    , m_hint(newHint(plot))
+    , m_zeroLine(newZeroLine())
+    , m_hint(std::make_unique<QwtPlotTextLabel>())
 {
 }
 
+PositionMarks::~PositionMarks() = default;
+
 void PositionMarks::hide()
 {
-    m_zeroLine->setVisible(false);
-    m_hint->setVisible(false);
+    m_zeroLine->detach();
+    m_hint->detach();
 }
 
 void PositionMarks::showHint(const QString& text)
@@ -82,7 +74,7 @@ void PositionMarks::showHint(const QString& text)
     hint.setRenderFlags(Qt::AlignCenter);
     hint.setBackgroundBrush(m_plot.canvasBackground());
     m_hint->setText(hint);
-    m_hint->setVisible(!text.isEmpty());
+    m_hint->attach(&m_plot);
 }
 
 void PositionMarks::labelMarkers(const ShownSeries& series)
@@ -107,7 +99,8 @@ void PositionMarks::show(const ShownSeries& series, DeskView view)
     if (view != DeskView::Position)
         return;
     const Position::Profile& position = series.position;
-    m_zeroLine->setVisible(!position.isEmpty());
+    if (!position.isEmpty())
+        m_zeroLine->attach(&m_plot);
     labelMarkers(series);
     if (position.isEmpty())
         showHint(position.leftOut() == 0

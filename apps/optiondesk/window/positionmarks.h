@@ -3,6 +3,8 @@
 #include "window/commandline.h"
 #include "window/shownseries.h"
 
+#include <memory>
+
 class PriceBased2dPlot;
 class QwtPlotMarker;
 class QwtPlotTextLabel;
@@ -11,8 +13,9 @@ class QwtPlotTextLabel;
 /// markers, and, where there is no position, what to do.
 class PositionMarks {
 public:
-    /// The plot owns the items and must outlive this object.
+    /// The plot must outlive this object.
     explicit PositionMarks(PriceBased2dPlot& plot);
+    ~PositionMarks();
 
     /// Shows what belongs to a view of a series whose curves are on the plot, and hides all else.
     void show(const ShownSeries& series, DeskView view);
@@ -23,6 +26,7 @@ private:
     void showHint(const QString& text);
 
     PriceBased2dPlot& m_plot;
-    QwtPlotMarker* m_zeroLine;
-    QwtPlotTextLabel* m_hint;
+    /// Attached to the plot while they are shown.
+    std::unique_ptr<QwtPlotMarker> m_zeroLine;
+    std::unique_ptr<QwtPlotTextLabel> m_hint;
 };
