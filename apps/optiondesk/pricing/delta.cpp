@@ -1,10 +1,18 @@
 #include "delta.h"
 
-#include <ql/pricingengines/blackcalculator.hpp>
-
 #include <cmath>
+#include <limits>
 
 namespace Pricing {
+
+namespace {
+
+double normalDistribution(double x)
+{
+    return std::erfc(-x / std::sqrt(2.0)) / 2.0;
+}
+
+}
 
 std::optional<double> blackDelta(OptionType type, double strike, const Market& market, double volatility)
 {
@@ -12,14 +20,12 @@ std::optional<double> blackDelta(OptionType type, double strike, const Market& m
     if (!market.isValid() || !std::isfinite(strike) || strike <= 0.0 || !std::isfinite(stdDev)
         || stdDev < 0.0)
         return std::nullopt;
-    const auto side = type == OptionType::Call ? QuantLib::Option::Call : QuantLib::Option::Put;
-    try {
-        const QuantLib::BlackCalculator calculator(side, strike, market.forward, stdDev, market.discount());
-        const double delta = calculator.deltaForward();
-        return std::isfinite(delta) ? std::optional<double>(delta) : std::nullopt;
-    } catch (const std::exception&) {
-        return std::nullopt;
-    }
+    // At the forward itself a call without volatility has no intrinsic value to gain or lose.
+    const double moneyness = std::log(market.forward / strike);
+    const double d1 = stdDev > 0.0
+        ? moneyness / stdDev + stdDev / 2.0
+        : std::copysign(std::numeric_limits<double>::infinity(), moneyness > 0.0 ? 1.0 : -1.0);
+    return market.discount() * (type == OptionType::Call ? normalDistribution(d1) : -normalDistribution(-d1));
 }
 
 }

@@ -3,6 +3,7 @@
 #include "quotes/quotesmodel.h"
 
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -61,6 +62,8 @@ void QuotesView::onReset()
     resizeColumnsToContents();
     updateGeometry();
     m_isFresh = true;
+    // The keyboard begins there, not in the first row; nothing is selected yet.
+    selectionModel()->setCurrentIndex(atTheMoney(), QItemSelectionModel::NoUpdate);
     showAtTheMoney();
 }
 
@@ -78,11 +81,17 @@ void QuotesView::paintEvent(QPaintEvent* event)
     QTableView::paintEvent(event);
 }
 
-void QuotesView::showAtTheMoney()
+QModelIndex QuotesView::atTheMoney() const
 {
     const QVector<QuotesRow>& rows = m_model->rows();
     for (int i = 0; i < rows.size(); ++i) {
         if (rows.at(i).isAtTheMoney)
-            scrollTo(m_model->index(i, 0), QAbstractItemView::PositionAtCenter);
+            return m_model->index(i, 0);
     }
+    return QModelIndex();
+}
+
+void QuotesView::showAtTheMoney()
+{
+    scrollTo(atTheMoney(), QAbstractItemView::PositionAtCenter);
 }

@@ -28,6 +28,7 @@ private Q_SLOTS:
 
 private:
     bool showColumns();
+    QModelIndex atTheMoney() const;
     void showAtTheMoney();
 
     QuotesModel* m_model;

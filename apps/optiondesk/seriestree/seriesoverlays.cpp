@@ -58,8 +58,12 @@ void SeriesOverlays::show(const QVector<SeriesBeside>& series, DeskView view, co
         delete overlay.curve;
         overlay.curve = nullptr;
     }
-    for (const SeriesBeside& look : series)
+    m_order.clear();
+    for (const SeriesBeside& look : series) {
+        m_order.append(look.futureIsinId);
         fill(added(look.futureIsinId));
+    }
+    m_isUnordered = false;
     m_plot->followOverlays();
 }
 
@@ -106,8 +110,7 @@ void SeriesOverlays::onTimeout()
     clock.start();
     while (!m_waiting.isEmpty() && clock.elapsed() < turnMilliseconds)
         valueNext();
-    if (m_plot)
-        m_plot->followOverlays();
+    followThem();
     if (!m_waiting.isEmpty())
         m_timer.start(int(clock.elapsed()));
 }
@@ -119,8 +122,23 @@ void SeriesOverlays::finish()
     m_timer.stop();
     while (!m_waiting.isEmpty())
         valueNext();
-    if (m_plot)
-        m_plot->followOverlays();
+    followThem();
+}
+
+// Entries of a legend stand in the order in which their curves were attached.
+void SeriesOverlays::followThem()
+{
+    if (!m_plot)
+        return;
+    for (const int futureIsinId : qAsConst(m_order)) {
+        OverlayCurve* const curve = m_isUnordered ? m_overlays.at(futureIsinId)->curve : nullptr;
+        if (!curve)
+            continue;
+        curve->detach();
+        curve->attach(m_plot);
+    }
+    m_isUnordered = false;
+    m_plot->followOverlays();
 }
 
 void SeriesOverlays::valueNext()
@@ -164,4 +182,5 @@ void SeriesOverlays::attach(Overlay& overlay)
     overlay.curve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
     overlay.curve->setLegendIconSize(legendIconSize);
     overlay.curve->attach(m_plot);
+    m_isUnordered = true;
 }

@@ -53,12 +53,17 @@ private:
     void valueNext();
     void attach(Overlay& overlay);
     void fill(Overlay& overlay);
+    void followThem();
 
     QPointer<DeskPlot> m_plot;
     const DeskData& m_data;
     DeskView m_view = DeskView::Volatility;
     QDate m_asOf;
     std::map<int, std::unique_ptr<Overlay>> m_overlays;
+    /// The series as they are listed.
+    QVector<int> m_order;
+    /// Whether curves have come that may stand elsewhere in the legend than their series here.
+    bool m_isUnordered = false;
     /// Series to value, in this order.
     QVector<int> m_waiting;
     QTimer m_timer;

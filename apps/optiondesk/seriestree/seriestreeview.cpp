@@ -3,6 +3,8 @@
 #include "seriestree/expirylook.h"
 #include "seriestree/seriestreemodel.h"
 
+#include <QKeyEvent>
+
 SeriesTreeView::SeriesTreeView(SeriesTreeModel* model, QWidget* parent)
     : QTreeView(parent)
     , m_model(model)
@@ -18,7 +20,6 @@ SeriesTreeView::SeriesTreeView(SeriesTreeModel* model, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     connect(this, SIGNAL(pressed(QModelIndex)), this, SLOT(onPressed(QModelIndex)));
     connect(this, SIGNAL(clicked(QModelIndex)), this, SLOT(onClicked(QModelIndex)));
-    connect(this, SIGNAL(activated(QModelIndex)), this, SLOT(onActivated(QModelIndex)));
     connect(model, SIGNAL(modelReset()), this, SLOT(expandAll()));
     expandAll();
 }
@@ -39,10 +40,19 @@ void SeriesTreeView::onPressed(const QModelIndex& index)
 void SeriesTreeView::onClicked(const QModelIndex& index)
 {
     if (index.data(Qt::CheckStateRole) == m_pressedState)
-        onActivated(index);
+        choose(index);
 }
 
-void SeriesTreeView::onActivated(const QModelIndex& index)
+// The view's own word for Enter comes of double clicks as well, as of two on a box.
+void SeriesTreeView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        choose(currentIndex());
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void SeriesTreeView::choose(const QModelIndex& index)
 {
     const int series = m_model->seriesAt(index);
     if (series > 0 && series != m_model->chosen())

@@ -20,12 +20,16 @@ Q_SIGNALS:
     /// The user has chosen a series that was not chosen before.
     void chosen(int futureIsinId);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private Q_SLOTS:
     void onPressed(const QModelIndex& index);
     void onClicked(const QModelIndex& index);
-    void onActivated(const QModelIndex& index);
 
 private:
+    void choose(const QModelIndex& index);
+
     SeriesTreeModel* m_model;
     /// That of the row under the mouse when it was pressed.
     QVariant m_pressedState;

@@ -74,6 +74,8 @@ void DeskLegend::arrange(int width)
     contentsWidget()->layout()->setEnabled(!all.isEmpty());
     // The legend itself puts all entries in one row and scrolls.
     setMaxColumns(uint(LegendColumns::thatFit(widths, spacing, width - reserve)));
+    // It would keep those of before when it gets narrower.
+    contentsWidget()->layout()->update();
 }
 
 const PriceBased2dPlotCurve* DeskLegend::curveOf(const QWidget* part) const

@@ -69,6 +69,8 @@ void tst_delta::ofTheIntrinsicValue()
     QCOMPARE(blackDelta(OptionType::Call, 110.0, market, 0.0).value_or(-9.0), 0.0);
     QCOMPARE(blackDelta(OptionType::Put, 110.0, market, 0.0).value_or(-9.0), -1.0);
     QCOMPARE(blackDelta(OptionType::Put, 90.0, market, 0.0).value_or(-9.0), 0.0);
+    QCOMPARE(blackDelta(OptionType::Call, 100.0, market, 0.0).value_or(-9.0), 0.0);
+    QCOMPARE(blackDelta(OptionType::Put, 100.0, market, 0.0).value_or(-9.0), -1.0);
 }
 
 void tst_delta::nothingForBadInput_data()

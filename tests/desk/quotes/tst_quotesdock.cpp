@@ -32,6 +32,7 @@ private Q_SLOTS:
     void cleanup();
     void listsTheChosenSeries();
     void showsAtTheMoneyFirst();
+    void theKeyboardBeginsThere();
     void aClickMarksThePoint();
     void arrowsMoveTheMark();
     void staysOnTheWalkedCurve();
@@ -149,6 +150,17 @@ void tst_quotesdock::showsAtTheMoneyFirst()
     const QRect row = m_view->visualRect(m_model->index(rowOf(DeskTest::forward), 0));
     const int middle = m_view->viewport()->height() / 2;
     QVERIFY2(std::abs(row.center().y() - middle) < 2 * row.height(), qPrintable(QString::number(row.y())));
+}
+
+void tst_quotesdock::theKeyboardBeginsThere()
+{
+    m_dock->toggleViewAction()->trigger();
+    m_dock->toggleViewAction()->trigger();
+    QVERIFY(m_view->hasFocus());
+    QCOMPARE(currentStrike(), 0.0);
+    QVERIFY(!mark()->isVisible());
+    QTest::keyClick(m_view, Qt::Key_Down);
+    QVERIFY(isMarked(102.5));
 }
 
 void tst_quotesdock::aClickMarksThePoint()
@@ -283,7 +295,7 @@ void tst_quotesdock::hiddenItDoesNothing()
     QTRY_VERIFY(updates.size() > 0);
     moveMouse(107.5, DeskTest::volatility(107.5));
     QCOMPARE(changes.size(), 0);
-    QVERIFY(!m_view->currentIndex().isValid());
+    QCOMPARE(currentStrike(), 0.0);
     m_dock->toggleViewAction()->trigger();
     QTRY_VERIFY(changes.size() > 0);
 }

@@ -33,7 +33,7 @@ private:
 
 namespace {
 
-constexpr int patience = 60000;
+constexpr int patience = 30000;
 
 // Of the second of three expiries.
 constexpr QRgb skyBlue = 0xff56b4e9;

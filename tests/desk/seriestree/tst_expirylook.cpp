@@ -56,7 +56,7 @@ void tst_expirylook::beginsAgain()
 
 void tst_expirylook::colorsAreApart()
 {
-    constexpr int least = 100;
+    constexpr int least = 75;
     for (int i = 0; i < ExpiryLook::count; ++i) {
         const QColor color = ExpiryLook::pen(i).color();
         QVERIFY2(distance(color, chosenSmile) > least, qPrintable(color.name()));

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void textIsPaintedAsByTheLabel();
     void columnsAreThoseOfTheSeriesShown();
     void nextSeriesIsLaidOut();
+    void allEntriesFitWhenItGetsNarrower();
     void menuOfTheMouse();
     void menuOfTheKeyboard();
     void noMenuElsewhere();
@@ -110,6 +111,20 @@ void tst_desklegend::nextSeriesIsLaidOut()
             QVERIFY(widget->width() >= widget->sizeHint().width());
             QVERIFY(m_desk->legend->rect().contains(
                 QRect(widget->mapTo(m_desk->legend, QPoint()), widget->size())));
+        }
+    }
+}
+
+void tst_desklegend::allEntriesFitWhenItGetsNarrower()
+{
+    QVERIFY(m_desk->showWindow(DeskView::Volatility, m_desk->quoted));
+    for (const int width : {1000, 600, 450, 900}) {
+        m_desk->plot->resize(width, 500);
+        const QList<PriceBased2dPlotCurve*> curves = m_desk->plot->attachedCurves(-1);
+        for (const PriceBased2dPlotCurve* curve : curves) {
+            const LabelWidget* widget = m_desk->entry(curve->title().text());
+            const auto place = [&] { return QRect(widget->mapTo(m_desk->legend, QPoint()), widget->size()); };
+            QTRY_VERIFY2(m_desk->legend->rect().contains(place()), qPrintable(QString::number(width)));
         }
     }
 }
