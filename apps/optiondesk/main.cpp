@@ -109,6 +109,7 @@ int run(const CommandLine& options)
         window.plot()->choices().setSettings(settings->host());
     openPositions(options, *window.position());
     window.setAxisMode(options.axisMode);
+    window.setSmileModel(options.smileModel);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())

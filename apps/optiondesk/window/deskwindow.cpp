@@ -75,6 +75,7 @@ void DeskWindow::createViewMenu()
     menu.addSeparator();
     addAxisModeActions(menu);
     menu.addSeparator();
+    addSmileModels(menu);
     addGridAction(menu);
     menu.addSeparator();
     m_viewActions = new ViewActions(m_plot, &menu);
@@ -121,6 +122,22 @@ void DeskWindow::addAxisModeActions(QMenu& menu)
         m_axisModes->addAction(action);
     }
     connect(m_axisModes, SIGNAL(triggered(QAction*)), this, SLOT(onAxisModeChosen(QAction*)));
+}
+
+void DeskWindow::addSmileModels(QMenu& menu)
+{
+    QMenu& models = *menu.addMenu(tr("S&mile"));
+    m_smileModels = new QActionGroup(this);
+    int key = 1;
+    for (const SmileModels::Description& model : SmileModels::all()) {
+        QAction* const action = addAction(models, model.menuText, QStringLiteral("Ctrl+Alt+%1").arg(key++),
+            tr("Fit the smile so: %1").arg(SmileModels::name(model.model)));
+        action->setCheckable(true);
+        action->setChecked(model.model == Pricing::SmileModel::Spline);
+        action->setData(int(model.model));
+        m_smileModels->addAction(action);
+    }
+    connect(m_smileModels, SIGNAL(triggered(QAction*)), this, SLOT(onSmileModelChosen(QAction*)));
 }
 
 void DeskWindow::addGridAction(QMenu& menu)
@@ -273,6 +290,24 @@ void DeskWindow::setAxisMode(AxisMode mode)
 void DeskWindow::onAxisModeChosen(QAction* action)
 {
     m_plot->setAxisMode(AxisMode(action->data().toInt()));
+}
+
+void DeskWindow::setSmileModel(Pricing::SmileModel model)
+{
+    const QList<QAction*> actions = m_smileModels->actions();
+    for (QAction* const action : actions) {
+        if (action->data().toInt() == int(model))
+            action->setChecked(true);
+    }
+    m_data.setSmileModel(model);
+    m_position->forgetOtherSeries();
+    if (m_shown)
+        onSeriesChanged();
+}
+
+void DeskWindow::onSmileModelChosen(QAction* action)
+{
+    setSmileModel(Pricing::SmileModel(action->data().toInt()));
 }
 
 void DeskWindow::onGridToggled(bool shown)

@@ -36,6 +36,9 @@ public:
     /// What the labels of the price axis show.
     void setAxisMode(AxisMode mode);
 
+    /// How smiles are fitted, now and from now on.
+    void setSmileModel(Pricing::SmileModel model);
+
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.
     void importChain(const QString& fileName);
@@ -53,6 +56,7 @@ private Q_SLOTS:
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
+    void onSmileModelChosen(QAction* action);
     void onImport();
     void onSavePicture();
 
@@ -63,6 +67,7 @@ private:
     void addViews(QMenu& menu);
     void addAxisModeActions(QMenu& menu);
     void addGridAction(QMenu& menu);
+    void addSmileModels(QMenu& menu);
     void createToolBar();
     QAction* addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip);
     void draw();
@@ -82,6 +87,7 @@ private:
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
     QActionGroup* m_axisModes = nullptr;
+    QActionGroup* m_smileModels = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
     QAction* m_positionAction = nullptr;

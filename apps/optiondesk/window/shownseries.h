@@ -49,6 +49,8 @@ struct ShownSeries {
     ForwardSource forwardSource = ForwardSource::Stated;
     TimeSource timeSource = TimeSource::Dates;
     Pricing::SeriesAnalysis analysis;
+    /// How the smile was to be fitted; it says itself whether it was.
+    Pricing::SmileModel smileModel = Pricing::SmileModel::Spline;
     /// Empty where no option has an implied volatility.
     std::optional<Pricing::Smile> smile;
     /// Of the underlying, valued with this series; empty without a position.
@@ -57,7 +59,8 @@ struct ShownSeries {
 
 /// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
 /// Exception where there is none of the three.
-ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward);
+ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward,
+    Pricing::SmileModel smileModel = Pricing::SmileModel::Spline);
 
 /// One standard deviation of the logarithm of the price until expiry: the smile's volatility at the forward,
 /// or at its end next to it, times the root of the time. 0 without a smile.
