@@ -131,6 +131,7 @@ int run(const CommandLine& options)
     // The window's, like all its parts.
     new SeriesDock(&window);
     new QuotesDock(&window);
+    window.setSmileModel(options.smileModel);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())

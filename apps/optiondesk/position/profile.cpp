@@ -11,6 +11,9 @@ namespace {
 constexpr double sameTime = 1.0 / (365.0 * 86400.0);
 // Of sums of prices, relative to their largest part.
 constexpr double relativeRounding = 1e-12;
+// Of the highest strike or forward. What the small difference of two futures' slopes brings about beyond is
+// no price that anybody waits for.
+constexpr double farthest = 10.0;
 
 bool isPrice(double price)
 {
@@ -198,7 +201,12 @@ QVector<BreakEven> Profile::breakEvens() const
     }
     profit.lastSlope = std::abs(corners.lastSlope) <= corners.slopeRounding ? 0.0 : corners.lastSlope;
     profit.rounding = corners.rounding;
-    return Position::breakEvens(profit);
+    QVector<BreakEven> found = Position::breakEvens(profit);
+    const double tooHigh = farthest * *std::max_element(profit.centres.begin(), profit.centres.end());
+    found.erase(std::remove_if(found.begin(), found.end(),
+                    [tooHigh](const BreakEven& each) { return each.low > tooHigh; }),
+        found.end());
+    return found;
 }
 
 std::optional<Pricing::Greeks> Profile::greeks() const

@@ -71,7 +71,8 @@ public:
     /// Where the profit at expiry has a corner: prices of the future of the series shown, ascending, each
     /// once.
     QVector<double> corners() const;
-    /// Of the profit at expiry, from a price of 0 upwards. None where atExpiry() has no value.
+    /// Of the profit at expiry, from a price of 0 upwards. None where atExpiry() has no value, and of legs of
+    /// several expiries none beyond ten times the highest strike or forward.
     QVector<BreakEven> breakEvens() const;
     /// What the profit at expiry gains per price beyond all strikes.
     double lastSlope() const;

@@ -80,6 +80,7 @@ Knots knots(const QVector<VolatilityPoint>& points)
 
 struct Smile::Curve {
     void setKnots(const Knots& knots);
+    void setModel(SmileModel model, const Knots& knots, const Market& market);
     double volatility(double strike) const;
 
     double minStrike = 0.0;
@@ -93,6 +94,9 @@ struct Smile::Curve {
     std::vector<double> logVolatilities;
     // Empty of one knot.
     QuantLib::Interpolation interpolation;
+    SmileModel model = SmileModel::Spline;
+    // Null for the spline.
+    std::function<double(double)> parametric;
 };
 
 void Smile::Curve::setKnots(const Knots& knots)
@@ -109,8 +113,23 @@ void Smile::Curve::setKnots(const Knots& knots)
             logStrikes.begin(), logStrikes.end(), logVolatilities.begin());
 }
 
+void Smile::Curve::setModel(SmileModel wanted, const Knots& knots, const Market& market)
+{
+    std::vector<double> strikes;
+    std::vector<double> volatilities;
+    for (std::size_t i = 0; i < knots.logStrikes.size(); ++i) {
+        strikes.push_back(std::exp(knots.logStrikes[i]));
+        volatilities.push_back(std::exp(knots.logVolatilities[i]));
+    }
+    parametric = parametricSmile(wanted, strikes, volatilities, market);
+    if (parametric)
+        model = wanted;
+}
+
 double Smile::Curve::volatility(double strike) const
 {
+    if (parametric)
+        return parametric(std::clamp(strike, minStrike, maxStrike));
     if (interpolation.empty())
         return std::exp(logVolatilities.front());
     const double logStrike = std::clamp(std::log(strike), logStrikes.front(), logStrikes.back());
@@ -124,6 +143,12 @@ Smile::Smile(std::shared_ptr<const Curve> curve)
 
 std::optional<Smile> Smile::fit(const QVector<VolatilityPoint>& points)
 {
+    return fit(points, SmileModel::Spline, Market());
+}
+
+std::optional<Smile> Smile::fit(
+    const QVector<VolatilityPoint>& points, SmileModel model, const Market& market)
+{
     const QVector<VolatilityPoint> usable = usablePoints(points);
     if (usable.isEmpty())
         return std::nullopt;
@@ -131,7 +156,9 @@ std::optional<Smile> Smile::fit(const QVector<VolatilityPoint>& points)
     curve->minStrike = usable.first().strike;
     curve->maxStrike = usable.last().strike;
     try {
-        curve->setKnots(knots(usable));
+        const Knots all = knots(usable);
+        curve->setKnots(all);
+        curve->setModel(model, all, market);
     } catch (const std::exception&) {
         return std::nullopt;
     }
@@ -150,6 +177,11 @@ std::optional<double> Smile::volatility(double strike) const
     if (!(strike >= m_curve->minStrike && strike <= m_curve->maxStrike))
         return std::nullopt;
     return m_curve->volatility(strike);
+}
+
+SmileModel Smile::model() const
+{
+    return m_curve->model;
 }
 
 double Smile::minStrike() const

@@ -24,6 +24,7 @@ const auto asOfOption = QStringLiteral("asof");
 const auto expiryOption = QStringLiteral("expiry");
 const auto viewOption = QStringLiteral("view");
 const auto axisOption = QStringLiteral("axis");
+const auto smileOption = QStringLiteral("smile");
 const auto databaseOption = QStringLiteral("database");
 const auto pictureOption = QStringLiteral("picture");
 const auto exportOption = QStringLiteral("export");
@@ -40,13 +41,26 @@ Exception invalid(const QString& option, const QString& value, const QString& wa
     return Exception(QStringLiteral("--%1 \"%2\": %3").arg(option, value, wanted));
 }
 
+QString enumeration(QStringList names)
+{
+    const QString last = names.takeLast();
+    return names.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
+}
+
 QString axisNames()
 {
     QStringList names;
     for (const AxisModes::Description& mode : AxisModes::all())
         names << mode.name;
-    const QString last = names.takeLast();
-    return names.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
+    return enumeration(names);
+}
+
+QString smileNames()
+{
+    QStringList names;
+    for (const SmileModels::Description& model : SmileModels::all())
+        names << model.key;
+    return enumeration(names);
 }
 
 QList<QCommandLineOption> dataOptions()
@@ -74,6 +88,8 @@ QList<QCommandLineOption> pictureOptions()
                 QStringLiteral("view"), QStringLiteral("volatility")},
         {axisOption, QStringLiteral("What the strikes are shown as, ") + axisNames() + QLatin1Char('.'),
             QStringLiteral("mode"), AxisModes::all().constFirst().name},
+        {smileOption, QStringLiteral("How the smile is fitted, ") + smileNames() + QLatin1Char('.'),
+            QStringLiteral("model"), SmileModels::all().constFirst().key},
         {pictureOption,
             QStringLiteral("Save a picture of the window in this <file>, in the format of its suffix (PNG "
                            "without one), print its path and quit."),
@@ -164,6 +180,14 @@ AxisMode axisMode(const QCommandLineParser& parser)
     if (const std::optional<AxisMode> mode = AxisModes::fromName(text))
         return *mode;
     throw invalid(axisOption, text, axisNames() + QStringLiteral(" is needed"));
+}
+
+Pricing::SmileModel smileModel(const QCommandLineParser& parser)
+{
+    const QString text = parser.value(smileOption);
+    if (const std::optional<Pricing::SmileModel> model = SmileModels::fromKey(text))
+        return *model;
+    throw invalid(smileOption, text, smileNames() + QStringLiteral(" is needed"));
 }
 
 QString pictureFile(const QCommandLineParser& parser)
@@ -257,6 +281,7 @@ CommandLine options(const QCommandLineParser& parser)
             QStringLiteral("a date after that of --asof is needed"));
     result.view = view(parser);
     result.axisMode = axisMode(parser);
+    result.smileModel = smileModel(parser);
     result.databaseFile = fileName(parser, databaseOption);
     result.pictureFile = pictureFile(parser);
     result.exportFiles = exportFiles(parser);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "window/axismode.h"
+#include "window/smilemodels.h"
 
 #include <QDate>
 #include <QSize>
@@ -22,6 +23,7 @@ struct CommandLine {
     QDate expiry;
     DeskView view = DeskView::Volatility;
     AxisMode axisMode = AxisMode::Price;
+    Pricing::SmileModel smileModel = Pricing::SmileModel::Spline;
     QString databaseFile;
     QString pictureFile;
     /// To write the plot into, in the formats of their suffixes.

@@ -177,7 +177,7 @@ ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
     if (quote && *quote > decimal::zero)
         data.options.forward = quote->toDouble();
     checkDates(given, data);
-    return valuedSeries(data, given.forward);
+    return valuedSeries(data, given.forward, m_smileModel);
 }
 
 ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)

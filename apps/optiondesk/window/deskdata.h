@@ -52,7 +52,11 @@ public:
     /// Values a stored series as it is now and lends it nothing. Throws Exception as show() does.
     ShownSeries valued(int futureIsinId, const SeriesFacts& given) const;
 
+    /// How smiles are fitted from the next series on that is valued; by the spline unless this is called.
+    void setSmileModel(Pricing::SmileModel model) { m_smileModel = model; }
+
 private:
     SqlStorage m_storage;
     FutureQuote m_quote;
+    Pricing::SmileModel m_smileModel = Pricing::SmileModel::Spline;
 };

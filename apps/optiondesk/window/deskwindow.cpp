@@ -77,6 +77,7 @@ void DeskWindow::createViewMenu()
     menu.addSeparator();
     addAxisModeActions(menu);
     menu.addSeparator();
+    addSmileModels(menu);
     addGridAction(menu);
     menu.addSeparator();
     m_viewActions = new ViewActions(m_plot, &menu);
@@ -123,6 +124,22 @@ void DeskWindow::addAxisModeActions(QMenu& menu)
         m_axisModes->addAction(action);
     }
     connect(m_axisModes, SIGNAL(triggered(QAction*)), this, SLOT(onAxisModeChosen(QAction*)));
+}
+
+void DeskWindow::addSmileModels(QMenu& menu)
+{
+    QMenu& models = *menu.addMenu(tr("S&mile"));
+    m_smileModels = new QActionGroup(this);
+    int key = 1;
+    for (const SmileModels::Description& model : SmileModels::all()) {
+        QAction* const action = addAction(models, model.menuText, QStringLiteral("Ctrl+Alt+%1").arg(key++),
+            tr("Fit the smile so: %1").arg(SmileModels::name(model.model)));
+        action->setCheckable(true);
+        action->setChecked(model.model == Pricing::SmileModel::Spline);
+        action->setData(int(model.model));
+        m_smileModels->addAction(action);
+    }
+    connect(m_smileModels, SIGNAL(triggered(QAction*)), this, SLOT(onSmileModelChosen(QAction*)));
 }
 
 void DeskWindow::addGridAction(QMenu& menu)
@@ -294,6 +311,24 @@ void DeskWindow::setFilter(const Pricing::OptionFilter& filter)
 void DeskWindow::onAxisModeChosen(QAction* action)
 {
     m_plot->setAxisMode(AxisMode(action->data().toInt()));
+}
+
+void DeskWindow::setSmileModel(Pricing::SmileModel model)
+{
+    const QList<QAction*> actions = m_smileModels->actions();
+    for (QAction* const action : actions) {
+        if (action->data().toInt() == int(model))
+            action->setChecked(true);
+    }
+    m_data.setSmileModel(model);
+    m_position->forgetOtherSeries();
+    if (m_shown)
+        onSeriesChanged();
+}
+
+void DeskWindow::onSmileModelChosen(QAction* action)
+{
+    setSmileModel(Pricing::SmileModel(action->data().toInt()));
 }
 
 void DeskWindow::onGridToggled(bool shown)

@@ -41,6 +41,9 @@ public:
     void setFilter(const Pricing::OptionFilter& filter);
     const Pricing::OptionFilter& filter() const { return m_filter; }
 
+    /// How smiles are fitted, now and from now on.
+    void setSmileModel(Pricing::SmileModel model);
+
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.
     void importChain(const QString& fileName);
@@ -75,6 +78,7 @@ private Q_SLOTS:
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
+    void onSmileModelChosen(QAction* action);
     void onImport();
     void complain(const QString& title, const QString& text);
 
@@ -85,6 +89,7 @@ private:
     void addViews(QMenu& menu);
     void addAxisModeActions(QMenu& menu);
     void addGridAction(QMenu& menu);
+    void addSmileModels(QMenu& menu);
     void createToolBar();
     QAction* addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip);
     void draw();
@@ -105,6 +110,7 @@ private:
     ElidedLabel* m_status;
     QMenu* m_viewMenu = nullptr;
     QActionGroup* m_axisModes = nullptr;
+    QActionGroup* m_smileModels = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
     QAction* m_positionAction = nullptr;

@@ -23,7 +23,20 @@ using Position::LegKind;
 
 /// A series beside the one shown, valued, and whoever tells when it has to be valued again.
 struct PositionDesk::OtherSeries {
-    SeriesFollower follower;
+    explicit OtherSeries(QObject* parent)
+        : follower(new SeriesFollower(parent))
+    {
+    }
+    OtherSeries(const OtherSeries&) = delete;
+    OtherSeries& operator=(const OtherSeries&) = delete;
+    // It may be what has just told of a change.
+    ~OtherSeries()
+    {
+        follower->follow(0);
+        follower->deleteLater();
+    }
+
+    SeriesFollower* follower;
     /// Empty while the series cannot be valued.
     std::optional<ShownSeries> valued;
     bool isFresh = false;
@@ -170,8 +183,8 @@ PositionDesk::OtherSeries& PositionDesk::otherSeries(const QDate& expiry) const
 {
     std::unique_ptr<OtherSeries>& other = m_others[expiry];
     if (!other) {
-        other = std::make_unique<OtherSeries>();
-        connect(&other->follower, SIGNAL(changed()), this, SLOT(onOtherSeriesChanged()));
+        other = std::make_unique<OtherSeries>(m_model);
+        connect(other->follower, SIGNAL(changed()), this, SLOT(onOtherSeriesChanged()));
     }
     if (other->isFresh)
         return *other;
@@ -180,7 +193,7 @@ PositionDesk::OtherSeries& PositionDesk::otherSeries(const QDate& expiry) const
     const std::optional<StoredSeries> stored = storedSeries(m_shown->data.baseCode, expiry);
     if (!stored)
         return *other;
-    other->follower.follow(stored->futureIsinId);
+    other->follower->follow(stored->futureIsinId);
     try {
         SeriesFacts facts;
         facts.asOf = m_asOf;
@@ -198,6 +211,11 @@ void PositionDesk::forgetUnusedSeries()
             [&other](const Leg& leg) { return leg.expiry == other->first; });
         other = isUsed ? std::next(other) : m_others.erase(other);
     }
+}
+
+void PositionDesk::forgetOtherSeries()
+{
+    m_others.clear();
 }
 
 void PositionDesk::updateTable()
@@ -219,7 +237,7 @@ void PositionDesk::onEdited()
 void PositionDesk::onOtherSeriesChanged()
 {
     for (auto& [expiry, other] : m_others) {
-        if (&other->follower == sender())
+        if (other->follower == sender())
             other->isFresh = false;
     }
     Q_EMIT changed();

@@ -39,6 +39,9 @@ public:
     /// date is that of the prices for the other series of the underlying.
     void value(ShownSeries* series, const QDate& asOf);
 
+    /// Values the other series anew when they are needed next.
+    void forgetOtherSeries();
+
     /// Puts the commands for the position into a menu.
     void addActions(QMenu* menu);
 

@@ -71,14 +71,16 @@ bool holdsPoints(const PriceRange& range, const ShownSeries& series)
 
 }
 
-ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward)
+ShownSeries valuedSeries(
+    const SeriesData& data, const std::optional<double>& givenForward, Pricing::SmileModel smileModel)
 {
     ShownSeries series;
     series.data = data;
     findForward(givenForward, &series);
     findTime(&series);
     series.analysis = Pricing::analyseSeries(data.options, series.market, data.priceStep);
-    series.smile = Pricing::Smile::fit(series.analysis.points);
+    series.smileModel = smileModel;
+    series.smile = Pricing::Smile::fit(series.analysis.points, smileModel, series.market);
     return series;
 }
 

@@ -50,6 +50,8 @@ struct ShownSeries {
     ForwardSource forwardSource = ForwardSource::Stated;
     TimeSource timeSource = TimeSource::Dates;
     Pricing::SeriesAnalysis analysis;
+    /// How the smile was to be fitted; it says itself whether it was.
+    Pricing::SmileModel smileModel = Pricing::SmileModel::Spline;
     /// Empty where no option has an implied volatility.
     std::optional<Pricing::Smile> smile;
     /// Which options are shown (see ShownQuotes). What the smile is fitted to does not depend on it: the
@@ -61,7 +63,8 @@ struct ShownSeries {
 
 /// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
 /// Exception where there is none of the three.
-ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward);
+ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward,
+    Pricing::SmileModel smileModel = Pricing::SmileModel::Spline);
 
 /// The smile's volatility at the forward, at the nearest of its ends where the forward is outside; 0 without
 /// a smile.

@@ -1,5 +1,7 @@
 #include "window/texts.h"
 
+#include "window/smilemodels.h"
+
 #include <QLocale>
 #include <QStringList>
 
@@ -52,12 +54,22 @@ QString leftOut(const QMap<Pricing::Refusal, int>& counts)
     return QStringLiteral("%1 left out: %2").arg(total).arg(reasons.join(QStringLiteral(", ")));
 }
 
-QString smileError(double rmsError)
+QString smileName(const ShownSeries& series)
 {
-    const double points = rmsError * 100.0;
+    const Pricing::SmileModel used = series.smile->model();
+    if (used == series.smileModel)
+        return used == Pricing::SmileModel::Spline ? QStringLiteral("smile")
+                                                   : SmileModels::name(used) + QStringLiteral(" smile");
+    return QStringLiteral("no %1 smile fits, spline").arg(SmileModels::name(series.smileModel));
+}
+
+QString smileError(const ShownSeries& series)
+{
+    const double points = series.smile->rmsError() * 100.0;
+    const QString name = smileName(series);
     if (points < 0.005)
-        return QStringLiteral("smile error below %1 vol points").arg(QLocale().toString(0.01, 'f', 2));
-    return QStringLiteral("smile error %1 vol points").arg(QLocale().toString(points, 'f', 2));
+        return QStringLiteral("%1 error below %2 vol points").arg(name, QLocale().toString(0.01, 'f', 2));
+    return QStringLiteral("%1 error %2 vol points").arg(name, QLocale().toString(points, 'f', 2));
 }
 
 QString forward(const ShownSeries& series)
@@ -129,7 +141,7 @@ QString Texts::status(const ShownSeries& series)
         points == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(points),
         leftOut(series.analysis.leftOut)};
     if (series.smile)
-        parts.append(smileError(series.smile->rmsError()));
+        parts.append(smileError(series));
     return parts.join(separator);
 }
 

@@ -60,7 +60,7 @@ QByteArray threeExpiries()
 
 void tst_sidesonscreen::initTestCase()
 {
-    if (!XSession::isPossible())
+    if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
     QVERIFY(m_session->start());

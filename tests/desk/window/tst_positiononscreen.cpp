@@ -63,7 +63,7 @@ bool isMarker(const QImage& image, int left, int top)
 
 void tst_positiononscreen::initTestCase()
 {
-    if (!XSession::isPossible())
+    if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
     QVERIFY(m_session->start());

@@ -1,0 +1,33 @@
+#include "window/smilemodels.h"
+
+#include <algorithm>
+
+const QVector<SmileModels::Description>& SmileModels::all()
+{
+    static const QVector<Description> models{
+        {Pricing::SmileModel::Spline, QStringLiteral("spline"), QStringLiteral("&Smoothing spline")},
+        {Pricing::SmileModel::Svi, QStringLiteral("svi"), QStringLiteral("S&VI")},
+        {Pricing::SmileModel::Sabr, QStringLiteral("sabr"), QStringLiteral("S&ABR")},
+    };
+    return models;
+}
+
+std::optional<Pricing::SmileModel> SmileModels::fromKey(const QString& key)
+{
+    const auto found = std::find_if(all().cbegin(), all().cend(),
+        [&key](const Description& description) { return description.key == key; });
+    return found == all().cend() ? std::nullopt : std::optional<Pricing::SmileModel>(found->model);
+}
+
+QString SmileModels::name(Pricing::SmileModel model)
+{
+    switch (model) {
+    case Pricing::SmileModel::Svi:
+        return QStringLiteral("SVI");
+    case Pricing::SmileModel::Sabr:
+        return QStringLiteral("SABR");
+    case Pricing::SmileModel::Spline:
+        break;
+    }
+    return QStringLiteral("spline");
+}
