@@ -70,6 +70,13 @@ std::optional<AxisMode> AxisModes::fromName(const QString& name)
     return mode == all().cend() ? std::nullopt : std::optional<AxisMode>(mode->mode);
 }
 
+QString AxisModes::name(AxisMode mode)
+{
+    const auto description = std::find_if(
+        all().cbegin(), all().cend(), [mode](const Description& each) { return each.mode == mode; });
+    return description == all().cend() ? QString() : description->name;
+}
+
 void AxisModes::apply(AxisMode mode, double quote, PriceBased2dPlotConverter& converter)
 {
     const bool usable = std::isfinite(quote) && quote > 0.0;

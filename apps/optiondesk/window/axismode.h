@@ -25,6 +25,9 @@ const QVector<Description>& all();
 /// The mode of a name on the command line.
 std::optional<AxisMode> fromName(const QString& name);
 
+/// Its name there.
+QString name(AxisMode mode);
+
 /// Lets a converter show prices in a mode, relative to a quote. A quote that is not positive and finite has
 /// nothing relative to it: prices are shown then.
 void apply(AxisMode mode, double quote, PriceBased2dPlotConverter& converter);

@@ -144,10 +144,8 @@ QDate date(const QCommandLineParser& parser, const QString& option)
 DeskView view(const QCommandLineParser& parser)
 {
     const QString text = parser.value(viewOption);
-    if (text == QLatin1String("volatility"))
-        return DeskView::Volatility;
-    if (text == QLatin1String("value"))
-        return DeskView::Value;
+    if (const std::optional<DeskView> named = viewFromName(text))
+        return *named;
     throw invalid(viewOption, text, QStringLiteral("volatility or value is needed"));
 }
 
@@ -259,9 +257,26 @@ CommandLine options(const QCommandLineParser& parser)
     result.settingsFile = settingsFile(parser);
     result.usesSettings = !parser.isSet(noSettingsOption);
     result.size = size(parser);
+    result.statesView = parser.isSet(viewOption);
+    result.statesAxisMode = parser.isSet(axisOption);
+    result.statesSize = parser.isSet(sizeOption);
     return result;
 }
 
+}
+
+QString viewName(DeskView view)
+{
+    return view == DeskView::Volatility ? QStringLiteral("volatility") : QStringLiteral("value");
+}
+
+std::optional<DeskView> viewFromName(const QString& name)
+{
+    for (const DeskView view : {DeskView::Volatility, DeskView::Value}) {
+        if (name == viewName(view))
+            return view;
+    }
+    return std::nullopt;
 }
 
 QDate dateFromOption(const QString& text)

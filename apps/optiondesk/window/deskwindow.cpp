@@ -106,16 +106,17 @@ void DeskWindow::addAxisModeActions(QMenu& menu)
 
 void DeskWindow::addGridAction(QMenu& menu)
 {
-    QAction* const grid = addAction(
+    m_grid = addAction(
         menu, tr("&Grid"), QStringLiteral("Ctrl+G"), tr("Show or hide the grid behind the curves"));
-    grid->setCheckable(true);
-    grid->setChecked(true);
-    connect(grid, SIGNAL(toggled(bool)), this, SLOT(onGridToggled(bool)));
+    m_grid->setCheckable(true);
+    m_grid->setChecked(true);
+    connect(m_grid, SIGNAL(toggled(bool)), this, SLOT(onGridToggled(bool)));
 }
 
 void DeskWindow::createToolBar()
 {
     QToolBar& bar = *addToolBar(tr("Series"));
+    bar.setObjectName(QStringLiteral("seriesBar"));
     bar.setMovable(false);
     bar.setContextMenuPolicy(Qt::PreventContextMenu);
     bar.addWidget(m_selector);
@@ -220,7 +221,13 @@ void DeskWindow::onSeriesChosen(int futureIsinId)
 
 void DeskWindow::onViewChosen(QAction* action)
 {
-    m_view = action == m_valueAction ? DeskView::Value : DeskView::Volatility;
+    setView(action == m_valueAction ? DeskView::Value : DeskView::Volatility);
+}
+
+void DeskWindow::setView(DeskView view)
+{
+    m_view = view;
+    (view == DeskView::Value ? m_valueAction : m_volatilityAction)->setChecked(true);
     draw();
 }
 
@@ -232,6 +239,27 @@ void DeskWindow::setAxisMode(AxisMode mode)
             action->setChecked(true);
     }
     m_plot->setAxisMode(mode);
+}
+
+AxisMode DeskWindow::axisMode() const
+{
+    return AxisMode(m_axisModes->checkedAction()->data().toInt());
+}
+
+void DeskWindow::setGridVisible(bool visible)
+{
+    m_grid->setChecked(visible);
+}
+
+bool DeskWindow::isGridVisible() const
+{
+    return m_grid->isChecked();
+}
+
+void DeskWindow::setImportFolder(const QString& folder)
+{
+    if (QFileInfo(folder).isDir())
+        m_importFolder = folder;
 }
 
 void DeskWindow::onAxisModeChosen(QAction* action)
@@ -254,10 +282,11 @@ void DeskWindow::complain(const QString& title, const QString& text)
 
 void DeskWindow::onImport()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Import an option chain"), QString(),
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Import an option chain"), m_importFolder,
         tr("Option chains (*.csv *.txt *.tsv);;All files (*)"));
     if (fileName.isEmpty())
         return;
+    setImportFolder(QFileInfo(fileName).absolutePath());
     try {
         importChain(fileName);
     } catch (const ChainError& error) {

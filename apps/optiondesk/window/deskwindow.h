@@ -33,8 +33,24 @@ public:
     /// those that are chosen in the window later. Throws Exception where it cannot be shown.
     void showSeries(int futureIsinId, const SeriesFacts& given);
 
+    /// The future of the series that is chosen, shown or not, and what the user states of it.
+    int chosenSeries() const { return m_futureIsinId; }
+    const SeriesFacts& given() const { return m_given; }
+
+    void setView(DeskView view);
+    DeskView view() const { return m_view; }
+
     /// What the labels of the price axis show.
     void setAxisMode(AxisMode mode);
+    AxisMode axisMode() const;
+
+    void setGridVisible(bool visible);
+    bool isGridVisible() const;
+
+    /// Where the last chain was imported from by its user; empty before that. A folder that is not there is
+    /// ignored.
+    void setImportFolder(const QString& folder);
+    QString importFolder() const { return m_importFolder; }
 
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.
@@ -70,12 +86,14 @@ private:
     int m_futureIsinId = 0;
     SeriesFacts m_given;
     std::optional<ShownSeries> m_shown;
+    QString m_importFolder;
 
     DeskPlot* m_plot;
     SeriesSelector* m_selector;
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
     QActionGroup* m_axisModes = nullptr;
+    QAction* m_grid = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
     ViewActions* m_viewActions = nullptr;
