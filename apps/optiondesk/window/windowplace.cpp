@@ -12,16 +12,8 @@ enum { X, Y, Width, Height, State, Count };
 
 const auto normal = QStringLiteral("normal");
 const auto maximized = QStringLiteral("maximized");
-const auto fullScreen = QStringLiteral("full screen");
 
 constexpr QSize smallest(200, 150);
-
-QString stateOf(const QWidget& window)
-{
-    if (window.isFullScreen())
-        return fullScreen;
-    return window.isMaximized() ? maximized : normal;
-}
 
 // Whether a hand can reach the window where a frame mostly has its title.
 bool isReachable(const QRect& frame)
@@ -40,10 +32,13 @@ bool isReachable(const QRect& frame)
 
 QStringList WindowPlace::toTexts(const QWidget& window)
 {
-    const QString state = stateOf(window);
-    const QRect place = state == normal ? QRect(window.pos(), window.size()) : window.normalGeometry();
+    const bool isNormal = !window.isMaximized() && !window.isFullScreen();
+    // What is known of another state is without the frame.
+    const QPoint frame = window.geometry().topLeft() - window.pos();
+    const QRect place
+        = isNormal ? QRect(window.pos(), window.size()) : window.normalGeometry().translated(-frame);
     return {QString::number(place.x()), QString::number(place.y()), QString::number(place.width()),
-        QString::number(place.height()), state};
+        QString::number(place.height()), window.isMaximized() ? maximized : normal};
 }
 
 void WindowPlace::restore(QWidget& window, const QStringList& texts)
@@ -68,6 +63,4 @@ void WindowPlace::restore(QWidget& window, const QStringList& texts)
         window.move(corner);
     if (texts.at(State) == maximized)
         window.setWindowState(Qt::WindowMaximized);
-    else if (texts.at(State) == fullScreen)
-        window.setWindowState(Qt::WindowFullScreen);
 }
