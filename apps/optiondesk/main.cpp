@@ -7,12 +7,14 @@
 #include "window/commandline.h"
 #include "window/curvechoices.h"
 #include "window/deskplot.h"
+#include "window/desksession.h"
 #include "window/desksettings.h"
 #include "window/deskwindow.h"
 #include "window/platform.h"
 #include "window/positiondesk.h"
 #include "window/session.h"
 #include "window/texts.h"
+#include "window/windowsession.h"
 
 #include <chain/chaintables.h>
 #include <database/exception.h>
@@ -99,8 +101,10 @@ std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
 {
     if (!options.usesSettings)
         return nullptr;
+    // A run that shows no window changes nothing.
     auto settings = std::make_unique<DeskSettings>(
-        options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile);
+        options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile,
+        asksForFiles(options) ? DeskSettings::Broken::Leave : DeskSettings::Broken::SetAside);
     if (!settings->problem().isEmpty())
         say(settings->problem());
     return settings;
@@ -133,16 +137,22 @@ int run(const CommandLine& options)
     new QuotesDock(&window);
     window.setSmileModel(options.smileModel);
     window.showSeries(session.futureIsinId, session.given);
+    window.resize(options.size);
+    DeskSession kept(settings ? settings->host() : nullptr);
+    WindowSession::keep(kept, window, *session.data);
+    kept.restore(WindowSession::statedBy(options));
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())
         say(notice);
     if (asksForFiles(options))
         return writeFiles(window, options);
-    window.resize(options.size);
+    kept.watch(&window);
+    if (settings && !settings->problem().isEmpty())
+        window.statusBar()->showMessage(Texts::oneLine(settings->problem()));
     window.show();
     std::unique_ptr<QuoteReplay> replay;
     if (quotes)
-        replay = startReplay(std::move(quotes), session.futureIsinId, options.replaySpeed, window);
+        replay = startReplay(std::move(quotes), window.futureIsinId(), options.replaySpeed, window);
     const int exitCode = QApplication::exec();
     if (settings && !settings->save())
         say(QStringLiteral("%1: the settings could not be written").arg(settings->host()->fileName()));

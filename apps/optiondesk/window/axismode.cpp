@@ -127,6 +127,13 @@ std::optional<AxisMode> AxisModes::fromName(const QString& name)
     return mode == all().cend() ? std::nullopt : std::optional<AxisMode>(mode->mode);
 }
 
+QString AxisModes::name(AxisMode mode)
+{
+    const auto description = std::find_if(
+        all().cbegin(), all().cend(), [mode](const Description& each) { return each.mode == mode; });
+    return description == all().cend() ? QString() : description->name;
+}
+
 AxisMode AxisModes::shown(AxisMode mode, const AxisReference& reference)
 {
     const bool isUsable

@@ -43,6 +43,9 @@ const QVector<Description>& all();
 /// The mode of a name on the command line.
 std::optional<AxisMode> fromName(const QString& name);
 
+/// Its name there.
+QString name(AxisMode mode);
+
 /// The mode itself where the reference allows it, a positive and finite quote and for deviations such a
 /// deviation; otherwise prices.
 AxisMode shown(AxisMode mode, const AxisReference& reference);

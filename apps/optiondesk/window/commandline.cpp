@@ -165,12 +165,8 @@ QDate date(const QCommandLineParser& parser, const QString& option)
 DeskView view(const QCommandLineParser& parser)
 {
     const QString text = parser.value(viewOption);
-    if (text == QLatin1String("volatility"))
-        return DeskView::Volatility;
-    if (text == QLatin1String("value"))
-        return DeskView::Value;
-    if (text == QLatin1String("position"))
-        return DeskView::Position;
+    if (const std::optional<DeskView> named = viewFromName(text))
+        return *named;
     throw invalid(viewOption, text, QStringLiteral("volatility, value or position is needed"));
 }
 
@@ -292,9 +288,34 @@ CommandLine options(const QCommandLineParser& parser)
     result.positionsFile = fileName(parser, positionsOption);
     result.usesSettings = !parser.isSet(noSettingsOption);
     result.size = size(parser);
+    result.statesView = parser.isSet(viewOption);
+    result.statesAxisMode = parser.isSet(axisOption);
+    result.statesSize = parser.isSet(sizeOption);
     return result;
 }
 
+}
+
+QString viewName(DeskView view)
+{
+    switch (view) {
+    case DeskView::Volatility:
+        return QStringLiteral("volatility");
+    case DeskView::Value:
+        return QStringLiteral("value");
+    case DeskView::Position:
+        break;
+    }
+    return QStringLiteral("position");
+}
+
+std::optional<DeskView> viewFromName(const QString& name)
+{
+    for (const DeskView view : {DeskView::Volatility, DeskView::Value, DeskView::Position}) {
+        if (name == viewName(view))
+            return view;
+    }
+    return std::nullopt;
 }
 
 QDate dateFromOption(const QString& text)

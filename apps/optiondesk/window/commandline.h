@@ -13,6 +13,10 @@
 /// What the plot shows over the strikes.
 enum class DeskView { Volatility, Value, Position };
 
+/// Its name on the command line and in settings.
+QString viewName(DeskView view);
+std::optional<DeskView> viewFromName(const QString& name);
+
 /// What the user asks for on the command line; empty texts, invalid dates and empty optionals stand for
 /// options that were not given.
 struct CommandLine {
@@ -24,6 +28,10 @@ struct CommandLine {
     DeskView view = DeskView::Volatility;
     AxisMode axisMode = AxisMode::Price;
     Pricing::SmileModel smileModel = Pricing::SmileModel::Spline;
+    /// Whether view, axis mode and size are the user's words, and not what holds without any.
+    bool statesView = false;
+    bool statesAxisMode = false;
+    bool statesSize = false;
     QString databaseFile;
     QString pictureFile;
     /// To write the plot into, in the formats of their suffixes.

@@ -17,20 +17,6 @@ namespace {
 // Where the library keeps the state of a legend.
 const auto legendKey = QStringLiteral("legendItemKeys");
 
-// The views have other curves with the same data types.
-QString groupOf(DeskView view)
-{
-    switch (view) {
-    case DeskView::Volatility:
-        return QStringLiteral("volatility");
-    case DeskView::Value:
-        return QStringLiteral("value");
-    case DeskView::Position:
-        break;
-    }
-    return QStringLiteral("position");
-}
-
 QString colorKey(const QString& title)
 {
     return QStringLiteral("curveColors/") + title;
@@ -72,15 +58,16 @@ void CurveChoices::apply(DeskView view)
     m_view = view;
     const QScopedValueRollback<bool> applying(m_isApplying, true);
     m_legend->restoreUncheckedItems();
+    // The views have other curves with the same data types.
     if (m_settings)
-        m_legend->restore(Settings(*m_settings, groupOf(view)));
+        m_legend->restore(Settings(*m_settings, viewName(view)));
 }
 
 void CurveChoices::onVisibilityChanged()
 {
     if (m_isApplying || !m_settings)
         return;
-    Settings settings(*m_settings, groupOf(m_view));
+    Settings settings(*m_settings, viewName(m_view));
     const QByteArray earlier = settings.value(legendKey).toByteArray();
     m_legend->store(settings);
     settings.setValue(

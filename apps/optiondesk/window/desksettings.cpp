@@ -1,8 +1,13 @@
 #include "window/desksettings.h"
 
+#include "window/settingsfile.h"
+
 #include <database/settings.h>
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 
 QString DeskSettings::userFileName()
@@ -11,17 +16,45 @@ QString DeskSettings::userFileName()
     return folder.filePath(QStringLiteral("settings.ini"));
 }
 
-DeskSettings::DeskSettings(const QString& fileName)
-    : m_host(std::make_unique<Settings>(fileName))
+DeskSettings::DeskSettings(const QString& fileName, Broken broken)
 {
-    if (m_host->sync())
+    if (open(fileName))
         return;
-    m_problem = QStringLiteral("%1: this is no settings file; it is left as it is, and nothing is kept")
-                    .arg(fileName);
-    m_host.reset();
+    // Another desk may be about to set the same file aside, and then to write a new one.
+    QLockFile lock(fileName + QStringLiteral(".aside"));
+    constexpr int patience = 5000;
+    const bool isOurs = broken == Broken::SetAside && lock.tryLock(patience);
+    if (isOurs && open(fileName))
+        return;
+    replace(fileName, isOurs ? Broken::SetAside : Broken::Leave);
 }
 
 DeskSettings::~DeskSettings() = default;
+
+bool DeskSettings::open(const QString& fileName)
+{
+    if (SettingsFile::isDangerous(fileName))
+        return false;
+    m_host = std::make_unique<Settings>(fileName);
+    const bool isGood = m_host->sync();
+    if (!isGood)
+        m_host.reset();
+    return isGood;
+}
+
+void DeskSettings::replace(const QString& fileName, Broken broken)
+{
+    const bool canBeRead = QFileInfo(fileName).isFile() && QFile(fileName).open(QIODevice::ReadOnly);
+    const QString kept
+        = canBeRead && broken == Broken::SetAside ? SettingsFile::setAside(fileName) : QString();
+    if (!kept.isEmpty() && open(fileName))
+        m_problem
+            = QStringLiteral("%1: this is no settings file; it is kept as %2, and the settings begin anew")
+                  .arg(fileName, QFileInfo(kept).fileName());
+    else
+        m_problem = QStringLiteral("%1: this is no settings file; it is left as it is, and nothing is kept")
+                        .arg(fileName);
+}
 
 bool DeskSettings::save()
 {

@@ -144,16 +144,17 @@ void DeskWindow::addSmileModels(QMenu& menu)
 
 void DeskWindow::addGridAction(QMenu& menu)
 {
-    QAction* const grid = addAction(
+    m_grid = addAction(
         menu, tr("&Grid"), QStringLiteral("Ctrl+G"), tr("Show or hide the grid behind the curves"));
-    grid->setCheckable(true);
-    grid->setChecked(true);
-    connect(grid, SIGNAL(toggled(bool)), this, SLOT(onGridToggled(bool)));
+    m_grid->setCheckable(true);
+    m_grid->setChecked(true);
+    connect(m_grid, SIGNAL(toggled(bool)), this, SLOT(onGridToggled(bool)));
 }
 
 void DeskWindow::createToolBar()
 {
     QToolBar& bar = *addToolBar(tr("Series"));
+    bar.setObjectName(QStringLiteral("seriesBar"));
     bar.setMovable(false);
     bar.setContextMenuPolicy(Qt::PreventContextMenu);
     bar.addWidget(m_selector);
@@ -280,8 +281,15 @@ void DeskWindow::chooseSeries(int futureIsinId)
 
 void DeskWindow::onViewChosen(QAction* action)
 {
-    m_view = DeskView(action->data().toInt());
-    m_position->setTableVisible(m_view == DeskView::Position);
+    setView(DeskView(action->data().toInt()));
+}
+
+void DeskWindow::setView(DeskView view)
+{
+    m_view = view;
+    for (QAction* const action : {m_volatilityAction, m_valueAction, m_positionAction})
+        action->setChecked(DeskView(action->data().toInt()) == view);
+    m_position->setTableVisible(view == DeskView::Position);
     draw();
 }
 
@@ -306,6 +314,27 @@ void DeskWindow::setFilter(const Pricing::OptionFilter& filter)
         Q_EMIT shownChanged();
     }
     Q_EMIT filterChanged();
+}
+
+AxisMode DeskWindow::axisMode() const
+{
+    return AxisMode(m_axisModes->checkedAction()->data().toInt());
+}
+
+void DeskWindow::setGridVisible(bool visible)
+{
+    m_grid->setChecked(visible);
+}
+
+bool DeskWindow::isGridVisible() const
+{
+    return m_grid->isChecked();
+}
+
+void DeskWindow::setImportFolder(const QString& folder)
+{
+    if (QFileInfo(folder).isDir())
+        m_importFolder = folder;
 }
 
 void DeskWindow::onAxisModeChosen(QAction* action)
@@ -346,10 +375,11 @@ void DeskWindow::complain(const QString& title, const QString& text)
 
 void DeskWindow::onImport()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Import an option chain"), QString(),
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Import an option chain"), m_importFolder,
         tr("Option chains (*.csv *.txt *.tsv);;All files (*)"));
     if (fileName.isEmpty())
         return;
+    setImportFolder(QFileInfo(fileName).absolutePath());
     try {
         importChain(fileName);
     } catch (const ChainError& error) {

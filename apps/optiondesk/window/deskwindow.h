@@ -34,8 +34,25 @@ public:
     /// those that are chosen in the window later. Throws Exception where it cannot be shown.
     void showSeries(int futureIsinId, const SeriesFacts& given);
 
+    /// The future of the series that is chosen, also where it cannot be shown, and what the user states of
+    /// it; 0 before the first one.
+    int futureIsinId() const { return m_futureIsinId; }
+    const SeriesFacts& given() const { return m_given; }
+
+    void setView(DeskView view);
+    DeskView view() const { return m_view; }
+
     /// What the labels of the price axis show.
     void setAxisMode(AxisMode mode);
+    AxisMode axisMode() const;
+
+    void setGridVisible(bool visible);
+    bool isGridVisible() const;
+
+    /// Where the last chain was imported from by its user; empty before that. A folder that is not there is
+    /// ignored.
+    void setImportFolder(const QString& folder);
+    QString importFolder() const { return m_importFolder; }
 
     /// Which options of the chosen series are shown. The smile stays as it is.
     void setFilter(const Pricing::OptionFilter& filter);
@@ -50,14 +67,10 @@ public:
 
     DeskPlot* plot() const { return m_plot; }
     DeskData& data() const { return m_data; }
-    /// The chosen series, also where it cannot be shown; 0 before the first one.
-    int futureIsinId() const { return m_futureIsinId; }
     PositionDesk* position() const { return m_position; }
     ExportActions* exports() const { return m_exports; }
     /// Empty where the chosen series cannot be shown.
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
-    const SeriesFacts& given() const { return m_given; }
-    DeskView view() const { return m_view; }
     /// Other parts of the desk put their entries at its end.
     QMenu& viewMenu() const { return *m_viewMenu; }
 
@@ -102,6 +115,7 @@ private:
     SeriesFacts m_given;
     Pricing::OptionFilter m_filter;
     std::optional<ShownSeries> m_shown;
+    QString m_importFolder;
 
     DeskPlot* m_plot;
     PositionDesk* m_position;
@@ -110,6 +124,7 @@ private:
     ElidedLabel* m_status;
     QMenu* m_viewMenu = nullptr;
     QActionGroup* m_axisModes = nullptr;
+    QAction* m_grid = nullptr;
     QActionGroup* m_smileModels = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;

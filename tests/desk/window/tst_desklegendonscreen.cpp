@@ -169,9 +169,15 @@ void tst_desklegendonscreen::brokenSettingsCostNothingElse()
     const QByteArray said = m_desk.readAllStandardError();
     QCOMPARE(said.count('\n'), 1);
     QVERIFY2(said.contains(QFile::encodeName(file)), said);
-    QFile after(file);
-    QVERIFY(after.open(QIODevice::ReadOnly));
-    QCOMPARE(after.readAll(), QByteArray("[volatility\nlegendItemKeys=5\n"));
+    QFile aside(file + QStringLiteral(".broken"));
+    QVERIFY(aside.open(QIODevice::ReadOnly));
+    QCOMPARE(aside.readAll(), QByteArray("[volatility\nlegendItemKeys=5\n"));
+
+    // What was chosen since is kept.
+    start({"--settings", file});
+    QTRY_COMPARE_WITH_TIMEOUT(iconOf(grey), icon, patience);
+    quit();
+    QCOMPARE(m_desk.readAllStandardError(), QByteArray());
 }
 
 void tst_desklegendonscreen::wheelDoesNothing()

@@ -1,0 +1,66 @@
+#include "window/windowplace.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace {
+
+enum { X, Y, Width, Height, State, Count };
+
+const auto normal = QStringLiteral("normal");
+const auto maximized = QStringLiteral("maximized");
+
+constexpr QSize smallest(200, 150);
+
+// Whether a hand can reach the window where a frame mostly has its title.
+bool isReachable(const QRect& frame)
+{
+    constexpr int titleHeight = 30;
+    constexpr int enough = 60;
+    const QRect title(frame.topLeft(), QSize(frame.width(), titleHeight));
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(), [&title](const QScreen* screen) {
+        const QRect visible = screen->availableGeometry() & title;
+        return visible.width() >= enough && visible.height() >= titleHeight / 2;
+    });
+}
+
+}
+
+QStringList WindowPlace::toTexts(const QWidget& window)
+{
+    const bool isNormal = !window.isMaximized() && !window.isFullScreen();
+    // What is known of another state is without the frame.
+    const QPoint frame = window.geometry().topLeft() - window.pos();
+    const QRect place
+        = isNormal ? QRect(window.pos(), window.size()) : window.normalGeometry().translated(-frame);
+    return {QString::number(place.x()), QString::number(place.y()), QString::number(place.width()),
+        QString::number(place.height()), window.isMaximized() ? maximized : normal};
+}
+
+void WindowPlace::restore(QWidget& window, const QStringList& texts)
+{
+    if (texts.size() != Count)
+        return;
+    int numbers[State];
+    for (int i = 0; i < State; ++i) {
+        bool ok = false;
+        numbers[i] = texts.at(i).toInt(&ok);
+        if (!ok)
+            return;
+    }
+    const QSize all = QGuiApplication::primaryScreen()->availableVirtualSize().expandedTo(smallest);
+    const QSize size = QSize(numbers[Width], numbers[Height]).expandedTo(smallest).boundedTo(all);
+    const QPoint corner(numbers[X], numbers[Y]);
+    window.resize(size);
+    // Corners far off would overflow.
+    constexpr int farthest = 1 << 20;
+    if (std::abs(qint64(corner.x())) < farthest && std::abs(qint64(corner.y())) < farthest
+        && isReachable(QRect(corner, size)))
+        window.move(corner);
+    if (texts.at(State) == maximized)
+        window.setWindowState(Qt::WindowMaximized);
+}
