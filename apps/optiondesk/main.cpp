@@ -1,6 +1,6 @@
-#include "quotes/quotesdock.h"
 #include "output/picture.h"
 #include "output/plotexport.h"
+#include "quotes/quotesdock.h"
 #include "replay/quotereplay.h"
 #include "replay/replayfile.h"
 #include "seriestree/seriesdock.h"
@@ -133,13 +133,16 @@ int run(const CommandLine& options)
     openPositions(options, *window.position());
     window.setAxisMode(options.axisMode);
     // The window's, like all its parts.
-    new SeriesDock(&window);
+    auto* const seriesDock = new SeriesDock(&window);
     new QuotesDock(&window);
     window.setSmileModel(options.smileModel);
     window.showSeries(session.futureIsinId, session.given);
     window.resize(options.size);
     DeskSession kept(settings ? settings->host() : nullptr);
     WindowSession::keep(kept, window, *session.data);
+    kept.keep(
+        QStringLiteral("expiriesNotBeside"), [seriesDock] { return seriesDock->unchecked(); },
+        [seriesDock](const QVariant& value) { seriesDock->setUnchecked(value.toStringList()); });
     kept.restore(WindowSession::statedBy(options));
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())

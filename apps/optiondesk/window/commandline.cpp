@@ -290,6 +290,7 @@ CommandLine options(const QCommandLineParser& parser)
     result.size = size(parser);
     result.statesView = parser.isSet(viewOption);
     result.statesAxisMode = parser.isSet(axisOption);
+    result.statesSmileModel = parser.isSet(smileOption);
     result.statesSize = parser.isSet(sizeOption);
     return result;
 }

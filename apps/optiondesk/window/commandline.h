@@ -28,9 +28,10 @@ struct CommandLine {
     DeskView view = DeskView::Volatility;
     AxisMode axisMode = AxisMode::Price;
     Pricing::SmileModel smileModel = Pricing::SmileModel::Spline;
-    /// Whether view, axis mode and size are the user's words, and not what holds without any.
+    /// Whether view, axis mode, smile model and size are the user's words, and not what holds without any.
     bool statesView = false;
     bool statesAxisMode = false;
+    bool statesSmileModel = false;
     bool statesSize = false;
     QString databaseFile;
     QString pictureFile;

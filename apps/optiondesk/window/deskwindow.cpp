@@ -355,6 +355,11 @@ void DeskWindow::setSmileModel(Pricing::SmileModel model)
         onSeriesChanged();
 }
 
+Pricing::SmileModel DeskWindow::smileModel() const
+{
+    return Pricing::SmileModel(m_smileModels->checkedAction()->data().toInt());
+}
+
 void DeskWindow::onSmileModelChosen(QAction* action)
 {
     setSmileModel(Pricing::SmileModel(action->data().toInt()));

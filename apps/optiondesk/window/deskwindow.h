@@ -60,6 +60,7 @@ public:
 
     /// How smiles are fitted, now and from now on.
     void setSmileModel(Pricing::SmileModel model);
+    Pricing::SmileModel smileModel() const;
 
     /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
     /// fails.

@@ -12,6 +12,13 @@ const QVector<SmileModels::Description>& SmileModels::all()
     return models;
 }
 
+QString SmileModels::key(Pricing::SmileModel model)
+{
+    const auto found = std::find_if(all().cbegin(), all().cend(),
+        [model](const Description& description) { return description.model == model; });
+    return found == all().cend() ? QString() : found->key;
+}
+
 std::optional<Pricing::SmileModel> SmileModels::fromKey(const QString& key)
 {
     const auto found = std::find_if(all().cbegin(), all().cend(),

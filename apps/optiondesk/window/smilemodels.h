@@ -20,7 +20,8 @@ struct Description {
 /// All models, in the order of the menu.
 const QVector<Description>& all();
 
-/// The model of a name on the command line.
+/// The model's name on the command line, and the model of such a name.
+QString key(Pricing::SmileModel model);
 std::optional<Pricing::SmileModel> fromKey(const QString& key);
 
 /// "SVI"

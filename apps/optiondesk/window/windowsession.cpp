@@ -7,6 +7,7 @@
 #include "window/deskwindow.h"
 #include "window/exportactions.h"
 #include "window/keptview.h"
+#include "window/smilemodels.h"
 #include "window/windowplace.h"
 
 #include <database/exception.h>
@@ -18,6 +19,7 @@ namespace {
 const auto placeKey = QStringLiteral("place");
 const auto viewKey = QStringLiteral("view");
 const auto axisKey = QStringLiteral("axis");
+const auto smileKey = QStringLiteral("smile");
 const auto seriesKey = QStringLiteral("series");
 
 // In words that a reader of the file understands.
@@ -118,6 +120,22 @@ void keepLook(DeskSession& session, DeskWindow& window)
         });
 }
 
+void keepPricing(DeskSession& session, DeskWindow& window)
+{
+    session.keep(
+        smileKey, [&] { return SmileModels::key(window.smileModel()); },
+        [&](const QVariant& value) {
+            const auto model = SmileModels::fromKey(value.toString());
+            if (model && *model != window.smileModel())
+                window.setSmileModel(*model);
+        });
+    session.keep(
+        QStringLiteral("filter"), [&] { return Pricing::toText(window.filter()); },
+        [&](const QVariant& value) {
+            window.setFilter(Pricing::filterFromText(value.toString()).value_or(window.filter()));
+        });
+}
+
 void keepFiles(DeskSession& session, DeskWindow& window)
 {
     session.keep(
@@ -137,6 +155,7 @@ void WindowSession::keep(DeskSession& session, DeskWindow& window, const DeskDat
 {
     keepPlace(session, window);
     keepLook(session, window);
+    keepPricing(session, window);
     keepFiles(session, window);
     session.keep(
         seriesKey, [&] { return seriesTexts(window, deskData); },
@@ -154,6 +173,8 @@ QStringList WindowSession::statedBy(const CommandLine& options)
         keys << viewKey;
     if (options.statesAxisMode)
         keys << axisKey;
+    if (options.statesSmileModel)
+        keys << smileKey;
     if (options.statesSize || asksForFiles(options))
         keys << placeKey;
     if (!options.chainFile.isEmpty() || options.expiry.isValid())

@@ -72,6 +72,7 @@ void tst_windowsession::start(const CommandLine& options)
     m_settings = std::make_unique<Settings>(path("s.ini"));
     m_window = std::make_unique<DeskWindow>(*m_data, options.view);
     m_window->setAxisMode(options.axisMode);
+    m_window->setSmileModel(options.smileModel);
     m_window->showSeries(m_first, SeriesFacts());
     m_window->resize(600, 400);
     m_session = std::make_unique<DeskSession>(m_settings.get());
@@ -124,6 +125,9 @@ void tst_windowsession::everyValueComesBack()
     m_window->setView(DeskView::Value);
     m_window->setAxisMode(AxisMode::PercentOfQuote);
     m_window->setGridVisible(false);
+    m_window->setSmileModel(Pricing::SmileModel::Svi);
+    const Pricing::OptionFilter filter{false, Pricing::OptionSide::Puts, 2};
+    m_window->setFilter(filter);
     m_window->setImportFolder(m_folder->path());
     m_window->exports()->setFolder(m_folder->path());
     m_window->exports()->setScale(3);
@@ -144,6 +148,8 @@ void tst_windowsession::everyValueComesBack()
     QCOMPARE(m_window->view(), DeskView::Value);
     QCOMPARE(m_window->axisMode(), AxisMode::PercentOfQuote);
     QVERIFY(!m_window->isGridVisible());
+    QCOMPARE(m_window->smileModel(), Pricing::SmileModel::Svi);
+    QVERIFY(m_window->filter() == filter);
     QCOMPARE(m_window->importFolder(), m_folder->path());
     QCOMPARE(m_window->exports()->folder(), m_folder->path());
     QCOMPARE(m_window->exports()->scale(), 3);
@@ -188,6 +194,8 @@ void tst_windowsession::fallsBack_data()
     row("series of one text", "series", QStringLiteral("SECOND"));
     row("series as bytes", "series", QByteArray("\0\xff", 2));
     row("view", "view", QStringLiteral("gamma"));
+    row("smile", "smile", QStringLiteral("cubic"));
+    row("filter", "filter", QStringLiteral("otm all of them"));
     row("axis", "axis", 17);
     row("grid", "grid", QStringList{"a", "b"});
     row("scale too large", "exportScale", QStringLiteral("100000"));
@@ -290,6 +298,9 @@ void tst_windowsession::commandLineWins_data()
     CommandLine axis;
     axis.statesAxisMode = true;
     QTest::newRow("axis") << axis << "SECOND" << value << int(AxisMode::Price) << stored;
+    CommandLine smile;
+    smile.statesSmileModel = true;
+    QTest::newRow("smile") << smile << "SECOND" << value << percent << stored;
     CommandLine size;
     size.statesSize = true;
     QTest::newRow("size") << size << "SECOND" << value << percent << usual;
@@ -309,12 +320,15 @@ void tst_windowsession::commandLineWins()
     store(QStringLiteral("series"), QStringList{"SECOND", "2024-04-02"});
     store(QStringLiteral("view"), QStringLiteral("value"));
     store(QStringLiteral("axis"), QStringLiteral("percent"));
+    store(QStringLiteral("smile"), QStringLiteral("sabr"));
     store(QStringLiteral("place"), QStringList{"20", "30", "700", "500", "normal"});
     QFETCH(CommandLine, options);
     start(options);
     QTEST(shownCode(), "code");
     QTEST(int(m_window->view()), "view");
     QTEST(int(m_window->axisMode()), "axis");
+    QCOMPARE(m_window->smileModel(),
+        options.statesSmileModel ? Pricing::SmileModel::Spline : Pricing::SmileModel::Sabr);
     QTEST(m_window->size(), "size");
 }
 
