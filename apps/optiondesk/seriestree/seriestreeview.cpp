@@ -4,6 +4,7 @@
 #include "seriestree/seriestreemodel.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 SeriesTreeView::SeriesTreeView(SeriesTreeModel* model, QWidget* parent)
     : QTreeView(parent)
@@ -18,7 +19,6 @@ SeriesTreeView::SeriesTreeView(SeriesTreeModel* model, QWidget* parent)
     setIconSize(QSize(ExpiryLook::swatchWidth, ExpiryLook::swatchHeight));
     setIndentation(fontMetrics().height() * 3 / 4);
     setFrameShape(QFrame::NoFrame);
-    connect(this, SIGNAL(pressed(QModelIndex)), this, SLOT(onPressed(QModelIndex)));
     connect(this, SIGNAL(clicked(QModelIndex)), this, SLOT(onClicked(QModelIndex)));
     connect(model, SIGNAL(modelReset()), this, SLOT(expandAll()));
     expandAll();
@@ -31,9 +31,14 @@ QSize SeriesTreeView::sizeHint() const
     return QSize(sizeHintForColumn(0) + 2 * frameWidth(), rows * row);
 }
 
-void SeriesTreeView::onPressed(const QModelIndex& index)
+// One on a box would neither be told of nor make its row the current one.
+void SeriesTreeView::mousePressEvent(QMouseEvent* event)
 {
+    const QPersistentModelIndex index = indexAt(event->pos());
     m_pressedState = index.data(Qt::CheckStateRole);
+    QTreeView::mousePressEvent(event);
+    if (index.isValid())
+        setCurrentIndex(index);
 }
 
 // A click on the box comes as well, after it has changed the state.

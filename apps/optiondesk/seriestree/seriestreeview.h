@@ -22,9 +22,9 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private Q_SLOTS:
-    void onPressed(const QModelIndex& index);
     void onClicked(const QModelIndex& index);
 
 private:

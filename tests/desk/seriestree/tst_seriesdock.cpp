@@ -195,6 +195,7 @@ void tst_seriesdock::unchecksByMouse()
 {
     QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier, boxOf(june));
     QCOMPARE(overlays(), QStringList{december});
+    QCOMPARE(m_view->currentIndex(), row(june));
     QCOMPARE(entries().contains(june), false);
     QCOMPARE(expiryBox(), april);
     QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier, boxOf(june));
@@ -203,6 +204,13 @@ void tst_seriesdock::unchecksByMouse()
     QCOMPARE(expiryBox(), april);
     if (!overlays().contains(june))
         QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier, boxOf(june));
+    // Neither is one that has been clicked on elsewhere before.
+    QTest::mouseClick(
+        m_view->viewport(), Qt::LeftButton, Qt::NoModifier, m_view->visualRect(row(april)).center());
+    for (int i = 0; i < 2; ++i) {
+        QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier, boxOf(december));
+        QCOMPARE(expiryBox(), april);
+    }
     // The chosen one is there anyway.
     QTest::mouseClick(m_view->viewport(), Qt::LeftButton, Qt::NoModifier, boxOf(april));
     QCOMPARE(overlays(), (QStringList{june, december}));

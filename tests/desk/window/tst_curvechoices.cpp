@@ -74,8 +74,8 @@ void tst_curvechoices::hiddenCurvesAsStored()
     m_desk->start(DeskView::Volatility);
     m_desk->legend->setCheckBoxChecked(bid, false);
     QCOMPARE(m_desk->settings->value(volatilityKey).toByteArray().toHex(' '),
-        QByteArray("00 00 00 01 00 00 00 05 00 00 00 06 "
-                   "01 01 00 00 00 00 01 00 00 00 00 0b 01 01 00 00 00 0c "
+        QByteArray("00 00 00 01 00 00 00 05 00 00 00 07 "
+                   "01 01 00 00 00 00 01 01 00 00 00 0e 01 00 00 00 00 0b 01 01 00 00 00 0c "
                    "01 01 00 00 00 0d 01 01 00 00 00 09 01 01 00 00 00 0a"));
 }
 

@@ -153,7 +153,7 @@ void tst_desklegend::menuOfTheMouse()
 {
     QVERIFY(m_desk->showWindow(DeskView::Volatility, m_desk->quoted));
     const QStringList all = shown();
-    QCOMPARE(all.size(), 6);
+    QCOMPARE(all.size(), 7);
     QVERIFY(openMenu(bid));
     action("&Only this curve")->trigger();
     QCOMPARE(shown(), QStringList(bid));
