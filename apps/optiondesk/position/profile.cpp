@@ -89,6 +89,7 @@ Profile::Profile(const QVector<Leg>& legs, const QVector<SeriesValuation>& serie
     m_leftOut = legs.size() - m_legs.size();
     for (const ValuedLeg& leg : qAsConst(m_legs))
         m_horizon = std::min(m_horizon, leg.market.time);
+    m_breakEvens = foundBreakEvens();
 }
 
 void Profile::add(const Leg& leg, const QVector<SeriesValuation>& series)
@@ -185,7 +186,7 @@ PolygonProfit Profile::polygon() const
     return polygon;
 }
 
-QVector<BreakEven> Profile::breakEvens() const
+QVector<BreakEven> Profile::foundBreakEvens() const
 {
     if (!atExpiry(m_forward))
         return {};

@@ -73,7 +73,7 @@ public:
     QVector<double> corners() const;
     /// Of the profit at expiry, from a price of 0 upwards. None where atExpiry() has no value, and of legs of
     /// several expiries none beyond ten times the highest strike or forward.
-    QVector<BreakEven> breakEvens() const;
+    const QVector<BreakEven>& breakEvens() const { return m_breakEvens; }
     /// What the profit at expiry gains per price beyond all strikes.
     double lastSlope() const;
 
@@ -86,11 +86,13 @@ private:
     std::optional<double> profit(double price, double passed) const;
     double rounding() const;
     PolygonProfit polygon() const;
+    QVector<BreakEven> foundBreakEvens() const;
 
     QVector<ValuedLeg> m_legs;
     int m_leftOut = 0;
     double m_forward = 0.0;
     double m_horizon = 0.0;
+    QVector<BreakEven> m_breakEvens;
 };
 
 /// The derivatives of unitValue() today at the forward, delta and gamma by the price of the future of the

@@ -43,7 +43,7 @@ struct CommandLine {
     QString settingsFile;
     /// Whether there are settings at all.
     bool usesSettings = true;
-    /// Of the positions; the user's own file unless it is named, none of without settings.
+    /// Of the positions; the user's own file unless it is named, and none without settings.
     QString positionsFile;
     /// Recorded quotes to replay into the window.
     QString replayFile;

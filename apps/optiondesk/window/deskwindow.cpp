@@ -203,6 +203,7 @@ void DeskWindow::tellOfSeries()
 void DeskWindow::showReason(const QString& reason)
 {
     m_shown.reset();
+    m_position->showNothing();
     m_plot->showNothing(reason);
     m_status->setFullText(reason);
     Q_EMIT shownChanged();

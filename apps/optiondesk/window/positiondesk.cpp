@@ -213,6 +213,14 @@ void PositionDesk::forgetUnusedSeries()
     }
 }
 
+void PositionDesk::showNothing()
+{
+    m_shown.reset();
+    m_others.clear();
+    m_model->setLegs({});
+    m_panel->setSummary(QString());
+}
+
 void PositionDesk::forgetOtherSeries()
 {
     m_others.clear();

@@ -39,6 +39,9 @@ public:
     /// date is that of the prices for the other series of the underlying.
     void value(ShownSeries* series, const QDate& asOf);
 
+    /// Empties the table while there is no series to show; the file keeps the position.
+    void showNothing();
+
     /// Values the other series anew when they are needed next.
     void forgetOtherSeries();
 

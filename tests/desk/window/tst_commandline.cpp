@@ -56,13 +56,15 @@ void tst_commandline::defaults()
     QCOMPARE(line.options.size, QSize(1000, 640));
     QVERIFY(line.options.settingsFile.isEmpty());
     QVERIFY(line.options.usesSettings);
+    QVERIFY(line.options.positionsFile.isEmpty());
+    QVERIFY(line.options.smileModel == Pricing::SmileModel::Spline);
 }
 
 void tst_commandline::readsEveryOption()
 {
     const ParsedCommandLine line = parsed({"--chain", "a b.csv", "--forward", "92.85", "--asof", "2012-10-01",
         "--expiry=20121114", "--view", "value", "--axis", "percent", "--database", "d.sqlite", "--picture",
-        "p.jpg", "--size", "200x10000", "--settings", "s.ini"});
+        "p.jpg", "--size", "200x10000", "--settings", "s.ini", "--positions", "p.json", "--smile", "svi"});
     QCOMPARE(line.action, ParsedCommandLine::Action::Run);
     QCOMPARE(line.options.chainFile, QStringLiteral("a b.csv"));
     QCOMPARE(line.options.forward.value_or(0.0), 92.85);
@@ -75,7 +77,11 @@ void tst_commandline::readsEveryOption()
     QCOMPARE(line.options.size, QSize(200, 10000));
     QCOMPARE(line.options.settingsFile, QStringLiteral("s.ini"));
     QVERIFY(line.options.usesSettings);
+    QCOMPARE(line.options.positionsFile, QStringLiteral("p.json"));
+    QVERIFY(line.options.smileModel == Pricing::SmileModel::Svi);
     QVERIFY(!parsed({"--no-settings"}).options.usesSettings);
+    QCOMPARE(parsed({"--view", "position"}).options.view, DeskView::Position);
+    QVERIFY(parsed({"--axis", "deviations"}).options.axisMode == AxisMode::Deviations);
 }
 
 void tst_commandline::readsDates_data()
@@ -193,6 +199,9 @@ void tst_commandline::refusesInOneLine_data()
     row("expiry", {"--expiry", "2012-11-31"}, "2012-11-31");
     row("expiry not after as-of", {"--asof", "2012-10-01", "--expiry", "2012-10-01"}, "2012-10-01");
     row("view", {"--view", "Volatility"}, "Volatility");
+    row("axis", {"--axis", "deviation"}, "deviations");
+    row("smile", {"--smile", "svj"}, "spline, svi or sabr");
+    row("empty positions", {"--positions", ""}, "--positions");
     row("size", {"--size", "big"}, "big");
     row("empty replay", {"--replay", ""}, "--replay");
     row("replay without value", {"--replay"}, "replay");
@@ -234,7 +243,8 @@ void tst_commandline::printsHelpAndVersion()
     QCOMPARE(help.action, ParsedCommandLine::Action::PrintText);
     for (const char* option :
         {"--chain", "--forward", "--asof", "--expiry", "--view", "--database", "--picture", "--export",
-            "--scale", "--size", "--replay", "--speed", "--settings", "--no-settings"})
+            "--scale", "--size", "--replay", "--speed", "--settings", "--no-settings", "--positions",
+            "--smile"})
         QVERIFY2(help.text.contains(QLatin1String(option)), option);
 }
 

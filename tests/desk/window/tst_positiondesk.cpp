@@ -5,6 +5,7 @@
 #include <plot2d/pricebased2dplotcurve.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 #include <position/legmodel.h>
+#include <position/positionfile.h>
 #include <position/positionpanel.h>
 #include <window/deskdata.h>
 #include <window/deskplot.h>
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void comesBackAfterARestart();
     void brokenFileIsKeptAside();
     void ofEachUnderlying();
+    void withoutSeriesThereIsNoTable();
     void actions();
 
 private:
@@ -311,6 +313,19 @@ void tst_positiondesk::ofEachUnderlying()
     QCOMPARE(model().rowCount(), 1);
     m_window->showSeries(other, SeriesFacts());
     QCOMPARE(model().rowCount(), 2);
+}
+
+void tst_positiondesk::withoutSeriesThereIsNoTable()
+{
+    model().addLeg();
+    const QVector<Leg> legs = model().legs();
+    LiveTable::removeSeries(m_future);
+    QTRY_COMPARE(model().rowCount(), 0);
+    QVERIFY(!m_window->shownSeries());
+    action("Add leg")->trigger();
+    QCOMPARE(model().rowCount(), 0);
+    QCOMPARE(Position::PositionFile(file()).legs(QStringLiteral("TEST")), legs);
+    QVERIFY(plot().itemList(QwtPlotItem::Rtti_PlotTextLabel).isEmpty());
 }
 
 void tst_positiondesk::actions()
