@@ -22,6 +22,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 #include <QStatusBar>
 
 #include <cstdio>
@@ -171,6 +172,8 @@ int main(int argc, char** argv)
     Platform::setUp();
     QApplication::setApplicationName(QStringLiteral("optiondesk"));
     QApplication::setApplicationDisplayName(QStringLiteral("Option desk"));
+    QApplication::setDesktopFileName(QStringLiteral("optiondesk"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/desktop/optiondesk.svg")));
     QApplication::setApplicationVersion(QStringLiteral(OPTIONDESK_VERSION));
 
     const ParsedCommandLine commandLine = parseCommandLine(QCoreApplication::arguments());

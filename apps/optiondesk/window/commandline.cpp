@@ -2,6 +2,7 @@
 
 #include "output/picture.h"
 #include "output/plotexport.h"
+#include "window/commandoptions.h"
 
 #include <database/exception.h>
 
@@ -18,117 +19,14 @@ constexpr double highestForward = 1e9;
 constexpr QSize smallestSize(200, 150);
 constexpr QSize largestSize(10000, 10000);
 
-const auto chainOption = QStringLiteral("chain");
-const auto forwardOption = QStringLiteral("forward");
-const auto asOfOption = QStringLiteral("asof");
-const auto expiryOption = QStringLiteral("expiry");
-const auto viewOption = QStringLiteral("view");
-const auto axisOption = QStringLiteral("axis");
-const auto smileOption = QStringLiteral("smile");
-const auto databaseOption = QStringLiteral("database");
-const auto pictureOption = QStringLiteral("picture");
-const auto exportOption = QStringLiteral("export");
-const auto scaleOption = QStringLiteral("scale");
-const auto sizeOption = QStringLiteral("size");
-const auto replayOption = QStringLiteral("replay");
-const auto speedOption = QStringLiteral("speed");
-const auto settingsOption = QStringLiteral("settings");
-const auto positionsOption = QStringLiteral("positions");
-const auto noSettingsOption = QStringLiteral("no-settings");
-
 Exception invalid(const QString& option, const QString& value, const QString& wanted)
 {
     return Exception(QStringLiteral("--%1 \"%2\": %3").arg(option, value, wanted));
 }
 
-QString enumeration(QStringList names)
+Exception unexpected(const QString& argument)
 {
-    const QString last = names.takeLast();
-    return names.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
-}
-
-QString axisNames()
-{
-    QStringList names;
-    for (const AxisModes::Description& mode : AxisModes::all())
-        names << mode.name;
-    return enumeration(names);
-}
-
-QString smileNames()
-{
-    QStringList names;
-    for (const SmileModels::Description& model : SmileModels::all())
-        names << model.key;
-    return enumeration(names);
-}
-
-QList<QCommandLineOption> dataOptions()
-{
-    const auto file = QStringLiteral("file");
-    const auto date = QStringLiteral("date");
-    return {{chainOption, QStringLiteral("Import the option chain of a CSV <file> and show it."), file},
-        {forwardOption,
-            QStringLiteral("The forward <price> of the series shown; otherwise the file's, otherwise that of "
-                           "put-call parity."),
-            QStringLiteral("price")},
-        {asOfOption, QStringLiteral("The <date> of the prices, YYYY-MM-DD or YYYYMMDD."), date},
-        {expiryOption,
-            QStringLiteral(
-                "Show the series that expires on this <date>; the expiry of a chain that states none."),
-            date},
-        {databaseOption,
-            QStringLiteral("Keep the chains in this SQLite <file>; otherwise they are forgotten at the end."),
-            file}};
-}
-
-QList<QCommandLineOption> pictureOptions()
-{
-    return {{viewOption, QStringLiteral("What to draw, volatility, value or position."),
-                QStringLiteral("view"), QStringLiteral("volatility")},
-        {axisOption, QStringLiteral("What the strikes are shown as, ") + axisNames() + QLatin1Char('.'),
-            QStringLiteral("mode"), AxisModes::all().constFirst().name},
-        {smileOption, QStringLiteral("How the smile is fitted, ") + smileNames() + QLatin1Char('.'),
-            QStringLiteral("model"), SmileModels::all().constFirst().key},
-        {pictureOption,
-            QStringLiteral("Save a picture of the window in this <file>, in the format of its suffix (PNG "
-                           "without one), print its path and quit."),
-            QStringLiteral("file")},
-        {exportOption,
-            QStringLiteral(
-                "Write the plot into this <file>, a picture (png), a drawing (svg), a page (pdf) or "
-                "the curves' samples (csv) by its suffix, print its path and quit; also several "
-                "times."),
-            QStringLiteral("file")},
-        {scaleOption, QStringLiteral("How many times larger an exported png is than its size, 1 to 4."),
-            QStringLiteral("scale"), QStringLiteral("1")},
-        {sizeOption,
-            QStringLiteral(
-                "The <size> of window, picture or exported plot in pixels, 200x150 to 10000x10000."),
-            QStringLiteral("size"), QStringLiteral("1000x640")}};
-}
-
-QList<QCommandLineOption> replayOptions()
-{
-    return {
-        {replayOption,
-            QStringLiteral("Replay the recorded quotes of a CSV <file> (time, instrument, bid, ask, last) "
-                           "into the window."),
-            QStringLiteral("file")},
-        {speedOption, QStringLiteral("How fast to replay, 1, 10 or max."), QStringLiteral("speed"),
-            QStringLiteral("1")}};
-}
-
-QList<QCommandLineOption> settingsOptions()
-{
-    return {{settingsOption,
-                QStringLiteral("Keep the choices made in the window in this <file> instead of the user's."),
-                QStringLiteral("file")},
-        {positionsOption, QStringLiteral("Keep the positions in this <file> instead of the user's."),
-            QStringLiteral("file")},
-        {noSettingsOption,
-            QStringLiteral("Neither use nor keep choices made in the window, nor positions without "
-                           "--positions.")}};
+    return Exception(QStringLiteral("unexpected argument \"%1\"").arg(argument));
 }
 
 QString fileName(const QCommandLineParser& parser, const QString& option)
@@ -139,15 +37,26 @@ QString fileName(const QCommandLineParser& parser, const QString& option)
     return name;
 }
 
+// An argument that is no option's is a chain's file, as file managers give it.
+QString chainFile(const QCommandLineParser& parser)
+{
+    QStringList arguments = parser.positionalArguments();
+    if (!parser.isSet(CommandOptions::chain) && !arguments.isEmpty() && !arguments.constFirst().isEmpty())
+        return arguments.size() == 1 ? arguments.constFirst() : throw unexpected(arguments.at(1));
+    if (!arguments.isEmpty())
+        throw unexpected(arguments.constFirst());
+    return fileName(parser, CommandOptions::chain);
+}
+
 std::optional<double> forward(const QCommandLineParser& parser)
 {
-    if (!parser.isSet(forwardOption))
+    if (!parser.isSet(CommandOptions::forward))
         return std::nullopt;
-    const QString text = parser.value(forwardOption);
+    const QString text = parser.value(CommandOptions::forward);
     bool ok = false;
     const double value = text.toDouble(&ok);
     if (!ok || !(value >= lowestForward && value <= highestForward))
-        throw invalid(forwardOption, text, QStringLiteral("a price from 0.00001 to 1e9 is needed"));
+        throw invalid(CommandOptions::forward, text, QStringLiteral("a price from 0.00001 to 1e9 is needed"));
     return value;
 }
 
@@ -164,43 +73,43 @@ QDate date(const QCommandLineParser& parser, const QString& option)
 
 DeskView view(const QCommandLineParser& parser)
 {
-    const QString text = parser.value(viewOption);
+    const QString text = parser.value(CommandOptions::view);
     if (const std::optional<DeskView> named = viewFromName(text))
         return *named;
-    throw invalid(viewOption, text, QStringLiteral("volatility, value or position is needed"));
+    throw invalid(CommandOptions::view, text, QStringLiteral("volatility, value or position is needed"));
 }
 
 AxisMode axisMode(const QCommandLineParser& parser)
 {
-    const QString text = parser.value(axisOption);
+    const QString text = parser.value(CommandOptions::axis);
     if (const std::optional<AxisMode> mode = AxisModes::fromName(text))
         return *mode;
-    throw invalid(axisOption, text, axisNames() + QStringLiteral(" is needed"));
+    throw invalid(CommandOptions::axis, text, CommandOptions::axisNames() + QStringLiteral(" is needed"));
 }
 
 Pricing::SmileModel smileModel(const QCommandLineParser& parser)
 {
-    const QString text = parser.value(smileOption);
+    const QString text = parser.value(CommandOptions::smile);
     if (const std::optional<Pricing::SmileModel> model = SmileModels::fromKey(text))
         return *model;
-    throw invalid(smileOption, text, smileNames() + QStringLiteral(" is needed"));
+    throw invalid(CommandOptions::smile, text, CommandOptions::smileNames() + QStringLiteral(" is needed"));
 }
 
 QString pictureFile(const QCommandLineParser& parser)
 {
-    QString name = fileName(parser, pictureOption);
+    QString name = fileName(parser, CommandOptions::picture);
     if (!name.isEmpty() && Picture::formatOf(name).isEmpty())
-        throw invalid(pictureOption, name,
+        throw invalid(CommandOptions::picture, name,
             QStringLiteral("the suffix is none of ") + Picture::suffixes().join(QStringLiteral(", ")));
     return name;
 }
 
 QStringList exportFiles(const QCommandLineParser& parser)
 {
-    const QStringList names = parser.values(exportOption);
+    const QStringList names = parser.values(CommandOptions::exportFile);
     for (const QString& name : names) {
         if (!PlotExport::formatOf(name))
-            throw invalid(exportOption, name,
+            throw invalid(CommandOptions::exportFile, name,
                 QStringLiteral("the suffix is none of ") + PlotExport::suffixes().join(QStringLiteral(", ")));
     }
     return names;
@@ -208,90 +117,87 @@ QStringList exportFiles(const QCommandLineParser& parser)
 
 int exportScale(const QCommandLineParser& parser)
 {
-    const QString text = parser.value(scaleOption);
+    const QString text = parser.value(CommandOptions::scale);
     bool ok = false;
     const int value = text.toInt(&ok);
     if (!ok || value < PlotExport::smallestScale || value > PlotExport::largestScale)
-        throw invalid(scaleOption, text, QStringLiteral("a whole number from 1 to 4 is needed"));
-    if (parser.isSet(scaleOption) && !parser.isSet(exportOption))
-        throw invalid(scaleOption, text, QStringLiteral("a file to --export is needed"));
+        throw invalid(CommandOptions::scale, text, QStringLiteral("a whole number from 1 to 4 is needed"));
+    if (parser.isSet(CommandOptions::scale) && !parser.isSet(CommandOptions::exportFile))
+        throw invalid(CommandOptions::scale, text, QStringLiteral("a file to --export is needed"));
     return value;
 }
 
 QSize size(const QCommandLineParser& parser)
 {
     static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{1,5})x([0-9]{1,5})\\z"));
-    const QString text = parser.value(sizeOption);
+    const QString text = parser.value(CommandOptions::size);
     const QRegularExpressionMatch match = pattern.match(text);
     const QSize value(match.captured(1).toInt(), match.captured(2).toInt());
     if (!match.hasMatch() || value.boundedTo(largestSize).expandedTo(smallestSize) != value)
-        throw invalid(
-            sizeOption, text, QStringLiteral("a size from 200x150 to 10000x10000 is needed, as 1000x640"));
+        throw invalid(CommandOptions::size, text,
+            QStringLiteral("a size from 200x150 to 10000x10000 is needed, as 1000x640"));
     return value;
 }
 
 QString replayFile(const QCommandLineParser& parser)
 {
-    QString name = fileName(parser, replayOption);
-    for (const QString& output : {pictureOption, exportOption}) {
+    QString name = fileName(parser, CommandOptions::replay);
+    for (const QString& output : {CommandOptions::picture, CommandOptions::exportFile}) {
         if (!name.isEmpty() && parser.isSet(output))
-            throw invalid(
-                replayOption, name, QStringLiteral("a window is needed, no file as of --") + output);
+            throw invalid(CommandOptions::replay, name,
+                QStringLiteral("a window is needed, no file as of --") + output);
     }
     return name;
 }
 
 std::optional<double> replaySpeed(const QCommandLineParser& parser)
 {
-    const QString text = parser.value(speedOption);
-    if (parser.isSet(speedOption) && !parser.isSet(replayOption))
-        throw invalid(speedOption, text, QStringLiteral("a recording to --replay is needed"));
+    const QString text = parser.value(CommandOptions::speed);
+    if (parser.isSet(CommandOptions::speed) && !parser.isSet(CommandOptions::replay))
+        throw invalid(CommandOptions::speed, text, QStringLiteral("a recording to --replay is needed"));
     if (text == QLatin1String("max"))
         return std::nullopt;
     if (text == QLatin1String("1") || text == QLatin1String("10"))
         return text.toDouble();
-    throw invalid(speedOption, text, QStringLiteral("1, 10 or max is needed"));
+    throw invalid(CommandOptions::speed, text, QStringLiteral("1, 10 or max is needed"));
 }
 
 QString settingsFile(const QCommandLineParser& parser)
 {
-    QString name = fileName(parser, settingsOption);
-    if (!name.isEmpty() && parser.isSet(noSettingsOption))
-        throw invalid(settingsOption, name, QStringLiteral("contradicts --") + noSettingsOption);
+    QString name = fileName(parser, CommandOptions::settings);
+    if (!name.isEmpty() && parser.isSet(CommandOptions::noSettings))
+        throw invalid(
+            CommandOptions::settings, name, QStringLiteral("contradicts --") + CommandOptions::noSettings);
     return name;
 }
 
 CommandLine options(const QCommandLineParser& parser)
 {
-    const QStringList surplus = parser.positionalArguments();
-    if (!surplus.isEmpty())
-        throw Exception(QStringLiteral("unexpected argument \"%1\"").arg(surplus.first()));
-
     CommandLine result;
-    result.chainFile = fileName(parser, chainOption);
+    result.chainFile = chainFile(parser);
     result.forward = forward(parser);
-    result.asOf = date(parser, asOfOption);
-    result.expiry = date(parser, expiryOption);
+    result.asOf = date(parser, CommandOptions::asOf);
+    result.expiry = date(parser, CommandOptions::expiry);
     if (result.asOf.isValid() && result.expiry.isValid() && result.expiry <= result.asOf)
-        throw invalid(expiryOption, parser.value(expiryOption),
+        throw invalid(CommandOptions::expiry, parser.value(CommandOptions::expiry),
             QStringLiteral("a date after that of --asof is needed"));
     result.view = view(parser);
     result.axisMode = axisMode(parser);
     result.smileModel = smileModel(parser);
-    result.databaseFile = fileName(parser, databaseOption);
+    result.databaseFile = fileName(parser, CommandOptions::database);
     result.pictureFile = pictureFile(parser);
     result.exportFiles = exportFiles(parser);
     result.exportScale = exportScale(parser);
     result.replayFile = replayFile(parser);
     result.replaySpeed = replaySpeed(parser);
     result.settingsFile = settingsFile(parser);
-    result.positionsFile = fileName(parser, positionsOption);
-    result.usesSettings = !parser.isSet(noSettingsOption);
+    result.positionsFile = fileName(parser, CommandOptions::positions);
+    result.usesSettings = !parser.isSet(CommandOptions::noSettings);
     result.size = size(parser);
-    result.statesView = parser.isSet(viewOption);
-    result.statesAxisMode = parser.isSet(axisOption);
-    result.statesSmileModel = parser.isSet(smileOption);
-    result.statesSize = parser.isSet(sizeOption);
+    result.statesView = parser.isSet(CommandOptions::view);
+    result.statesAxisMode = parser.isSet(CommandOptions::axis);
+    result.statesSmileModel = parser.isSet(CommandOptions::smile);
+    result.statesSize = parser.isSet(CommandOptions::size);
     return result;
 }
 
@@ -332,10 +238,9 @@ ParsedCommandLine parseCommandLine(const QStringList& arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Draws the volatility smile of an option chain."));
-    parser.addOptions(dataOptions());
-    parser.addOptions(pictureOptions());
-    parser.addOptions(replayOptions());
-    parser.addOptions(settingsOptions());
+    parser.addOptions(CommandOptions::all());
+    parser.addPositionalArgument(
+        QStringLiteral("file"), QStringLiteral("The same as --chain <file>."), QStringLiteral("[file]"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
 

@@ -12,6 +12,7 @@ private Q_SLOTS:
     void initTestCase();
     void defaults();
     void readsEveryOption();
+    void takesAChainWithoutAnOption();
     void readsDates_data();
     void readsDates();
     void readsSizes_data();
@@ -82,6 +83,18 @@ void tst_commandline::readsEveryOption()
     QVERIFY(!parsed({"--no-settings"}).options.usesSettings);
     QCOMPARE(parsed({"--view", "position"}).options.view, DeskView::Position);
     QVERIFY(parsed({"--axis", "deviations"}).options.axisMode == AxisMode::Deviations);
+}
+
+void tst_commandline::takesAChainWithoutAnOption()
+{
+    QCOMPARE(parsed({"a b.csv"}).options.chainFile, QStringLiteral("a b.csv"));
+    QCOMPARE(parsed({"--view", "value", "c.csv"}).options.chainFile, QStringLiteral("c.csv"));
+    for (const QStringList& surplus :
+        {QStringList{"a.csv", "b.csv"}, QStringList{"--chain", "a.csv", "b.csv"}, QStringList{""}}) {
+        const ParsedCommandLine line = parsed(surplus);
+        QCOMPARE(line.action, ParsedCommandLine::Action::Fail);
+        QVERIFY2(line.text.contains(QStringLiteral("unexpected argument")), qPrintable(line.text));
+    }
 }
 
 void tst_commandline::readsDates_data()
@@ -182,7 +195,6 @@ void tst_commandline::refusesInOneLine_data()
     };
     row("unknown option", {"--colour", "red"}, "colour");
     row("abbreviated option", {"--pic", "p.png"}, "pic");
-    row("file without option", {"chain.csv"}, "chain.csv");
     row("missing value", {"--chain"}, "chain");
     row("empty chain", {"--chain", ""}, "--chain");
     row("empty database", {"--database", ""}, "--database");

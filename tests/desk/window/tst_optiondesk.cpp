@@ -106,7 +106,7 @@ void tst_optiondesk::refusesBadOptions_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("named");
     QTest::newRow("unknown") << QStringList{"--wrong"} << QByteArray("wrong");
-    QTest::newRow("surplus") << QStringList{"good.csv"} << QByteArray("good.csv");
+    QTest::newRow("surplus") << QStringList{"good.csv", "other.csv"} << QByteArray("other.csv");
     QTest::newRow("no value") << QStringList{"--chain"} << QByteArray("--chain");
     QTest::newRow("forward") << QStringList{"--forward", "-1"} << QByteArray("--forward");
     QTest::newRow("as-of") << QStringList{"--asof", "2012-02-30"} << QByteArray("2012-02-30");
