@@ -7,7 +7,8 @@ class QWidget;
 /// Where a window is on the screen, as texts that outlive the desk.
 namespace WindowPlace {
 
-/// The corner of its frame, its size while it is neither maximized nor full screen, and whether it is maximized.
+/// The corner of its frame, its size while it is neither maximized nor full screen, and whether it is
+/// maximized.
 QStringList toTexts(const QWidget& window);
 
 /// Places a window. Of a place that is on no screen any more only the size is taken, of a size that is larger
