@@ -92,11 +92,12 @@ public:
 
 void PlotDrawing::paint(PriceBased2dPlot& plot, const QSizeF& size, QPainter& painter, const QRectF& target)
 {
+    constexpr double margin = 8.0;
     const LegendRows legend(plot);
-    const QMarginsF margins(plot.contentsMargins());
-    const double legendWidth = size.width() - margins.left() - margins.right();
-    const double legendHeight = std::min(legend.heightFor(legendWidth), size.height());
-    const double plotHeight = size.height() - legendHeight;
+    QRectF inside = QRectF(QPointF(), size).adjusted(margin, margin, -margin, -margin / 2.0);
+    QRectF rows = inside;
+    rows.setTop(inside.bottom() - std::min(legend.heightFor(inside.width()), inside.height()));
+    inside.setBottom(rows.top());
     // The renderer scales by this on its own.
     const double ratioX = double(painter.device()->logicalDpiX()) / plot.logicalDpiX();
     const double ratioY = double(painter.device()->logicalDpiY()) / plot.logicalDpiY();
@@ -105,10 +106,8 @@ void PlotDrawing::paint(PriceBased2dPlot& plot, const QSizeF& size, QPainter& pa
     painter.translate(target.topLeft());
     painter.scale(target.width() / size.width(), target.height() / size.height());
     painter.fillRect(QRectF(QPointF(), size), plot.canvasBackground());
-    painter.save();
+    legend.paint(painter, rows);
     painter.scale(1.0 / ratioX, 1.0 / ratioY);
-    Renderer().render(&plot, &painter, QRectF(0.0, 0.0, size.width() * ratioX, plotHeight * ratioY));
-    painter.restore();
-    legend.paint(painter, QRectF(margins.left(), plotHeight, legendWidth, legendHeight));
+    Renderer().render(&plot, &painter, QTransform::fromScale(ratioX, ratioY).mapRect(inside));
     painter.restore();
 }

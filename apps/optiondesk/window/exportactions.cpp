@@ -40,6 +40,13 @@ QString suffixOf(ExportFormat format)
     return PlotExport::suffixes().at(int(format));
 }
 
+// A printer that writes a file takes its name from the document, too.
+QString fileNameOf(const QString& document)
+{
+    static const QRegularExpression forbidden(QStringLiteral("[\\x00-\\x1f\\x7f/\\\\:*?\"<>|]"));
+    return QString(document).replace(forbidden, QStringLiteral("-"));
+}
+
 QString askByDialog(const QString& suggestion, ExportFormat format, QWidget* parent)
 {
     QFileDialog dialog(parent, ExportActions::tr("Export the plot"), suggestion, filterOf(format));
@@ -141,7 +148,7 @@ void ExportActions::addScales(QMenu& menu)
     for (int scale = PlotExport::smallestScale; scale <= PlotExport::largestScale; ++scale) {
         QAction* const action = addEntry(scales,
             {tr("&%1\u00d7").arg(scale), {QKeySequence(QStringLiteral("Ctrl+Alt+%1").arg(scale))},
-                tr("Save and copy pictures with %n pixel(s) a side for each of the screen", nullptr, scale)});
+                tr("Save and copy PNG pictures at %1 times the size of the plot on the screen").arg(scale)});
         action->setCheckable(true);
         action->setChecked(scale == m_scale);
         action->setData(scale);
@@ -179,12 +186,8 @@ ExportOptions ExportActions::options() const
 
 QString ExportActions::suggestion(ExportFormat format) const
 {
-    static const QRegularExpression forbidden(QStringLiteral("[\\x00-\\x1f\\x7f/\\\\:*?\"<>|]"));
-    QString name = m_documentName;
-    name.replace(forbidden, QStringLiteral("-"));
-    if (name.isEmpty())
-        name = QStringLiteral("optiondesk");
-    name += QLatin1Char('.') + suffixOf(format);
+    const QString name = fileNameOf(m_documentName.isEmpty() ? QStringLiteral("optiondesk") : m_documentName)
+        + QLatin1Char('.') + suffixOf(format);
     return m_folder.isEmpty() ? name : QDir(m_folder).filePath(name);
 }
 
@@ -229,6 +232,8 @@ void ExportActions::onPrint()
 {
     QPrinter printer(QPrinter::HighResolution);
     PlotPrint::prepare(*m_plot, printer);
+    if (!m_documentName.isEmpty())
+        printer.setDocName(fileNameOf(m_documentName));
     const QPointer<ExportActions> self(this);
     if (!m_printQuestion(&printer, m_plot->window()) || !self || !m_plot)
         return;

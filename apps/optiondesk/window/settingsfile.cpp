@@ -70,7 +70,7 @@ QString SettingsFile::setAside(const QString& fileName)
 {
     constexpr int mostKept = 1000;
     for (int i = 1; i <= mostKept; ++i) {
-        const QString name = fileName + QStringLiteral(".broken") + (i > 1 ? QString::number(i) : QString());
+        QString name = fileName + QStringLiteral(".broken") + (i > 1 ? QString::number(i) : QString());
         // A file of the new name makes this fail.
         if (QFile::rename(fileName, name))
             return name;

@@ -1,5 +1,6 @@
 #include "window/windowsession.h"
 
+#include "window/checkedbytes.h"
 #include "window/commandline.h"
 #include "window/deskdata.h"
 #include "window/deskplot.h"
@@ -96,8 +97,12 @@ void keepPlace(DeskSession& session, DeskWindow& window)
         placeKey, [&] { return WindowPlace::toTexts(window); },
         [&](const QVariant& value) { WindowPlace::restore(window, value.toStringList()); });
     session.keep(
-        QStringLiteral("docks"), [&] { return window.saveState(); },
-        [&](const QVariant& value) { window.restoreState(value.toByteArray()); });
+        QStringLiteral("docks"), [&] { return CheckedBytes::toTexts(window.saveState()); },
+        [&](const QVariant& value) {
+            // Qt reads without doubt what it has written, and crashes on what it has not.
+            if (const auto state = CheckedBytes::fromTexts(value.toStringList()))
+                window.restoreState(*state);
+        });
 }
 
 void keepLook(DeskSession& session, DeskWindow& window)

@@ -204,7 +204,8 @@ void tst_windowsession::fallsBack_data()
     row("export folder that is gone", "exportFolder", QStringLiteral("/none/at/all"));
     row("folder that is a file", "importFolder", QStringLiteral("/etc/passwd"));
     row("place", "place", QStringLiteral("everywhere"));
-    row("docks", "docks", QByteArray("\0\0\0\xff\0\0\0\0\xfd", 9));
+    row("docks without their sum", "docks", QByteArray("\0\0\0\xff\0\0\0\0\xfd", 9));
+    row("docks with a wrong sum", "docks", QStringList{"00", "AAAA/wAAAAD9"});
     row("zoom not finite", "zoom",
         QStringList{"FIRST", "2024-04-02", "volatility", "nan", "110", "0.2", "0.4", "auto"});
     row("zoom of another series", "zoom",
