@@ -6,6 +6,7 @@
 
 #include <QFont>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QPalette>
 
 #include <algorithm>
@@ -185,8 +186,13 @@ QVariant SeriesTreeModel::expiryData(const Expiry& expiry, int position, int rol
     }
     case Qt::DecorationRole: {
         const double ratio = qGuiApp->devicePixelRatio();
-        return isChosen ? ExpiryLook::chosenMark(qGuiApp->palette().color(QPalette::Text), ratio)
-                        : ExpiryLook::swatch(ExpiryLook::pen(position), ratio);
+        const QPixmap picture = isChosen
+            ? ExpiryLook::chosenMark(qGuiApp->palette().color(QPalette::Text), ratio)
+            : ExpiryLook::swatch(ExpiryLook::pen(position), ratio);
+        // The same in a selected row, which would be painted over in its colour.
+        QIcon icon(picture);
+        icon.addPixmap(picture, QIcon::Selected);
+        return icon;
     }
     case Qt::ToolTipRole:
         return tip(expiry);

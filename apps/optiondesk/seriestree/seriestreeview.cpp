@@ -41,6 +41,18 @@ void SeriesTreeView::mousePressEvent(QMouseEvent* event)
         setCurrentIndex(index);
 }
 
+// Two quick clicks on a box are two.
+void SeriesTreeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (m_model->seriesAt(indexAt(event->pos())) == 0) {
+        QTreeView::mouseDoubleClickEvent(event);
+        return;
+    }
+    QMouseEvent press(QEvent::MouseButtonPress, event->localPos(), event->windowPos(), event->screenPos(),
+        event->button(), event->buttons(), event->modifiers());
+    mousePressEvent(&press);
+}
+
 // A click on the box comes as well, after it has changed the state.
 void SeriesTreeView::onClicked(const QModelIndex& index)
 {

@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QFont>
+#include <QIcon>
 
 /// The tree of stored series: its shape, its boxes and what it says of them.
 class tst_seriestreemodel : public QObject {
@@ -205,8 +206,10 @@ void tst_seriestreemodel::saysWhichIsChosen()
     QCOMPARE(of(11).data(Qt::AccessibleTextRole).toString(), QStringLiteral("15 Mar 2024"));
     for (const int id : {11, 12})
         QVERIFY(!of(id).data(Qt::ToolTipRole).toString().isEmpty());
-    const auto picture
-        = [this](int id) { return of(id).data(Qt::DecorationRole).value<QPixmap>().toImage(); };
+    const auto picture = [this](int id) {
+        const QSize size(ExpiryLook::swatchWidth, ExpiryLook::swatchHeight);
+        return of(id).data(Qt::DecorationRole).value<QIcon>().pixmap(size).toImage();
+    };
     QVERIFY(picture(11) != picture(12));
     QCOMPARE(picture(11), ExpiryLook::swatch(ExpiryLook::pen(0), 1.0).toImage());
 }
