@@ -57,6 +57,20 @@ Function fittedSabr(
     };
 }
 
+SmilePoints precisePoints(const SmilePoints& points)
+{
+    constexpr double largestError = 0.005;
+    SmilePoints precise;
+    for (std::size_t i = 0; i < points.strikes.size(); ++i) {
+        if (points.errors[i] > largestError)
+            continue;
+        precise.strikes.push_back(points.strikes[i]);
+        precise.volatilities.push_back(points.volatilities[i]);
+        precise.errors.push_back(points.errors[i]);
+    }
+    return precise;
+}
+
 bool isSound(const Function& volatility, double low, double high)
 {
     constexpr int steps = 500;
@@ -71,16 +85,18 @@ bool isSound(const Function& volatility, double low, double high)
 
 }
 
-Function parametricSmile(SmileModel model, const std::vector<double>& strikes,
-    const std::vector<double>& volatilities, const Market& market)
+Function parametricSmile(SmileModel model, const SmilePoints& points, const Market& market)
 {
     const std::size_t parameters = model == SmileModel::Svi ? 5 : 3;
-    if (model == SmileModel::Spline || !market.isValid() || strikes.size() < parameters)
+    if (model == SmileModel::Spline || !market.isValid() || points.strikes.size() < parameters)
         return nullptr;
     try {
-        Function fitted = model == SmileModel::Svi ? fittedSvi(strikes, volatilities, market)
-                                                   : fittedSabr(strikes, volatilities, market);
-        return isSound(fitted, strikes.front(), strikes.back()) ? fitted : nullptr;
+        SmilePoints used = precisePoints(points);
+        if (used.strikes.size() < 2 * parameters)
+            used = points;
+        Function fitted = model == SmileModel::Svi ? fittedSvi(used.strikes, used.volatilities, market)
+                                                   : fittedSabr(used.strikes, used.volatilities, market);
+        return isSound(fitted, points.strikes.front(), points.strikes.back()) ? fitted : nullptr;
     } catch (const std::exception&) {
         return nullptr;
     }

@@ -115,13 +115,14 @@ void Smile::Curve::setKnots(const Knots& knots)
 
 void Smile::Curve::setModel(SmileModel wanted, const Knots& knots, const Market& market)
 {
-    std::vector<double> strikes;
-    std::vector<double> volatilities;
+    SmilePoints points;
     for (std::size_t i = 0; i < knots.logStrikes.size(); ++i) {
-        strikes.push_back(std::exp(knots.logStrikes[i]));
-        volatilities.push_back(std::exp(knots.logVolatilities[i]));
+        const double volatility = std::exp(knots.logVolatilities[i]);
+        points.strikes.push_back(std::exp(knots.logStrikes[i]));
+        points.volatilities.push_back(volatility);
+        points.errors.push_back(knots.errors[i] * volatility);
     }
-    parametric = parametricSmile(wanted, strikes, volatilities, market);
+    parametric = parametricSmile(wanted, points, market);
     if (parametric)
         model = wanted;
 }
