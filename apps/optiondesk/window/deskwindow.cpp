@@ -132,7 +132,7 @@ void DeskWindow::addSmileModels(QMenu& menu)
     m_smileModels = new QActionGroup(this);
     int key = 1;
     for (const SmileModels::Description& model : SmileModels::all()) {
-        QAction* const action = addAction(models, model.menuText, QStringLiteral("Ctrl+Alt+%1").arg(key++),
+        QAction* const action = addAction(models, model.menuText, QStringLiteral("Alt+Shift+%1").arg(key++),
             tr("Fit the smile so: %1").arg(SmileModels::name(model.model)));
         action->setCheckable(true);
         action->setChecked(model.model == Pricing::SmileModel::Spline);

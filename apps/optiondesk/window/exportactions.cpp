@@ -127,7 +127,7 @@ void ExportActions::addCopies(QMenu& menu)
             {tr("P&DF page"), {QKeySequence(QStringLiteral("Ctrl+Alt+D"))},
                 tr("Copy the plot to the clipboard as a PDF page")}},
         {ExportFormat::Csv,
-            {tr("&CSV table"), {QKeySequence(QStringLiteral("Ctrl+Shift+C"))},
+            {tr("&CSV table"), {QKeySequence(QStringLiteral("Ctrl+Alt+C"))},
                 tr("Copy the samples of the visible curves to the clipboard as text")}},
     };
     auto* const group = new QActionGroup(this);

@@ -130,12 +130,12 @@ void PositionDesk::addActions(QMenu* menu)
     menu->addSeparator();
     QAction* const visible = m_dock->toggleViewAction();
     visible->setText(tr("&Table"));
-    visible->setShortcut(QKeySequence(QStringLiteral("Ctrl+T")));
+    visible->setShortcut(QKeySequence(QStringLiteral("Ctrl+B")));
     visible->setToolTip(tr("Show or hide the table of the position"));
     visible->setStatusTip(visible->toolTip());
     menu->addAction(visible);
     connect(addEntry(*menu,
-                {tr("&Edit the table"), {QKeySequence(QStringLiteral("Ctrl+E"))},
+                {tr("&Edit the table"), {QKeySequence(QStringLiteral("Ctrl+L"))},
                     tr("Take the keyboard to the table of the position")}),
         SIGNAL(triggered()), this, SLOT(editTable()));
 }

@@ -164,7 +164,7 @@ void tst_positiononscreen::twoLegsByKeyboard()
     QTRY_COMPARE_WITH_TIMEOUT(breakEvens(), 2, patience);
     QVERIFY(pixels(expiryColor) > 300);
     QCOMPARE(keptLegs(), legs);
-    m_session->press({"ctrl+e"});
+    m_session->press({"ctrl+l"});
     m_session->press({"Delete"});
     QTRY_COMPARE_WITH_TIMEOUT(keptLegs().size(), 1, patience);
     QTRY_COMPARE_WITH_TIMEOUT(breakEvens(), 1, patience);
