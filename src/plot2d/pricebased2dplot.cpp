@@ -6,6 +6,7 @@
 #include "plot2d/pricebased2dplotpicker.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
 #include "plot2d/pricebased2dplotscaleengine.h"
+#include "plotcanvas_p.h"
 #include "plotitems_p.h"
 #include "plotlook_p.h"
 
@@ -42,6 +43,7 @@ void PriceBased2dPlot::construct(bool init)
 {
     qRegisterMetaType<PriceInterval>("PriceInterval");
     initSecColumns();
+    setCanvas(new PlotCanvas(this));
     if (init)
         initPlot();
 }

@@ -8,8 +8,11 @@
 
 #include <qwt_plot_curve.h>
 
+#include <memory>
+
 class PriceBased2dPlot;
 class QDataStream;
+class SampleIndex;
 
 /// One sample of a curve with marked points.
 struct PriceBased2dPlotPoint {
@@ -78,9 +81,29 @@ public:
     /// 0.
     static void read(QDataStream& stream, CurveParams& params);
 
+    /// As of the base class. Costs nothing for samples that are all finite.
+    QRectF boundingRect() const override;
+
+    /// Draws the samples that are seen.
+    void drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+
+    /// What is known of the samples beforehand, as long as they stay as they are; null where the samples are
+    /// of a class of the host's. For the library's own use.
+    const SampleIndex* sampleIndex() const;
+
+protected:
+    void drawLines(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawSteps(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void dataChanged() override;
+
 private:
     bool showQuote();
+    bool isFilled() const;
 
     int m_dataType = -1;
     QPointer<PriceBased2dPlot> m_plot;
+    mutable std::unique_ptr<SampleIndex> m_index;
 };

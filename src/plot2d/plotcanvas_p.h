@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+
+#include <qwt_plot_canvas.h>
+
+#include <optional>
+
+/// The canvas of a plot, made for being painted anew at each step of a zoom.
+///
+/// Qwt's canvas draws into a pixmap, freed and taken anew at each replot, and under a style sheet fills its
+/// background three times over. This one draws what a replot has changed straight to the screen. Only when it
+/// is to be painted again without a replot, as under a moving tracker, does it keep its picture.
+class PlotCanvas : public QwtPlotCanvas {
+    Q_OBJECT
+
+public:
+    explicit PlotCanvas(QwtPlot* plot);
+    ~PlotCanvas() override;
+
+public Q_SLOTS:
+    /// Takes the place of the base's slot, which QwtPlot calls by name.
+    void replot();
+
+protected:
+    /// Leaves a canvas with a border, a frame of its own or a background of more than one colour to Qwt.
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    enum class Background { Unknown, Uniform, Other };
+
+    bool hasUniformBackground();
+    void findBackground();
+    void drawContents(QPainter& painter);
+    bool isStored() const;
+
+    Background m_background = Background::Unknown;
+    QColor m_color;
+    QPixmap m_store;
+    bool m_storeIsCurrent = false;
+    bool m_paintedSinceReplot = false;
+};
