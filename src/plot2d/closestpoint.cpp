@@ -42,14 +42,14 @@ public:
     {
         return m_params.xMin <= x && x <= m_params.xMax && m_params.yMin <= y && y <= m_params.yMax;
     }
-    double xDistance(double x) const
+    double distance(double x, double y) const
     {
-        return std::abs(m_cursorX - (x - m_params.xMin) * percent / m_width);
+        return std::abs(m_cursorX - xPercent(x)) + std::abs(m_cursorY - yPercent(y));
     }
-    double yDistance(double y) const
-    {
-        return std::abs(m_cursorY - (m_hasHeight ? (y - m_params.yMin) * percent / m_height : 0.0));
-    }
+    /// No more than the horizontal distance of any sample with this price or one further up, or down. Rounding
+    /// may put prices next to the cursor's on its other side.
+    double xDistanceAbove(double x) const { return std::max(0.0, xPercent(x) - m_cursorX); }
+    double xDistanceBelow(double x) const { return std::max(0.0, m_cursorX - xPercent(x)); }
     /// The cursor's price.
     double cursorPrice() const { return m_params.xMin + m_params.cursorX; }
 
@@ -60,13 +60,16 @@ public:
         const double high = std::min(bounds.high, m_params.yMax);
         if (!(low <= high))
             return std::numeric_limits<double>::infinity();
-        const double fromLow = m_cursorY - (m_hasHeight ? (low - m_params.yMin) * percent / m_height : 0.0);
-        const double fromHigh
-            = (m_hasHeight ? (high - m_params.yMin) * percent / m_height : 0.0) - m_cursorY;
-        return std::max({0.0, -fromLow, -fromHigh});
+        return std::max({0.0, yPercent(low) - m_cursorY, m_cursorY - yPercent(high)});
     }
 
 private:
+    double xPercent(double x) const { return (x - m_params.xMin) * percent / m_width; }
+    double yPercent(double y) const
+    {
+        return m_hasHeight ? (y - m_params.yMin) * percent / m_height : 0.0;
+    }
+
     const ClosestPointCalcParams& m_params;
     double m_width;
     double m_height;
@@ -87,12 +90,18 @@ public:
     {
         if (!m_view.shows(x, y))
             return;
-        const double distance = m_view.xDistance(x) + m_view.yDistance(y);
+        const double distance = m_view.distance(x, y);
         if (distance < m_best || (distance == m_best && index < m_found.index)) {
             m_best = distance;
             m_found.distance = distance;
             m_found.index = index;
         }
+    }
+
+    void showEvery(int step, const SampleIndex& samples, int begin, int end)
+    {
+        for (int i = begin; i < end; i += step)
+            show(samples.x(i), samples.y(i), i);
     }
 
     bool canBeBeatenBy(double leastDistance) const { return leastDistance <= m_best; }
@@ -104,26 +113,80 @@ private:
     double m_best = std::numeric_limits<double>::max();
 };
 
-/// Looks through blocks of samples to one side of the cursor's price, away from it, for as long as their
-/// prices are not too far away by themselves.
-void showSide(const SampleIndex& index, const View& view, Nearest& nearest, int from, bool upwards)
-{
-    constexpr int size = SampleIndex::blockSize;
-    const int count = index.size();
-    while (upwards ? from < count : from > 0) {
-        // Blocks begin at multiples of their size, so that their bounds are known.
-        const int begin = upwards ? from : (from - 1) / size * size;
-        const int end = upwards ? std::min(count, (from / size + 1) * size) : from;
-        const double leastX = view.xDistance(index.x(upwards ? begin : end - 1));
-        if (!nearest.canBeBeatenBy(leastX))
-            return;
-        if (nearest.canBeBeatenBy(leastX + view.leastYDistance(index.bounds(begin, end)))) {
-            for (int i = begin; i < end; ++i)
-                nearest.show(index.x(i), index.y(i), i);
-        }
-        from = upwards ? end : begin;
+constexpr int block = SampleIndex::blockSize;
+constexpr int largeBlock = block * block;
+
+enum class Side { Below, Above };
+
+/// Looks through ascending samples to one side of the cursor's price, away from it, for as long as their
+/// prices alone are not too far away; what lies too high or too low is passed over in blocks.
+class SideSearch {
+public:
+    SideSearch(const SampleIndex& index, const View& view, Nearest& nearest, Side side)
+        : m_index(index)
+        , m_view(view)
+        , m_nearest(nearest)
+        , m_side(side)
+    {
     }
-}
+
+    /// The samples from this one on, or those before it.
+    void from(int next)
+    {
+        while (hasMore(next) && m_nearest.canBeBeatenBy(leastXDistance(next))) {
+            const int end = endOfBlock(next, largeBlock);
+            if (canBeat(next, end))
+                searchLargeBlock(next, end);
+            next = end;
+        }
+    }
+
+private:
+    bool hasMore(int next) const { return m_side == Side::Above ? next < m_index.size() : next > 0; }
+
+    /// The end, away from the cursor, of the block that begins or goes on here. Blocks lie at multiples of
+    /// their size, so that their bounds are known.
+    int endOfBlock(int next, int size) const
+    {
+        return m_side == Side::Above ? std::min(m_index.size(), (next / size + 1) * size)
+                                     : (next - 1) / size * size;
+    }
+
+    double leastXDistance(int next) const
+    {
+        return m_side == Side::Above ? m_view.xDistanceAbove(m_index.x(next))
+                                     : m_view.xDistanceBelow(m_index.x(next - 1));
+    }
+
+    bool canBeat(int next, int end) const
+    {
+        const auto [first, last] = std::minmax(next, end);
+        return m_nearest.canBeBeatenBy(
+            leastXDistance(next) + m_view.leastYDistance(m_index.bounds(first, last)));
+    }
+
+    void searchLargeBlock(int next, int end)
+    {
+        showEvery(block, next, end);
+        while (next != end) {
+            const int blockEnd = endOfBlock(next, block);
+            if (canBeat(next, blockEnd))
+                showEvery(1, next, blockEnd);
+            next = blockEnd;
+        }
+    }
+
+    void showEvery(int step, int next, int end)
+    {
+        const auto [first, last] = std::minmax(next, end);
+        m_nearest.showEvery(step, m_index, first, last);
+    }
+
+    const SampleIndex& m_index;
+    const View& m_view;
+    Nearest& m_nearest;
+    Side m_side;
+};
 
 }
 
@@ -144,12 +207,13 @@ ClosestPointParams ClosestPoint::find(const SampleIndex& index, const ClosestPoi
     const View view(params);
     Nearest nearest(view);
     if (index.isAscending() && index.isFinite()) {
+        // A few samples from everywhere, so that most blocks are too far away from the start.
+        nearest.showEvery(largeBlock, index, 0, index.size());
         const int start = index.lowerBound(view.cursorPrice());
-        showSide(index, view, nearest, start, true);
-        showSide(index, view, nearest, start, false);
+        SideSearch(index, view, nearest, Side::Above).from(start);
+        SideSearch(index, view, nearest, Side::Below).from(start);
     } else {
-        for (int i = 0; i < index.size(); ++i)
-            nearest.show(index.x(i), index.y(i), i);
+        nearest.showEvery(1, index, 0, index.size());
     }
     return nearest.found();
 }

@@ -22,13 +22,52 @@ Bounds united(Bounds a, Bounds b)
     return {b.low < a.low ? b.low : a.low, b.high > a.high ? b.high : a.high};
 }
 
-/// The exponent of an infinity or a NaN, which a comparison of integers finds faster than one of doubles.
-bool isNotFinite(double value)
+std::uint64_t bitsOf(double value)
 {
-    constexpr std::uint64_t exponent = 0x7ff0000000000000u;
     std::uint64_t bits;
     std::memcpy(&bits, &value, sizeof(bits));
-    return (bits & exponent) == exponent;
+    return bits;
+}
+
+/// The bounds of a stretch of values that stand `Stride` doubles apart.
+template <int Stride> Bounds boundsOf(const double* y, std::ptrdiff_t count)
+{
+    // Four chains of comparisons that do not wait for each other.
+    Bounds a = noBounds;
+    Bounds b = noBounds;
+    Bounds c = noBounds;
+    Bounds d = noBounds;
+    std::ptrdiff_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        a = united(a, {y[i * Stride], y[i * Stride]});
+        b = united(b, {y[(i + 1) * Stride], y[(i + 1) * Stride]});
+        c = united(c, {y[(i + 2) * Stride], y[(i + 2) * Stride]});
+        d = united(d, {y[(i + 3) * Stride], y[(i + 3) * Stride]});
+    }
+    for (; i < count; ++i)
+        a = united(a, {y[i * Stride], y[i * Stride]});
+    return united(united(a, b), united(c, d));
+}
+
+// The tests of a stretch gather bits instead of branching, so that compilers make vectors of them.
+
+template <int Stride> bool areFinite(const double* numbers, std::ptrdiff_t count)
+{
+    // A finite number less itself is zero, whose bits are zero; any other gives a NaN.
+    std::uint64_t bits = 0;
+    for (std::ptrdiff_t i = 0; i < count; ++i)
+        bits |= bitsOf(numbers[i * Stride] - numbers[i * Stride]);
+    return bits == 0;
+}
+
+/// Of finite numbers.
+template <int Stride> bool areAscending(const double* x, std::ptrdiff_t count)
+{
+    std::uint64_t bits = 0;
+    for (std::ptrdiff_t i = 1; i < count; ++i)
+        bits |= bitsOf(x[i * Stride] - x[(i - 1) * Stride]);
+    constexpr std::uint64_t signBit = std::uint64_t(1) << 63;
+    return (bits & signBit) == 0;
 }
 
 }
@@ -77,44 +116,37 @@ bool SampleIndex::describes(const QwtSeriesData<QPointF>* series) const
     return false;
 }
 
-void SampleIndex::findFiniteCount()
+template <int Stride> bool SampleIndex::extendFinite(int count)
 {
-    constexpr int stretch = 256;
-    int begin = 0;
-    double last = -infinity;
-    while (begin < m_size) {
-        const int end = std::min(m_size, begin + stretch);
-        bool broken = false;
-        bool falls = false;
-        for (int i = begin; i < end; ++i) {
-            broken |= isNotFinite(x(i)) | isNotFinite(y(i));
-            falls |= x(i) < last;
-            last = x(i);
-        }
-        if (broken)
-            break;
-        m_ascending = m_ascending && !falls;
-        begin = end;
-    }
-    // What is left of the stretch that is broken.
-    last = begin > 0 ? x(begin - 1) : -infinity;
-    while (begin < m_size && std::isfinite(x(begin)) && std::isfinite(y(begin))) {
-        m_ascending = m_ascending && !(x(begin) < last);
-        last = x(begin++);
-    }
-    m_finiteCount = begin;
+    const double* const x = m_x + m_finiteCount * Stride;
+    const double* const y = m_y + m_finiteCount * Stride;
+    if (!areFinite<Stride>(x, count) || !areFinite<Stride>(y, count))
+        return false;
+    m_ascending = m_ascending && areAscending<Stride>(x, count)
+        && (m_finiteCount == 0 || !(*x < *(x - Stride)));
+    m_finiteCount += count;
+    return true;
+}
+
+template <int Stride> void SampleIndex::buildBlocks()
+{
+    m_blocks.reserve(std::size_t(m_size / blockSize));
+    while (m_finiteCount + blockSize <= m_size && extendFinite<Stride>(blockSize))
+        m_blocks.push_back(boundsOf<Stride>(m_y + (m_finiteCount - blockSize) * Stride, blockSize));
+    while (m_finiteCount < m_size && extendFinite<Stride>(1)) { }
+
+    const int blocks = static_cast<int>(m_blocks.size());
+    m_largeBlocks.reserve(std::size_t(blocks / blockSize));
+    for (int i = 0; i < blocks / blockSize; ++i)
+        m_largeBlocks.push_back(merged(m_blocks, i * blockSize, (i + 1) * blockSize, noBounds));
 }
 
 void SampleIndex::build()
 {
-    findFiniteCount();
-    const int blocks = m_finiteCount / blockSize;
-    m_blocks.reserve(std::size_t(blocks));
-    for (int i = 0; i < blocks; ++i)
-        m_blocks.push_back(scanned(i * blockSize, (i + 1) * blockSize));
-    for (int i = 0; i < blocks / blockSize; ++i)
-        m_largeBlocks.push_back(merged(m_blocks, i * blockSize, (i + 1) * blockSize, noBounds));
-
+    if (m_stride == 1)
+        buildBlocks<1>();
+    else
+        buildBlocks<2>();
     m_rectangle = QRectF(1.0, 1.0, -2.0, -2.0);
     if (!isFinite() || m_size == 0)
         return;
@@ -164,21 +196,8 @@ int SampleIndex::upperBound(double value) const
 
 SampleIndex::Bounds SampleIndex::scanned(int begin, int end) const
 {
-    // Four chains of comparisons that do not wait for each other.
-    Bounds a = noBounds;
-    Bounds b = noBounds;
-    Bounds c = noBounds;
-    Bounds d = noBounds;
-    int i = begin;
-    for (; i + 4 <= end; i += 4) {
-        a = united(a, {y(i), y(i)});
-        b = united(b, {y(i + 1), y(i + 1)});
-        c = united(c, {y(i + 2), y(i + 2)});
-        d = united(d, {y(i + 3), y(i + 3)});
-    }
-    for (; i < end; ++i)
-        a = united(a, {y(i), y(i)});
-    return united(united(a, b), united(c, d));
+    const double* const y = m_y + begin * m_stride;
+    return m_stride == 1 ? boundsOf<1>(y, end - begin) : boundsOf<2>(y, end - begin);
 }
 
 SampleIndex::Bounds SampleIndex::merged(

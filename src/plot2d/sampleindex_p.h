@@ -62,7 +62,9 @@ private:
     SampleIndex(const QVector<double>& x, const QVector<double>& y);
 
     void build();
-    void findFiniteCount();
+    template <int Stride> void buildBlocks();
+    /// Takes so many more samples for finite; false, with nothing taken, where one of them is not.
+    template <int Stride> bool extendFinite(int count);
     Bounds scanned(int begin, int end) const;
     static Bounds merged(const std::vector<Bounds>& blocks, int begin, int end, Bounds bounds);
 
