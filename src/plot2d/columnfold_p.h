@@ -31,7 +31,7 @@ struct PixelColumn {
         high = std::max(high, y);
     }
 
-    bool covers(int y) const { return low <= y && y <= high; }
+    bool covers(int y, int margin) const { return low + margin <= y && y <= high - margin; }
 
     bool isBeside(const PixelColumn& other) const { return other.x == x + 1 || other.x == x - 1; }
 
@@ -40,7 +40,7 @@ struct PixelColumn {
     bool canJoin(const PixelColumn& next) const
     {
         constexpr int longest = 181;
-        return std::abs(next.first - last) <= longest;
+        return isBeside(next) && std::abs(next.first - last) <= longest;
     }
 
     /// Takes the pixels of a line from the last row here to the first row of the column beside: Qt draws all
@@ -52,14 +52,15 @@ struct PixelColumn {
         const int to = x < next.x ? next.first : last;
         if (from != to)
             left.reach(from < to ? to - 1 : to + 1);
-        hasLine = true;
-        next.hasLine = true;
     }
 
-    /// Whether a line from here to there has no pixel that the vertical lines of both do not draw: its pixels
-    /// lie in these two columns, between its ends.
-    bool hidesLineTo(const PixelColumn& next) const
+    /// Whether a line from here to there has no pixel that the vertical lines of both do not draw. With a pen
+    /// of one pixel its pixels lie in these two columns, between its ends; the corners of a wider one reach
+    /// up to a row further than the columns' own.
+    bool hidesLineTo(const PixelColumn& next, int penWidth) const
     {
-        return isBeside(next) && covers(next.first) && next.covers(last);
+        const int margin = penWidth > 1 ? 1 : 0;
+        return isBeside(next) && covers(next.first, margin) && covers(last, margin)
+            && next.covers(last, margin) && next.covers(next.first, margin);
     }
 };

@@ -112,10 +112,10 @@ private:
 /// Makes the lines of columns.
 class LineFold {
 public:
-    LineFold(Shape shape, int topRow, int bottomRow)
-        : m_shape(shape)
-        , m_topRow(topRow)
-        , m_bottomRow(bottomRow)
+    LineFold(const Stretch& stretch, Shape shape, int penWidth)
+        : m_stretch(stretch)
+        , m_shape(shape)
+        , m_penWidth(penWidth)
     {
     }
 
@@ -151,19 +151,30 @@ private:
             next.first = m_column.last;
             next.hasLine = true;
         }
-        if (m_column.isBeside(next) && isInside(m_column.last) && isInside(next.first)
-            && m_column.canJoin(next)) {
-            m_column.joinTo(next);
-            finishColumn();
-            return;
-        }
         const QLine line(m_column.x, m_column.last, next.x, next.first);
+        const bool isDrawn = !joinColumns(next);
         finishColumn();
-        m_strokes.lines.append(line);
+        if (isDrawn)
+            m_strokes.lines.append(line);
+    }
+
+    /// Whether the columns draw the line between them.
+    bool joinColumns(PixelColumn& next)
+    {
+        const bool hidden = m_column.hidesLineTo(next, m_penWidth);
+        if (!hidden
+            && (m_penWidth > 1 || !m_column.canJoin(next) || !isInside(m_column.last)
+                || !isInside(next.first)))
+            return false;
+        if (!hidden)
+            m_column.joinTo(next);
+        m_column.hasLine = true;
+        next.hasLine = true;
+        return true;
     }
 
     /// Lines that leave the picture are cut off by Qt, and not always to the pixel.
-    bool isInside(int row) const { return m_topRow <= row && row <= m_bottomRow; }
+    bool isInside(int row) const { return m_stretch.topRow <= row && row <= m_stretch.bottomRow; }
 
     /// A sample that stands alone in its column is drawn by the lines that lead to it, if any.
     void finishColumn()
@@ -176,16 +187,16 @@ private:
     void appendColumn()
     {
         constexpr int longestRectangle = 24;
-        if (m_column.high - m_column.low < longestRectangle)
+        if (m_penWidth > 1 || m_column.high - m_column.low < longestRectangle)
             m_strokes.columns.append(
                 QRect(QPoint(m_column.x, m_column.low), QPoint(m_column.x, m_column.high)));
         else
             m_strokes.lines.append(QLine(m_column.x, m_column.low, m_column.x, m_column.high));
     }
 
+    const Stretch& m_stretch;
     Shape m_shape;
-    int m_topRow;
-    int m_bottomRow;
+    int m_penWidth;
     PixelColumn m_column;
     bool m_hasColumn = false;
     CurveFolding::Strokes m_strokes;
@@ -196,7 +207,7 @@ class CornerFold {
 public:
     void add(const PixelColumn& column, bool joined)
     {
-        const bool hidden = joined && m_hasColumn && m_column.hidesLineTo(column);
+        const bool hidden = joined && m_hasColumn && m_column.hidesLineTo(column, 1);
         finishColumn(!hidden);
         if (!joined)
             finishLine();
@@ -285,9 +296,9 @@ CurveFolding::Stretch CurveFolding::visibleStretch(const Stretch& all, int leftC
     return stretch;
 }
 
-CurveFolding::Strokes CurveFolding::strokes(const Stretch& stretch, Shape shape)
+CurveFolding::Strokes CurveFolding::strokes(const Stretch& stretch, Shape shape, int penWidth)
 {
-    LineFold fold(shape, stretch.topRow, stretch.bottomRow);
+    LineFold fold(stretch, shape, penWidth);
     constexpr int linesOfAWideCanvas = 4096;
     fold.reserve(std::min(2 * (stretch.end - stretch.begin), linesOfAWideCanvas));
     ColumnWalk walk(stretch);

@@ -49,13 +49,14 @@ inline int pixel(double coordinate)
 /// they are not ascending and finite.
 Stretch visibleStretch(const Stretch& all, int leftColumn, int rightColumn);
 
-/// What is to be drawn, with a pen of one pixel or filled. Short pieces of a column are rectangles, which Qt
-/// fills up to ten times as fast as it draws a line of that length.
+/// What is to be drawn with a pen of so many pixels. Pieces of a column are rectangles of one pixel's width,
+/// to be filled with as much around them as the pen is wider. Qt fills short ones up to ten times as fast as
+/// it draws lines; with a pen of one pixel, long ones are lines.
 struct Strokes {
     QVector<QRect> columns;
     QVector<QLine> lines;
 };
-Strokes strokes(const Stretch& stretch, Shape shape);
+Strokes strokes(const Stretch& stretch, Shape shape, int penWidth = 1);
 
 /// Lines through all of the samples that are seen, one for each part between breaks, for pens that are wide or
 /// soft. Each column keeps its lowest and its highest sample, and the first and the last where what leads

@@ -32,9 +32,26 @@ bool isPixelLine(const QPainter& painter)
         && painter.pen().capStyle() != Qt::FlatCap;
 }
 
-void drawStrokes(QPainter& painter, const CurveFolding::Strokes& strokes)
+/// The width of a pen whose lines along a column are rectangles of whole pixels; 0 for any other.
+int squareWidth(const QPainter& painter)
+{
+    constexpr double widest = 8.0;
+    const QPen& pen = painter.pen();
+    const double width = pen.widthF();
+    const bool isWhole = width >= 2.0 && width <= widest && std::floor(width) == width;
+    return isWhole && pen.capStyle() == Qt::SquareCap && !pen.isCosmetic()
+            && !painter.testRenderHint(QPainter::Antialiasing)
+        ? static_cast<int>(width)
+        : 0;
+}
+
+void drawStrokes(QPainter& painter, CurveFolding::Strokes strokes, int penWidth)
 {
     painter.drawLines(strokes.lines);
+    for (QRect& column : strokes.columns) {
+        const QPoint corner = column.topLeft() - QPoint(penWidth / 2, penWidth / 2);
+        column = QRect(corner, column.size() + QSize(penWidth - 1, penWidth - 1));
+    }
     const QPen pen = painter.pen();
     const QBrush brush = painter.brush();
     painter.setPen(Qt::NoPen);
@@ -42,6 +59,12 @@ void drawStrokes(QPainter& painter, const CurveFolding::Strokes& strokes)
     painter.drawRects(strokes.columns);
     painter.setBrush(brush);
     painter.setPen(pen);
+}
+
+bool isWorthFolding(const CurveFolding::Stretch& seen, const QRectF& area)
+{
+    constexpr double samplesToAColumn = 2.0;
+    return !seen.index.isFinite() || seen.end - seen.begin >= samplesToAColumn * area.width();
 }
 
 }
@@ -56,17 +79,18 @@ bool CurvePainter::draw(
     const int reach = 1 + static_cast<int>(std::ceil(painter.pen().widthF()));
     CurveFolding::Stretch seen = CurveFolding::visibleStretch(
         all, CurveFolding::pixel(area.left()) - reach, CurveFolding::pixel(area.right()) + reach);
-    if (isPixelLine(painter)) {
+    const bool isPixelPen = isPixelLine(painter);
+    if (isPixelPen) {
         seen.topRow = static_cast<int>(std::ceil(area.top()));
         seen.bottomRow = static_cast<int>(std::floor(area.bottom())) - 1;
-        drawStrokes(painter, CurveFolding::strokes(seen, shape));
+    } else if (shape != CurveFolding::Shape::Straight || !isWorthFolding(seen, area)) {
+        return false;
+    }
+    const int penWidth = isPixelPen ? 1 : squareWidth(painter);
+    if (penWidth > 0) {
+        drawStrokes(painter, CurveFolding::strokes(seen, shape, penWidth), penWidth);
         return true;
     }
-
-    constexpr double samplesWorthFolding = 2.0;
-    if (shape != CurveFolding::Shape::Straight
-        || (all.index.isFinite() && seen.end - seen.begin < samplesWorthFolding * area.width()))
-        return false;
     const QVector<QPolygonF> lines = CurveFolding::polylines(seen);
     for (const QPolygonF& line : lines)
         painter.drawPolyline(line);

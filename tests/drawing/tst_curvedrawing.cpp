@@ -129,16 +129,21 @@ void tst_CurveDrawing::equalsSegmentsOneByOne_data()
     QTest::addColumn<RandomCurves::Order>("order");
     QTest::addColumn<bool>("bad");
     QTest::addColumn<bool>("steps");
+    QTest::addColumn<double>("penWidth");
 
-    QTest::newRow("few") << 1 << 60 << RandomCurves::Order::Ascending << false << false;
-    QTest::newRow("many") << 2 << 4000 << RandomCurves::Order::Ascending << false << false;
-    QTest::newRow("very many") << 3 << 40000 << RandomCurves::Order::Ascending << false << false;
-    QTest::newRow("equal prices") << 4 << 4000 << RandomCurves::Order::WithEquals << false << false;
-    QTest::newRow("any order") << 5 << 300 << RandomCurves::Order::Any << false << false;
-    QTest::newRow("not finite") << 6 << 4000 << RandomCurves::Order::Ascending << true << false;
-    QTest::newRow("any order, not finite") << 7 << 300 << RandomCurves::Order::Any << true << false;
-    QTest::newRow("steps") << 8 << 60 << RandomCurves::Order::Ascending << false << true;
-    QTest::newRow("many steps") << 9 << 4000 << RandomCurves::Order::WithEquals << true << true;
+    QTest::newRow("few") << 1 << 60 << RandomCurves::Order::Ascending << false << false << 1.0;
+    QTest::newRow("many") << 2 << 4000 << RandomCurves::Order::Ascending << false << false << 1.0;
+    QTest::newRow("very many") << 3 << 40000 << RandomCurves::Order::Ascending << false << false << 1.0;
+    QTest::newRow("equal prices") << 4 << 4000 << RandomCurves::Order::WithEquals << false << false << 1.0;
+    QTest::newRow("any order") << 5 << 300 << RandomCurves::Order::Any << false << false << 1.0;
+    QTest::newRow("not finite") << 6 << 4000 << RandomCurves::Order::Ascending << true << false << 1.0;
+    QTest::newRow("any order, not finite") << 7 << 300 << RandomCurves::Order::Any << true << false << 1.0;
+    QTest::newRow("steps") << 8 << 60 << RandomCurves::Order::Ascending << false << true << 1.0;
+    QTest::newRow("many steps") << 9 << 4000 << RandomCurves::Order::WithEquals << true << true << 1.0;
+    QTest::newRow("pen of no width") << 10 << 4000 << RandomCurves::Order::Ascending << false << false << 0.0;
+    QTest::newRow("pen of 2") << 11 << 40000 << RandomCurves::Order::Ascending << false << false << 2.0;
+    QTest::newRow("pen of 3, equal prices")
+        << 12 << 40000 << RandomCurves::Order::WithEquals << true << false << 3.0;
 }
 
 void tst_CurveDrawing::equalsSegmentsOneByOne()
@@ -148,6 +153,7 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
     QFETCH(RandomCurves::Order, order);
     QFETCH(bool, bad);
     QFETCH(bool, steps);
+    QFETCH(double, penWidth);
 
     constexpr int cases = 200;
     RandomCurves random(static_cast<unsigned>(seed));
@@ -157,7 +163,7 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
         const bool inverted = random.oneIn(2);
         PriceBased2dPlotCurve curve(nullptr, QStringLiteral("curve"));
         setRandomData(curve, samples, random.oneIn(2));
-        curve.setPen(QPen(Qt::blue, random.oneIn(2) ? 1.0 : 0.0));
+        curve.setPen(QPen(Qt::blue, penWidth));
         curve.setStyle(steps ? QwtPlotCurve::Steps : QwtPlotCurve::Lines);
         curve.setCurveAttribute(QwtPlotCurve::Inverted, inverted);
 
