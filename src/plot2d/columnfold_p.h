@@ -31,7 +31,7 @@ struct PixelColumn {
         high = std::max(high, y);
     }
 
-    bool covers(int y, int margin) const { return low + margin <= y && y <= high - margin; }
+    bool covers(int y) const { return low <= y && y <= high; }
 
     bool isBeside(const PixelColumn& other) const { return other.x == x + 1 || other.x == x - 1; }
 
@@ -54,13 +54,11 @@ struct PixelColumn {
             left.reach(from < to ? to - 1 : to + 1);
     }
 
-    /// Whether a line from here to there has no pixel that the vertical lines of both do not draw. With a pen
-    /// of one pixel its pixels lie in these two columns, between its ends; the corners of a wider one reach
-    /// up to a row further than the columns' own.
-    bool hidesLineTo(const PixelColumn& next, int penWidth) const
+    /// Whether a line from here to there has no pixel that the vertical lines of both do not draw: with a pen of
+    /// one pixel its pixels lie in these two columns, between its ends, and with a wider one as far around
+    /// them as the columns' own.
+    bool hidesLineTo(const PixelColumn& next) const
     {
-        const int margin = penWidth > 1 ? 1 : 0;
-        return isBeside(next) && covers(next.first, margin) && covers(last, margin)
-            && next.covers(last, margin) && next.covers(next.first, margin);
+        return isBeside(next) && covers(next.first) && next.covers(last);
     }
 };

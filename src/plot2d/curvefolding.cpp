@@ -161,7 +161,7 @@ private:
     /// Whether the columns draw the line between them.
     bool joinColumns(PixelColumn& next)
     {
-        const bool hidden = m_column.hidesLineTo(next, m_penWidth);
+        const bool hidden = m_column.hidesLineTo(next);
         if (!hidden
             && (m_penWidth > 1 || !m_column.canJoin(next) || !isInside(m_column.last)
                 || !isInside(next.first)))
@@ -207,7 +207,7 @@ class CornerFold {
 public:
     void add(const PixelColumn& column, bool joined)
     {
-        const bool hidden = joined && m_hasColumn && m_column.hidesLineTo(column, 1);
+        const bool hidden = joined && m_hasColumn && m_column.hidesLineTo(column);
         finishColumn(!hidden);
         if (!joined)
             finishLine();

@@ -11,6 +11,7 @@
 
 #include <qwt_point_data.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -97,6 +98,16 @@ void setRandomData(PriceBased2dPlotCurve& curve, const QVector<QPointF>& samples
     curve.setSamples(x, y);
 }
 
+/// The samples whose price is on the canvas.
+int seenCount(const QVector<QPointF>& samples, const View& view)
+{
+    const auto isSeen = [&view](const QPointF& sample) {
+        const double x = view.xMap.transform(sample.x());
+        return view.canvas.left() <= x && x <= view.canvas.right();
+    };
+    return static_cast<int>(std::count_if(samples.cbegin(), samples.cend(), isSeen));
+}
+
 QString differenceOf(const QImage& a, const QImage& b)
 {
     int count = 0;
@@ -143,7 +154,7 @@ void tst_CurveDrawing::equalsSegmentsOneByOne_data()
     QTest::newRow("pen of no width") << 10 << 4000 << RandomCurves::Order::Ascending << false << false << 0.0;
     QTest::newRow("pen of 2") << 11 << 40000 << RandomCurves::Order::Ascending << false << false << 2.0;
     QTest::newRow("pen of 3, equal prices")
-        << 12 << 40000 << RandomCurves::Order::WithEquals << true << false << 3.0;
+        << 12 << 40000 << RandomCurves::Order::WithEquals << false << false << 3.0;
 }
 
 void tst_CurveDrawing::equalsSegmentsOneByOne()
@@ -156,10 +167,15 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
     QFETCH(double, penWidth);
 
     constexpr int cases = 200;
+    int compared = 0;
     RandomCurves random(static_cast<unsigned>(seed));
     for (int i = 0; i < cases; ++i) {
         const QVector<QPointF> samples = random.samples(random.integer(2, mostSamples), order, bad);
         const View view = randomView(random);
+        // Wide lines through few samples are left to Qwt, which mitres them.
+        if (penWidth > 1.0 && seenCount(samples, view) < 2 * view.image.width())
+            continue;
+        ++compared;
         const bool inverted = random.oneIn(2);
         PriceBased2dPlotCurve curve(nullptr, QStringLiteral("curve"));
         setRandomData(curve, samples, random.oneIn(2));
@@ -182,6 +198,7 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
                 + differenceOf(drawn, expected)));
         }
     }
+    QVERIFY(compared > 40);
 }
 
 PLOT2D_TEST_MAIN(tst_CurveDrawing)
