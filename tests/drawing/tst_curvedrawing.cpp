@@ -153,8 +153,8 @@ void tst_CurveDrawing::equalsSegmentsOneByOne_data()
     QTest::newRow("many steps") << 9 << 4000 << RandomCurves::Order::WithEquals << true << true << 1.0;
     QTest::newRow("pen of no width") << 10 << 4000 << RandomCurves::Order::Ascending << false << false << 0.0;
     QTest::newRow("pen of 2") << 11 << 40000 << RandomCurves::Order::Ascending << false << false << 2.0;
-    QTest::newRow("pen of 3, equal prices")
-        << 12 << 40000 << RandomCurves::Order::WithEquals << false << false << 3.0;
+    QTest::newRow("pen of 4, equal prices")
+        << 12 << 40000 << RandomCurves::Order::WithEquals << false << false << 4.0;
 }
 
 void tst_CurveDrawing::equalsSegmentsOneByOne()
