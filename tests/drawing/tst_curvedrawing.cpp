@@ -152,9 +152,9 @@ void tst_CurveDrawing::equalsSegmentsOneByOne_data()
     QTest::newRow("steps") << 8 << 60 << RandomCurves::Order::Ascending << false << true << 1.0;
     QTest::newRow("many steps") << 9 << 4000 << RandomCurves::Order::WithEquals << true << true << 1.0;
     QTest::newRow("pen of no width") << 10 << 4000 << RandomCurves::Order::Ascending << false << false << 0.0;
-    QTest::newRow("pen of 2") << 11 << 40000 << RandomCurves::Order::Ascending << false << false << 2.0;
+    QTest::newRow("pen of 2") << 11 << 8000 << RandomCurves::Order::Ascending << false << false << 2.0;
     QTest::newRow("pen of 4, equal prices")
-        << 12 << 40000 << RandomCurves::Order::WithEquals << false << false << 4.0;
+        << 12 << 8000 << RandomCurves::Order::WithEquals << false << false << 4.0;
 }
 
 void tst_CurveDrawing::equalsSegmentsOneByOne()
@@ -166,7 +166,8 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
     QFETCH(bool, steps);
     QFETCH(double, penWidth);
 
-    constexpr int cases = 200;
+    // Qt takes its time over wide lines.
+    const int cases = penWidth > 1.0 ? 40 : 200;
     int compared = 0;
     RandomCurves random(static_cast<unsigned>(seed));
     for (int i = 0; i < cases; ++i) {
@@ -198,7 +199,7 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
                 + differenceOf(drawn, expected)));
         }
     }
-    QVERIFY(compared > 40);
+    QVERIFY(compared > cases / 5);
 }
 
 PLOT2D_TEST_MAIN(tst_CurveDrawing)
