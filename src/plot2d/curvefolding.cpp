@@ -1,122 +1,27 @@
 #include "curvefolding_p.h"
 
-#include "columnfold_p.h"
-#include "sampleindex_p.h"
-
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
+using CurveFolding::Rows;
 using CurveFolding::Shape;
 using CurveFolding::Stretch;
 
-/// Walks a stretch of samples column by column.
-class ColumnWalk {
+/// Makes the strokes of columns.
+class StrokeFold {
 public:
-    explicit ColumnWalk(const Stretch& stretch)
-        : m_stretch(stretch)
-        , m_next(stretch.begin)
-        , m_skips(stretch.index.isAscending() && stretch.end <= stretch.index.finiteCount())
-    {
-    }
-
-    /// Whether there is another column; `joined` says whether the curve leads there without a break.
-    bool next(PixelColumn& column, bool& joined)
-    {
-        joined = m_next > m_stretch.begin;
-        while (m_next < m_stretch.end && !isFinite(m_next)) {
-            ++m_next;
-            joined = false;
-        }
-        if (m_next >= m_stretch.end)
-            return false;
-        column = PixelColumn::at(xPixel(m_next), yPixel(m_next));
-        if (m_skips)
-            skipColumn(column);
-        else
-            walkColumn(column);
-        return true;
-    }
-
-private:
-    int xPixel(int i) const
-    {
-        return CurveFolding::pixel(m_stretch.xMap.transform(m_stretch.index.x(i)));
-    }
-    int yPixel(int i) const
-    {
-        return CurveFolding::pixel(m_stretch.yMap.transform(m_stretch.index.y(i)));
-    }
-    bool isFinite(int i) const
-    {
-        return i < m_stretch.index.finiteCount()
-            || (std::isfinite(m_stretch.index.x(i)) && std::isfinite(m_stretch.index.y(i)));
-    }
-
-    void walkColumn(PixelColumn& column)
-    {
-        for (++m_next; m_next < m_stretch.end && isFinite(m_next) && xPixel(m_next) == column.x; ++m_next)
-            column.append(yPixel(m_next));
-    }
-
-    void skipColumn(PixelColumn& column)
-    {
-        const int begin = m_next;
-        m_next = columnEnd(begin, column.x);
-        m_lastLength = m_next - begin;
-        if (m_lastLength == 1)
-            return;
-        const SampleIndex::Bounds bounds = m_stretch.index.bounds(begin, m_next);
-        column.append(yPixel(m_next - 1));
-        // The values may run downwards on the screen.
-        column.reach(CurveFolding::pixel(m_stretch.yMap.transform(bounds.low)));
-        column.reach(CurveFolding::pixel(m_stretch.yMap.transform(bounds.high)));
-    }
-
-    /// The first sample of another column. Samples are mostly as many as in the column before.
-    int columnEnd(int begin, int column) const
-    {
-        int inside = begin;
-        int outside = m_stretch.end;
-        const int guess = std::min(begin + m_lastLength, m_stretch.end - 1);
-        int step = 1;
-        if (xPixel(guess) != column) {
-            outside = guess;
-            while (outside - step > inside && xPixel(outside - step) != column) {
-                outside -= step;
-                step *= 2;
-            }
-            inside = std::max(inside, outside - step);
-        } else {
-            inside = guess;
-            while (inside + step < outside && xPixel(inside + step) == column) {
-                inside += step;
-                step *= 2;
-            }
-            outside = std::min(outside, inside + step);
-        }
-        while (outside - inside > 1) {
-            const int middle = inside + (outside - inside) / 2;
-            (xPixel(middle) == column ? inside : outside) = middle;
-        }
-        return outside;
-    }
-
-    const Stretch& m_stretch;
-    int m_next;
-    bool m_skips;
-    int m_lastLength = 1;
-};
-
-/// Makes the lines of columns.
-class LineFold {
-public:
-    LineFold(const Stretch& stretch, Shape shape, int penWidth)
-        : m_stretch(stretch)
-        , m_shape(shape)
+    StrokeFold(Shape shape, int penWidth, Rows rows)
+        : m_shape(shape)
         , m_penWidth(penWidth)
+        , m_rows(rows)
     {
+    }
+
+    void reserve(int strokes)
+    {
+        m_strokes.columns.reserve(strokes);
+        m_strokes.lines.reserve(strokes);
     }
 
     void add(PixelColumn column, bool joined)
@@ -133,12 +38,6 @@ public:
     {
         finishColumn();
         return m_strokes;
-    }
-
-    void reserve(int strokes)
-    {
-        m_strokes.columns.reserve(strokes);
-        m_strokes.lines.reserve(strokes);
     }
 
 private:
@@ -162,9 +61,7 @@ private:
     bool joinColumns(PixelColumn& next)
     {
         const bool hidden = m_column.hidesLineTo(next);
-        if (!hidden
-            && (m_penWidth > 1 || !m_column.canJoin(next) || !isInside(m_column.last)
-                || !isInside(next.first)))
+        if (!hidden && !canTakeLineTo(next))
             return false;
         if (!hidden)
             m_column.joinTo(next);
@@ -174,7 +71,11 @@ private:
     }
 
     /// Lines that leave the picture are cut off by Qt, and not always to the pixel.
-    bool isInside(int row) const { return m_stretch.topRow <= row && row <= m_stretch.bottomRow; }
+    bool canTakeLineTo(const PixelColumn& next) const
+    {
+        return m_penWidth == 1 && m_column.canJoin(next) && m_rows.contain(m_column.last)
+            && m_rows.contain(next.first);
+    }
 
     /// A sample that stands alone in its column is drawn by the lines that lead to it, if any.
     void finishColumn()
@@ -194,9 +95,9 @@ private:
             m_strokes.lines.append(QLine(m_column.x, m_column.low, m_column.x, m_column.high));
     }
 
-    const Stretch& m_stretch;
     Shape m_shape;
     int m_penWidth;
+    Rows m_rows;
     PixelColumn m_column;
     bool m_hasColumn = false;
     CurveFolding::Strokes m_strokes;
@@ -208,22 +109,28 @@ public:
     void add(const PixelColumn& column, bool joined)
     {
         const bool hidden = joined && m_hasColumn && m_column.hidesLineTo(column);
-        finishColumn(!hidden);
+        if (hidden)
+            leaveTo(column);
+        else
+            finishColumn();
         if (!joined)
             finishLine();
         m_column = column;
+        if (!hidden)
+            append(m_column.first);
         m_hasColumn = true;
-        m_entersAnywhere = hidden;
     }
 
     QVector<QPolygonF> finished()
     {
-        finishColumn(true);
+        finishColumn();
         finishLine();
         return m_lines;
     }
 
 private:
+    int row() const { return static_cast<int>(m_line.last().y()); }
+
     void append(int y)
     {
         const QPointF corner(m_column.x, y);
@@ -231,18 +138,29 @@ private:
             m_line.append(corner);
     }
 
-    void finishColumn(bool leavesAtLast)
+    /// Draws the column from where the line has come into it.
+    void drawColumn()
+    {
+        const bool lowIsNearer = row() - m_column.low < m_column.high - row();
+        append(lowIsNearer ? m_column.low : m_column.high);
+        append(lowIsNearer ? m_column.high : m_column.low);
+    }
+
+    /// Goes over into the next column where both reach, no matter at which row.
+    void leaveTo(const PixelColumn& next)
+    {
+        drawColumn();
+        const int y = std::clamp(row(), next.low, next.high);
+        append(y);
+        m_line.append(QPointF(next.x, y));
+    }
+
+    void finishColumn()
     {
         if (!m_hasColumn)
             return;
-        if (!m_entersAnywhere)
-            append(m_column.first);
-        const double here = m_line.last().y();
-        const bool lowIsNearer = std::abs(here - m_column.low) < std::abs(here - m_column.high);
-        append(lowIsNearer ? m_column.low : m_column.high);
-        append(lowIsNearer ? m_column.high : m_column.low);
-        if (leavesAtLast)
-            append(m_column.last);
+        drawColumn();
+        append(m_column.last);
         m_hasColumn = false;
     }
 
@@ -255,67 +173,33 @@ private:
 
     PixelColumn m_column;
     bool m_hasColumn = false;
-    /// Whether it makes no difference where the line comes into the column.
-    bool m_entersAnywhere = false;
     QPolygonF m_line;
     QVector<QPolygonF> m_lines;
 };
 
-}
-
-CurveFolding::Stretch CurveFolding::visibleStretch(const Stretch& all, int leftColumn, int rightColumn)
+template <class Fold> void addColumns(Fold& fold, const Stretch& stretch)
 {
-    Stretch stretch = all;
-    if (!all.index.isAscending() || all.end > all.index.finiteCount())
-        return stretch;
-    const bool leftToRight = !all.xMap.isInverting();
-    const auto columnOf = [&all](int i) { return pixel(all.xMap.transform(all.index.x(i))); };
-    const auto isBefore = [&](int i) {
-        return leftToRight ? columnOf(i) < leftColumn : columnOf(i) > rightColumn;
-    };
-    const auto isNotBehind = [&](int i) {
-        return leftToRight ? columnOf(i) <= rightColumn : columnOf(i) >= leftColumn;
-    };
-    const auto firstWithout = [&](const auto& predicate, int begin) {
-        int count = all.end - begin;
-        while (count > 0) {
-            const int half = count / 2;
-            if (predicate(begin + half)) {
-                begin += half + 1;
-                count -= half + 1;
-            } else {
-                count = half;
-            }
-        }
-        return begin;
-    };
-    const int firstSeen = firstWithout(isBefore, all.begin);
-    const int firstBehind = firstWithout(isNotBehind, firstSeen);
-    stretch.begin = std::max(all.begin, firstSeen - 1);
-    stretch.end = std::min(all.end, firstBehind + 1);
-    return stretch;
-}
-
-CurveFolding::Strokes CurveFolding::strokes(const Stretch& stretch, Shape shape, int penWidth)
-{
-    LineFold fold(stretch, shape, penWidth);
-    constexpr int linesOfAWideCanvas = 4096;
-    fold.reserve(std::min(2 * (stretch.end - stretch.begin), linesOfAWideCanvas));
-    ColumnWalk walk(stretch);
+    ColumnWalk<SampleIndex> walk(stretch);
     PixelColumn column;
     bool joined = false;
     while (walk.next(column, joined))
         fold.add(column, joined);
+}
+
+}
+
+CurveFolding::Strokes CurveFolding::strokes(const Stretch& stretch, Shape shape, int penWidth, Rows rows)
+{
+    StrokeFold fold(shape, penWidth, rows);
+    constexpr int strokesOfAWideCanvas = 4096;
+    fold.reserve(std::min(2 * (stretch.end - stretch.begin), strokesOfAWideCanvas));
+    addColumns(fold, stretch);
     return fold.finished();
 }
 
 QVector<QPolygonF> CurveFolding::polylines(const Stretch& stretch)
 {
     CornerFold fold;
-    ColumnWalk walk(stretch);
-    PixelColumn column;
-    bool joined = false;
-    while (walk.next(column, joined))
-        fold.add(column, joined);
+    addColumns(fold, stretch);
     return fold.finished();
 }

@@ -4,6 +4,8 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
+#include <cmath>
+
 LegendCheckBox::LegendCheckBox(QWidget* parent)
     : QCheckBox(parent)
 {
@@ -19,6 +21,12 @@ bool LegendCheckBox::event(QEvent* event)
     return QCheckBox::event(event);
 }
 
+bool LegendCheckBox::isSettled() const
+{
+    constexpr qint64 longestAnimation = 1000; // milliseconds
+    return !m_changed.isValid() || m_changed.hasExpired(longestAnimation);
+}
+
 QPixmap LegendCheckBox::drawn(const QStyleOptionButton& option) const
 {
     QPixmap picture(size() * devicePixelRatioF());
@@ -31,18 +39,27 @@ QPixmap LegendCheckBox::drawn(const QStyleOptionButton& option) const
 
 void LegendCheckBox::paintEvent(QPaintEvent* event)
 {
-    if (!text().isEmpty() || !icon().isNull() || size().isEmpty()) {
+    // A picture of a part of a pixel too much would be stretched.
+    const bool hasWholePixels = std::floor(devicePixelRatioF()) == devicePixelRatioF();
+    if (!text().isEmpty() || !icon().isNull() || size().isEmpty() || !hasWholePixels) {
         QCheckBox::paintEvent(event);
         return;
     }
     QStyleOptionButton option;
     initStyleOption(&option);
-    const int state = option.state;
-    const qint64 colors = option.palette.cacheKey();
-    if (m_picture.size() != size() * devicePixelRatioF() || m_state != state || m_palette != colors) {
-        m_picture = drawn(option);
-        m_state = state;
-        m_palette = colors;
+    const Look look{static_cast<int>(option.state), option.palette.cacheKey()};
+    if (!m_look || *m_look != look) {
+        // Some styles blend one state into the other.
+        if (m_look)
+            m_changed.start();
+        m_look = look;
+        m_picture = QPixmap();
     }
+    if (!isSettled()) {
+        QCheckBox::paintEvent(event);
+        return;
+    }
+    if (m_picture.size() != size() * devicePixelRatioF())
+        m_picture = drawn(option);
     QPainter(this).drawPixmap(0, 0, m_picture);
 }

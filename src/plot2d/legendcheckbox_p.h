@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QPalette>
+#include <QElapsedTimer>
 #include <QPixmap>
+
+#include <optional>
 
 class QStyleOptionButton;
 
@@ -22,10 +24,18 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    /// What decides how the box looks.
+    struct Look {
+        int state = 0;
+        qint64 palette = 0;
+
+        bool operator!=(const Look& other) const { return state != other.state || palette != other.palette; }
+    };
+
+    bool isSettled() const;
     QPixmap drawn(const QStyleOptionButton& option) const;
 
+    std::optional<Look> m_look;
     QPixmap m_picture;
-    // What the picture shows.
-    int m_state = 0;
-    qint64 m_palette = 0;
+    QElapsedTimer m_changed;
 };

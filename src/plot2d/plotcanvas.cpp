@@ -5,15 +5,15 @@
 #include <QStyle>
 #include <QStyleOption>
 
-#include <qwt_painter.h>
 #include <qwt_plot.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 /// The colour of all pixels of an image; nothing where they differ or let something shine through.
-std::optional<QRgb> uniformColor(const QImage& image)
+std::optional<QColor> uniformColor(const QImage& image)
 {
     const QRgb first = image.pixel(0, 0);
     if (qAlpha(first) != 0xff)
@@ -23,7 +23,15 @@ std::optional<QRgb> uniformColor(const QImage& image)
         if (!std::all_of(line, line + image.width(), [first](QRgb pixel) { return pixel == first; }))
             return std::nullopt;
     }
-    return first;
+    return QColor(first);
+}
+
+/// Whether the corner of what is painted is the corner of a pixel of the device. On screens of one and a half
+/// pixels to one it may not be, and then a picture kept shows the same at other pixels.
+bool isOnPixels(const QPainter& painter)
+{
+    const QTransform transform = painter.deviceTransform();
+    return std::floor(transform.dx()) == transform.dx() && std::floor(transform.dy()) == transform.dy();
 }
 
 }
@@ -38,8 +46,7 @@ PlotCanvas::~PlotCanvas() = default;
 
 void PlotCanvas::replot()
 {
-    m_storeIsCurrent = false;
-    m_paintedSinceReplot = false;
+    m_isPainted = false;
     QwtPlotCanvas::replot();
 }
 
@@ -49,9 +56,10 @@ bool PlotCanvas::event(QEvent* event)
     case QEvent::PolishRequest:
     case QEvent::StyleChange:
     case QEvent::PaletteChange:
+    case QEvent::EnabledChange:
     case QEvent::Resize:
-        m_background = Background::Unknown;
-        m_storeIsCurrent = false;
+        m_styledBackground.reset();
+        invalidateBackingStore();
         break;
     default:
         break;
@@ -59,71 +67,78 @@ bool PlotCanvas::event(QEvent* event)
     return QwtPlotCanvas::event(event);
 }
 
-bool PlotCanvas::hasUniformBackground()
+bool PlotCanvas::isForQwt() const
 {
-    if (m_background == Background::Unknown)
-        findBackground();
-    return m_background == Background::Uniform;
+    const bool focusIsShown = hasFocus() && focusIndicator() == CanvasFocusIndicator;
+    return !plot() || size().isEmpty() || focusIsShown || !backingStore()
+        || !testAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void PlotCanvas::findBackground()
+std::optional<QColor> PlotCanvas::backgroundColor()
 {
-    m_background = Background::Other;
     if (testAttribute(Qt::WA_StyledBackground)) {
-        QImage image(size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
         QStyleOption option;
         option.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
-        painter.end();
-        if (const auto color = uniformColor(image)) {
-            m_color = QColor(*color);
-            m_background = Background::Uniform;
-        }
-    } else if (autoFillBackground() && frameWidth() == 0 && borderRadius() <= 0.0) {
-        const QBrush brush = palette().brush(backgroundRole());
-        if (brush.style() == Qt::SolidPattern && brush.isOpaque()) {
-            m_color = brush.color();
-            m_background = Background::Uniform;
-        }
+        const auto state = static_cast<int>(option.state);
+        if (!m_styledBackground || m_styledBackground->state != state)
+            m_styledBackground = Background{state, styledColor(option)};
+        return m_styledBackground->color;
     }
+    const QBrush& brush = palette().brush(backgroundRole());
+    const bool isPlain = autoFillBackground() && frameWidth() == 0 && borderRadius() <= 0.0
+        && brush.style() == Qt::SolidPattern && brush.isOpaque();
+    return isPlain ? std::optional<QColor>(brush.color()) : std::nullopt;
 }
 
-void PlotCanvas::drawContents(QPainter& painter)
+std::optional<QColor> PlotCanvas::styledColor(const QStyleOption& option) const
 {
-    painter.fillRect(rect(), m_color);
+    QImage image(size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+    painter.end();
+    return uniformColor(image);
+}
+
+void PlotCanvas::drawContents(QPainter& painter, const QColor& background)
+{
+    painter.fillRect(rect(), background);
     painter.setClipRect(contentsRect(), Qt::IntersectClip);
     plot()->drawCanvas(&painter);
 }
 
 bool PlotCanvas::isStored() const
 {
-    return m_storeIsCurrent && m_store.devicePixelRatio() == devicePixelRatioF();
+    const QPixmap& picture = *backingStore();
+    return picture.devicePixelRatio() == devicePixelRatioF()
+        && picture.size() == size() * picture.devicePixelRatio();
+}
+
+void PlotCanvas::store(const QColor& background)
+{
+    // Qwt's painters that draw new samples onto a canvas draw into its store as well, in the same way.
+    QPixmap& picture = const_cast<QPixmap&>(*backingStore());
+    picture = QPixmap(size() * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&picture);
+    drawContents(painter, background);
 }
 
 void PlotCanvas::paintEvent(QPaintEvent* event)
 {
-    const bool focusIsShown = hasFocus() && focusIndicator() == CanvasFocusIndicator;
-    if (!plot() || size().isEmpty() || focusIsShown || !testPaintAttribute(BackingStore)
-        || !testAttribute(Qt::WA_OpaquePaintEvent) || !hasUniformBackground()) {
+    const std::optional<QColor> background = isForQwt() ? std::nullopt : backgroundColor();
+    if (!background) {
         QwtPlotCanvas::paintEvent(event);
         return;
     }
-
     QPainter painter(this);
     painter.setClipRegion(event->region());
-    if (!m_paintedSinceReplot) {
-        m_paintedSinceReplot = true;
-        drawContents(painter);
+    if (!isStored() && !m_isPainted && isOnPixels(painter)) {
+        m_isPainted = true;
+        drawContents(painter, *background);
         return;
     }
-    if (!isStored()) {
-        if (m_store.size() != size() * devicePixelRatioF())
-            m_store = QwtPainter::backingStore(this, size());
-        QPainter storePainter(&m_store);
-        drawContents(storePainter);
-        m_storeIsCurrent = true;
-    }
-    painter.drawPixmap(0, 0, m_store);
+    if (!isStored())
+        store(*background);
+    painter.drawPixmap(0, 0, *backingStore());
 }

@@ -1,17 +1,19 @@
 #pragma once
 
 #include <QColor>
-#include <QPixmap>
 
 #include <qwt_plot_canvas.h>
 
 #include <optional>
 
+class QStyleOption;
+
 /// The canvas of a plot, made for being painted anew at each step of a zoom.
 ///
 /// Qwt's canvas draws into a pixmap, freed and taken anew at each replot, and under a style sheet fills its
 /// background three times over. This one draws what a replot has changed straight to the screen. Only when it
-/// is to be painted again without a replot, as under a moving tracker, does it keep its picture.
+/// is to be painted again without a replot, as under a moving tracker, does it keep its picture, and then
+/// where Qwt's canvas keeps it.
 class PlotCanvas : public QwtPlotCanvas {
     Q_OBJECT
 
@@ -20,7 +22,8 @@ public:
     ~PlotCanvas() override;
 
 public Q_SLOTS:
-    /// Takes the place of the base's slot, which QwtPlot calls by name.
+    /// Takes the place of the base's slot, which QwtPlot calls by name. The base's own, called by a host, costs
+    /// a pixmap and is right as well.
     void replot();
 
 protected:
@@ -29,16 +32,21 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    enum class Background { Unknown, Uniform, Other };
+    /// What a style sheet makes of the whole canvas in one of its states: a colour, or something else.
+    struct Background {
+        int state = 0;
+        std::optional<QColor> color;
+    };
 
-    bool hasUniformBackground();
-    void findBackground();
-    void drawContents(QPainter& painter);
+    bool isForQwt() const;
+    /// The one opaque colour of the background, if it has one.
+    std::optional<QColor> backgroundColor();
+    std::optional<QColor> styledColor(const QStyleOption& option) const;
+
+    void drawContents(QPainter& painter, const QColor& background);
     bool isStored() const;
+    void store(const QColor& background);
 
-    Background m_background = Background::Unknown;
-    QColor m_color;
-    QPixmap m_store;
-    bool m_storeIsCurrent = false;
-    bool m_paintedSinceReplot = false;
+    std::optional<Background> m_styledBackground;
+    bool m_isPainted = false;
 };

@@ -1,6 +1,5 @@
 #include "plot2d/pricebased2dplotcurve.h"
 
-#include "curvepainter_p.h"
 #include "markerplacement_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "sampleindex_p.h"
@@ -135,67 +134,4 @@ void PriceBased2dPlotCurve::read(QDataStream& stream, CurveParams& params)
     params.dataType = dataType;
     if (stream.status() != QDataStream::Ok)
         params = CurveParams();
-}
-
-const SampleIndex* PriceBased2dPlotCurve::sampleIndex() const
-{
-    if (!m_index || !m_index->describes(data()))
-        m_index = SampleIndex::of(data());
-    return m_index.get();
-}
-
-void PriceBased2dPlotCurve::dataChanged()
-{
-    m_index = SampleIndex::of(data());
-    QwtPlotCurve::dataChanged();
-}
-
-QRectF PriceBased2dPlotCurve::boundingRect() const
-{
-    const SampleIndex* const index = sampleIndex();
-    return index && index->isFinite() ? index->boundingRectangle() : QwtPlotCurve::boundingRect();
-}
-
-bool PriceBased2dPlotCurve::isFilled() const
-{
-    return brush().style() != Qt::NoBrush && brush().color().alpha() > 0;
-}
-
-void PriceBased2dPlotCurve::drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
-    const QRectF& canvasRect, int from, int to) const
-{
-    const int last = to < 0 ? static_cast<int>(dataSize()) - 1 : to;
-    const SampleIndex* const index = sampleIndex();
-    if (!index || !painter || from < 0 || last >= index->size() || from > last || xMap.transformation()) {
-        QwtPlotCurve::drawSeries(painter, xMap, yMap, canvasRect, from, to);
-        return;
-    }
-    const QSize symbolSize = symbol() ? symbol()->size() : QSize();
-    const int reach = 2 + std::max({symbolSize.width(), symbolSize.height(), pen().width()});
-    const CurveFolding::Stretch seen = CurveFolding::visibleStretch({*index, xMap, yMap, from, last + 1},
-        CurveFolding::pixel(canvasRect.left()) - reach, CurveFolding::pixel(canvasRect.right()) + reach);
-    QwtPlotCurve::drawSeries(painter, xMap, yMap, canvasRect, seen.begin, seen.end - 1);
-}
-
-void PriceBased2dPlotCurve::drawLines(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
-    const QRectF& canvasRect, int from, int to) const
-{
-    const SampleIndex* const index = sampleIndex();
-    const bool isPlain = !isFilled() && !(testCurveAttribute(Fitted) && curveFitter());
-    if (!index || !isPlain
-        || !CurvePainter::draw(*painter, {*index, xMap, yMap, from, to + 1}, canvasRect,
-            CurveFolding::Shape::Straight))
-        QwtPlotCurve::drawLines(painter, xMap, yMap, canvasRect, from, to);
-}
-
-void PriceBased2dPlotCurve::drawSteps(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
-    const QRectF& canvasRect, int from, int to) const
-{
-    const SampleIndex* const index = sampleIndex();
-    const bool verticalFirst = (orientation() == Qt::Vertical) != testCurveAttribute(Inverted);
-    const auto shape
-        = verticalFirst ? CurveFolding::Shape::VerticalFirst : CurveFolding::Shape::HorizontalFirst;
-    if (!index || isFilled()
-        || !CurvePainter::draw(*painter, {*index, xMap, yMap, from, to + 1}, canvasRect, shape))
-        QwtPlotCurve::drawSteps(painter, xMap, yMap, canvasRect, from, to);
 }

@@ -81,10 +81,10 @@ public:
     /// 0.
     static void read(QDataStream& stream, CurveParams& params);
 
-    /// As of the base class. Costs nothing for samples that are all finite.
+    /// As of the base class, but for its rounding errors. Costs nothing for samples that are all finite.
     QRectF boundingRect() const override;
 
-    /// Draws the samples that are seen.
+    /// Draws the samples that are seen. A sample that is not finite, or has no place in pixels, is a gap.
     void drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
         const QRectF& canvasRect, int from, int to) const override;
 
@@ -97,11 +97,19 @@ protected:
         const QRectF& canvasRect, int from, int to) const override;
     void drawSteps(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
         const QRectF& canvasRect, int from, int to) const override;
+    void drawSticks(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawDots(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawSymbols(QPainter* painter, const QwtSymbol& symbol, const QwtScaleMap& xMap,
+        const QwtScaleMap& yMap, const QRectF& canvasRect, int from, int to) const override;
     void dataChanged() override;
 
 private:
     bool showQuote();
     bool isFilled() const;
+    bool needsSeenSamplesOnly() const;
+    int reachOfASample() const;
 
     int m_dataType = -1;
     QPointer<PriceBased2dPlot> m_plot;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <typeinfo>
 
 static_assert(sizeof(QPointF) == 2 * sizeof(double), "samples are read as pairs of doubles");
 
@@ -37,14 +38,14 @@ template <int Stride> Bounds boundsOf(const double* y, std::ptrdiff_t count)
     Bounds b = noBounds;
     Bounds c = noBounds;
     Bounds d = noBounds;
-    std::ptrdiff_t i = 0;
-    for (; i + 4 <= count; i += 4) {
+    const std::ptrdiff_t inFours = count - count % 4;
+    for (std::ptrdiff_t i = 0; i < inFours; i += 4) {
         a = united(a, {y[i * Stride], y[i * Stride]});
         b = united(b, {y[(i + 1) * Stride], y[(i + 1) * Stride]});
         c = united(c, {y[(i + 2) * Stride], y[(i + 2) * Stride]});
         d = united(d, {y[(i + 3) * Stride], y[(i + 3) * Stride]});
     }
-    for (; i < count; ++i)
+    for (std::ptrdiff_t i = inFours; i < count; ++i)
         a = united(a, {y[i * Stride], y[i * Stride]});
     return united(united(a, b), united(c, d));
 }
@@ -60,23 +61,27 @@ template <int Stride> bool areFinite(const double* numbers, std::ptrdiff_t count
     return bits == 0;
 }
 
-/// Of finite numbers.
 template <int Stride> bool areAscending(const double* x, std::ptrdiff_t count)
 {
-    std::uint64_t bits = 0;
+    std::uint64_t falls = 0;
     for (std::ptrdiff_t i = 1; i < count; ++i)
-        bits |= bitsOf(x[i * Stride] - x[(i - 1) * Stride]);
-    constexpr std::uint64_t signBit = std::uint64_t(1) << 63;
-    return (bits & signBit) == 0;
+        falls |= std::uint64_t(x[i * Stride] < x[(i - 1) * Stride]);
+    return falls == 0;
+}
+
+/// The series as one of exactly this class; null for any other, and for none.
+template <class Series> const Series* exactly(const QwtSeriesData<QPointF>* series)
+{
+    return series && typeid(*series) == typeid(Series) ? static_cast<const Series*>(series) : nullptr;
 }
 
 }
 
 std::unique_ptr<SampleIndex> SampleIndex::of(const QwtSeriesData<QPointF>* series)
 {
-    if (const auto* points = dynamic_cast<const QwtPointSeriesData*>(series))
+    if (const auto* points = exactly<QwtPointSeriesData>(series))
         return std::unique_ptr<SampleIndex>(new SampleIndex(points->samples()));
-    if (const auto* arrays = dynamic_cast<const QwtPointArrayData*>(series))
+    if (const auto* arrays = exactly<QwtPointArrayData>(series))
         return std::unique_ptr<SampleIndex>(new SampleIndex(arrays->xData(), arrays->yData()));
     return nullptr;
 }
@@ -104,11 +109,11 @@ SampleIndex::SampleIndex(const QVector<double>& x, const QVector<double>& y)
 bool SampleIndex::describes(const QwtSeriesData<QPointF>* series) const
 {
     // Vectors that this index shares keep their place as long as it lives.
-    if (const auto* points = dynamic_cast<const QwtPointSeriesData*>(series)) {
+    if (const auto* points = exactly<QwtPointSeriesData>(series)) {
         const QVector<QPointF> samples = points->samples();
         return m_stride == 2 && samples.constData() == m_points.constData() && samples.size() == m_size;
     }
-    if (const auto* arrays = dynamic_cast<const QwtPointArrayData*>(series)) {
+    if (const auto* arrays = exactly<QwtPointArrayData>(series)) {
         return m_stride == 1 && arrays->xData().constData() == m_xs.constData()
             && arrays->yData().constData() == m_ys.constData()
             && std::min(arrays->xData().size(), arrays->yData().size()) == m_size;

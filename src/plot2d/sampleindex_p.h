@@ -6,6 +6,7 @@
 
 #include <qwt_series_data.h>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -24,7 +25,8 @@ public:
     };
 
     /// Indexes the samples of a series; null for a series whose samples cannot be shared: that is, any but
-    /// those which the setSamples() of QwtPlotCurve make of vectors and of arrays.
+    /// those which the setSamples() of QwtPlotCurve make of vectors and of arrays. A class derived from these
+    /// may answer otherwise than its samples say, so it has no index either.
     static std::unique_ptr<SampleIndex> of(const QwtSeriesData<QPointF>* series);
 
     /// Whether these are the series' samples still.
@@ -48,7 +50,8 @@ public:
     /// The bounds of the values of the samples from begin up to, but without, end. All must be finite.
     Bounds bounds(int begin, int end) const;
 
-    /// The rectangle around all samples, which must be finite; as Qwt has it, and invalid without samples.
+    /// The rectangle around all samples, which must be finite; invalid without samples. Qwt's own differs by its
+    /// rounding errors.
     QRectF boundingRectangle() const { return m_rectangle; }
 
     /// The bytes that the index takes beside the samples.
@@ -58,7 +61,7 @@ public:
     static constexpr int blockSize = 32;
 
 private:
-    SampleIndex(const QVector<QPointF>& samples);
+    explicit SampleIndex(const QVector<QPointF>& samples);
     SampleIndex(const QVector<double>& x, const QVector<double>& y);
 
     void build();
@@ -74,7 +77,8 @@ private:
     QVector<double> m_ys;
     const double* m_x = nullptr;
     const double* m_y = nullptr;
-    int m_stride = 1;
+    /// The doubles from one sample to the next.
+    std::ptrdiff_t m_stride = 1;
     int m_size = 0;
 
     int m_finiteCount = 0;

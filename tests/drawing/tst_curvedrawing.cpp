@@ -64,8 +64,8 @@ QImage drawnBySegments(
     painter.setClipRect(view.canvas);
     painter.setPen(pen);
     const auto pixel = [&view](const QPointF& sample) {
-        return QPoint(CurveFolding::pixel(view.xMap.transform(sample.x())),
-            CurveFolding::pixel(view.yMap.transform(sample.y())));
+        return QPoint(wholePixel(view.xMap.transform(sample.x())),
+            wholePixel(view.yMap.transform(sample.y())));
     };
     for (int i = 1; i < samples.size(); ++i) {
         if (!isFinite(samples[i - 1]) || !isFinite(samples[i]))
