@@ -1,5 +1,9 @@
 #include "replay/quotereplay.h"
+#include "replay/replayfile.h"
 #include "window/commandline.h"
+#include "window/curvechoices.h"
+#include "window/deskplot.h"
+#include "window/desksettings.h"
 #include "window/deskwindow.h"
 #include "window/picture.h"
 #include "window/platform.h"
@@ -8,9 +12,11 @@
 
 #include <chain/chaintables.h>
 #include <database/exception.h>
+#include <database/settings.h>
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QStatusBar>
 
 #include <cstdio>
 #include <memory>
@@ -43,34 +49,53 @@ int savePicture(DeskWindow& window, const CommandLine& options)
     return success;
 }
 
-// A null pointer where there is nothing to replay.
-std::unique_ptr<QuoteReplay> startReplay(
-    RecordedQuotes recording, int futureIsinId, std::optional<double> speed)
+void tellOfUnknown(const QStringList& names, int quotes)
 {
-    if (recording.quotes.empty())
-        return nullptr;
+    constexpr int mostNames = 10;
+    const QString more = names.size() > mostNames ? QStringLiteral(", ...") : QString();
+    say(QStringLiteral("the replay had %1 quotes of %2 unknown instruments: %3")
+            .arg(quotes)
+            .arg(names.size())
+            .arg(names.mid(0, mostNames).join(QStringLiteral(", ")) + more));
+}
+
+std::unique_ptr<QuoteReplay> startReplay(
+    std::unique_ptr<QuoteStream> quotes, int futureIsinId, std::optional<double> speed, QMainWindow& window)
+{
     auto replay = std::make_unique<QuoteReplay>(
-        ChainTables::find().securities, std::move(recording), futureIsinId, speed);
-    QObject::connect(
-        replay.get(), &QuoteReplay::unknownInstruments, [](const QStringList& names, int quotes) {
-            constexpr int mostNames = 10;
-            const QString more = names.size() > mostNames ? QStringLiteral(", ...") : QString();
-            say(QStringLiteral("the replay had %1 quotes of %2 unknown instruments: %3")
-                    .arg(quotes)
-                    .arg(names.size())
-                    .arg(names.mid(0, mostNames).join(QStringLiteral(", ")) + more));
-        });
+        ChainTables::find().securities, std::move(quotes), futureIsinId, speed);
+    QObject::connect(replay.get(), &QuoteReplay::unknownInstruments, tellOfUnknown);
+    QObject::connect(replay.get(), &QuoteReplay::failed, &window, [&window](const QString& reason) {
+        const QString text = QStringLiteral("the replay has ended: ") + reason;
+        say(text);
+        window.statusBar()->showMessage(Texts::oneLine(text));
+    });
     replay->start();
     return replay;
 }
 
+// A null pointer where the user wants no settings.
+std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
+{
+    if (!options.usesSettings)
+        return nullptr;
+    auto settings = std::make_unique<DeskSettings>(
+        options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile);
+    if (!settings->problem().isEmpty())
+        say(settings->problem());
+    return settings;
+}
+
 int run(const CommandLine& options)
 {
-    RecordedQuotes recording;
+    std::unique_ptr<QuoteStream> quotes;
     if (!options.replayFile.isEmpty())
-        recording = readRecordedQuotes(options.replayFile);
+        quotes = std::make_unique<ReplayFile>(options.replayFile);
     const Session session = openSession(options);
+    const std::unique_ptr<DeskSettings> settings = openSettings(options);
     DeskWindow window(*session.data, options.view);
+    if (settings)
+        window.plot()->choices().setSettings(settings->host());
     window.setAxisMode(options.axisMode);
     window.showSeries(session.futureIsinId, session.given);
     const QString notice = Texts::notice(*window.shownSeries());
@@ -80,8 +105,13 @@ int run(const CommandLine& options)
         return savePicture(window, options);
     window.resize(options.size);
     window.show();
-    const auto replay = startReplay(std::move(recording), session.futureIsinId, options.replaySpeed);
-    return QApplication::exec();
+    std::unique_ptr<QuoteReplay> replay;
+    if (quotes)
+        replay = startReplay(std::move(quotes), session.futureIsinId, options.replaySpeed, window);
+    const int exitCode = QApplication::exec();
+    if (settings && !settings->save())
+        say(QStringLiteral("%1: the settings could not be written").arg(settings->host()->fileName()));
+    return exitCode;
 }
 
 }

@@ -22,7 +22,7 @@ QByteArray LegendState::write(const QList<PriceBased2dPlotCurve*>& curves)
     return bytes;
 }
 
-QVector<PriceBased2dPlotCurve::CurveParams> LegendState::read(const QByteArray& bytes)
+QVector<PriceBased2dPlotCurve::CurveParams> LegendState::read(const QByteArray& bytes, const QSet<int>& types)
 {
     QVector<PriceBased2dPlotCurve::CurveParams> records;
     QDataStream stream(bytes);
@@ -34,17 +34,15 @@ QVector<PriceBased2dPlotCurve::CurveParams> LegendState::read(const QByteArray& 
     if (stream.status() != QDataStream::Ok || tag != formatTag || version != formatVersion || count < 1)
         return records;
 
-    QSet<int> taken;
+    QSet<int> left = types;
     for (qint32 i = 0; i < count; ++i) {
         PriceBased2dPlotCurve::CurveParams record;
         PriceBased2dPlotCurve::read(stream, record);
         // What the count promises beyond the bytes would be read as invalid, one record after the other.
         if (stream.status() != QDataStream::Ok)
             break;
-        if (!record.isValid || taken.contains(record.dataType))
-            continue;
-        taken.insert(record.dataType);
-        records.append(record);
+        if (record.isValid && left.remove(record.dataType))
+            records.append(record);
     }
     return records;
 }

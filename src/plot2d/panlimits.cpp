@@ -1,6 +1,7 @@
 #include "panlimits_p.h"
 
 #include "fuzzyequality_p.h"
+#include "valuerange_p.h"
 
 #include <cmath>
 
@@ -13,11 +14,6 @@ bool isFinite(const QRectF& rectangle)
 {
     return std::isfinite(rectangle.x()) && std::isfinite(rectangle.y()) && std::isfinite(rectangle.width())
         && std::isfinite(rectangle.height());
-}
-
-bool isUsable(const QRectF& rectangle)
-{
-    return !(rectangle.width() <= 0.0) && !(rectangle.height() < 0.0) && isFinite(rectangle);
 }
 
 double moved(const Axis& axis, double bound, double shift)
@@ -45,19 +41,19 @@ std::optional<QRectF> PanLimits::draggedView(const Axis& x, const Axis& y, doubl
     const double bottom = y.enabled ? moved(y, y.lower, dy) : 0.0;
     const double top = y.enabled ? moved(y, y.upper, dy) : 0.0;
     const QRectF view(left, bottom, right - left, top - bottom);
-    return isUsable(view) ? std::optional<QRectF>(view) : std::nullopt;
+    return ValueRange::canBeViewed(view) && isFinite(view) ? std::optional<QRectF>(view) : std::nullopt;
 }
 
 std::optional<QRectF> PanLimits::limits(const QRectF& curves, const QRectF& view)
 {
     QRectF result = curves;
-    if (!isUsable(result))
+    if (!ValueRange::canBeViewed(result))
         return std::nullopt;
     if (result.height() == 0.0) {
         const double margin = view.height() * 0.5 * 0.5;
         result = QRectF(curves.x(), curves.y() - margin, curves.width(), 2.0 * margin);
     }
-    return isUsable(result) ? std::optional<QRectF>(result) : std::nullopt;
+    return ValueRange::canBeViewed(result) ? std::optional<QRectF>(result) : std::nullopt;
 }
 
 bool PanLimits::overlapInPrice(const QRectF& view, const QRectF& limits)

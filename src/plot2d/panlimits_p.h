@@ -28,7 +28,7 @@ constexpr double noShift = std::numeric_limits<double>::max();
 std::optional<QRectF> draggedView(const Axis& x, const Axis& y, double dx, double dy);
 
 /// The rectangle that limits a view: that of the curves, of zero height widened to half the view's height.
-/// Nothing for one without width, of negative height, or that is not finite.
+/// Nothing for one without width or of negative height. A side that is not finite limits nothing.
 std::optional<QRectF> limits(const QRectF& curves, const QRectF& view);
 
 /// Whether two rectangles have prices in common.

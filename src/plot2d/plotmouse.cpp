@@ -3,9 +3,12 @@
 #include "plot2d/pricebased2dplot.h"
 #include "plot2d/pricebased2dplotpicker.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
+#include "scalerange_p.h"
+#include "valuerange_p.h"
 #include "viewzoom_p.h"
 
 #include <QCursor>
+#include <QPointer>
 #include <QWheelEvent>
 
 #include <qwt_plot_layout.h>
@@ -29,22 +32,19 @@ Range rangeOf(const QwtScaleDiv& division)
     return {division.lowerBound(), division.upperBound()};
 }
 
-bool isUsable(const QRectF& curves)
-{
-    return !(curves.width() <= 0.0) && !(curves.height() < 0.0);
-}
-
-/// Whether the labels of the vertical axis cannot be told apart any more.
+/// Whether the labels of the vertical axis cannot be told apart any more. Of labels that a host's own scale
+/// draw makes nothing is known, so they never are.
 bool valuesAreShrinked(const Target& target)
 {
     return target.valueScale && target.valueScale->ticksShrinked(QwtScaleDiv(0.0, 0.0));
 }
 
-/// The angle that a wheel was turned by, about whichever of its axes it was turned further.
+/// The angle that a wheel was turned by, about whichever of its axes it was turned further: with Alt held Qt
+/// reports the usual wheel as a horizontal one.
 int angleOf(const QWheelEvent& event)
 {
     const QPoint angle = event.angleDelta();
-    return std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+    return std::abs(qint64(angle.x())) > std::abs(qint64(angle.y())) ? angle.x() : angle.y();
 }
 
 struct Cursor {
@@ -88,6 +88,13 @@ struct Zoomed {
     ViewZoom::Spans spans;
     double lowestPrice = 0.0;
     double highestValue = 0.0;
+
+    Range prices() const { return {lowestPrice, lowestPrice + spans.price}; }
+    /// Of this height, but no higher than the zoomed view.
+    Range values(double height) const
+    {
+        return {highestValue - (height <= spans.value ? height : spans.value), highestValue};
+    }
 };
 
 std::optional<Zoomed> zoomed(const Target& target, const Cursor& cursor, int angle)
@@ -102,7 +109,7 @@ std::optional<Zoomed> zoomed(const Target& target, const Cursor& cursor, int ang
     Zoomed result;
     result.start = {rangeOf(prices), rangeOf(values), plot.curvesRectangle(),
         zoomCentre(target, cursor, rangeOf(prices), rangeOf(values)), *factor};
-    if (!isUsable(result.start.curves))
+    if (!ValueRange::canBeViewed(result.start.curves))
         return std::nullopt;
     result.spans = ViewZoom::zoomedSpans(result.start);
     if (result.start.zoomsIn()
@@ -118,53 +125,64 @@ std::optional<Zoomed> zoomed(const Target& target, const Cursor& cursor, int ang
     return result;
 }
 
-void setPrices(PriceBased2dPlot& plot, const Zoomed& zoomed)
+/// The ranges that axes are to get; an axis without one stays, but values follow the prices.
+struct Change {
+    std::optional<Range> prices;
+    std::optional<Range> values;
+};
+
+Change changeTo(const Zoomed& view, const Cursor& cursor, Qt::KeyboardModifiers modifiers)
 {
-    plot.setAxisScale(QwtPlot::xBottom, zoomed.lowestPrice, zoomed.lowestPrice + zoomed.spans.price, 0.0);
+    const double height = view.start.curves.height();
+    const bool shift = modifiers.testFlag(Qt::ShiftModifier);
+    const bool control = modifiers.testFlag(Qt::ControlModifier);
+    const bool alongOneAxis = shift != control || cursor.onScale();
+    if ((alongOneAxis && cursor.onX) || (control && !shift && cursor.inCanvas))
+        return {view.prices(), std::nullopt};
+    if (alongOneAxis && cursor.onY) {
+        const bool grows = view.start.values.width() < height;
+        return {std::nullopt,
+            view.start.zoomsIn() || grows ? std::optional<Range>(view.values(view.spans.value))
+                                          : std::nullopt};
+    }
+    if (shift && !control && cursor.inCanvas)
+        return {std::nullopt, view.values(height)};
+    return {view.prices(), view.values(view.start.factor * height)};
 }
 
-void setValues(PriceBased2dPlot& plot, const Zoomed& zoomed, double height)
+bool isAcceptable(const PriceBased2dPlot& plot, int axis, const std::optional<Range>& range)
 {
-    plot.setAxisScale(QwtPlot::yLeft, zoomed.highestValue - height, zoomed.highestValue, 0.0);
+    return !range || ScaleRange::isAcceptable(plot, axis, range->lower, range->upper);
 }
 
-double noMoreThan(double limit, double height)
+/// A slot of a signal on the way, and an overridden replot(), may delete the plot.
+void apply(const QPointer<PriceBased2dPlot>& plot, const Change& change)
 {
-    return height <= limit ? height : limit;
+    if (change.values)
+        plot->resetAutoScale();
+    if (plot && change.prices)
+        plot->setAxisScale(QwtPlot::xBottom, change.prices->lower, change.prices->upper, 0.0);
+    if (plot && change.values)
+        plot->setAxisScale(QwtPlot::yLeft, change.values->lower, change.values->upper, 0.0);
+    if (plot && change.prices && !change.values)
+        plot->updateYAxisScale();
 }
 
 }
 
 bool PlotMouse::zoom(const Target& target, const QWheelEvent& event)
 {
-    PriceBased2dPlot& plot = target.plot;
-    const Cursor cursor = cursorOver(plot);
+    const Cursor cursor = cursorOver(target.plot);
     if (!target.picker || (!cursor.onScale() && !cursor.inCanvas))
         return false;
     const auto view = zoomed(target, cursor, angleOf(event));
     if (!view)
         return false;
-
-    const double curvesHeight = view->start.curves.height();
-    const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
-    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
-    const bool alongOneAxis = shift != control || cursor.onScale();
-    if ((alongOneAxis && cursor.onX) || (control && !shift && cursor.inCanvas)) {
-        setPrices(plot, *view);
-        plot.updateYAxisScale();
-    } else if (alongOneAxis && cursor.onY) {
-        if (view->start.zoomsIn() || view->start.values.width() < curvesHeight) {
-            plot.resetAutoScale();
-            setValues(plot, *view, view->spans.value);
-        }
-    } else if (shift && !control && cursor.inCanvas) {
-        plot.resetAutoScale();
-        setValues(plot, *view, noMoreThan(view->spans.value, curvesHeight));
-    } else {
-        plot.resetAutoScale();
-        setPrices(plot, *view);
-        setValues(plot, *view, noMoreThan(view->spans.value, view->start.factor * curvesHeight));
-    }
+    const Change change = changeTo(*view, cursor, event.modifiers());
+    if (!isAcceptable(target.plot, QwtPlot::xBottom, change.prices)
+        || !isAcceptable(target.plot, QwtPlot::yLeft, change.values))
+        return false;
+    apply(QPointer<PriceBased2dPlot>(&target.plot), change);
     return true;
 }
 
@@ -188,17 +206,12 @@ bool PlotMouse::drag(const Target& target, const Drag& drag)
     if (shrinks && (onX ? view.width() < plot.priceInterval().minStep : valuesAreShrinked(target)))
         return false;
     const QRectF curves = plot.curvesRectangle();
-    if (!isUsable(curves))
+    if (!ValueRange::canBeViewed(curves))
         return false;
     const Range data = onX ? Range{curves.left(), curves.right()} : Range{curves.top(), curves.bottom()};
     const auto next = ViewZoom::dragged(view, data, shrinks);
-    if (!next)
+    if (!next || !isAcceptable(plot, axis, next))
         return false;
-
-    if (!onX)
-        plot.resetAutoScale();
-    plot.setAxisScale(axis, next->lower, next->upper, 0.0);
-    if (onX)
-        plot.updateYAxisScale();
+    apply(QPointer<PriceBased2dPlot>(&plot), onX ? Change{next, std::nullopt} : Change{std::nullopt, next});
     return true;
 }

@@ -17,8 +17,9 @@ struct Target {
     const PriceBased2dPlotScaleDraw* valueScale = nullptr;
 };
 
-/// Zooms about the cursor, or along one axis when the cursor is over it or a modifier asks for it. Whether a
-/// scale was set, so that labels are out of date.
+/// Zooms about the cursor, or along one axis when the cursor is over it or a modifier asks for it. False
+/// where nothing was done: without a picker, which tells the values under the cursor, and for a view that is
+/// not finite or that a scale would not take. The plot may be gone afterwards.
 bool zoom(const Target& target, const QWheelEvent& event);
 
 /// Where a drag began, where it was last, and where it is; (0, 0) means nowhere.
@@ -28,7 +29,8 @@ struct Drag {
     QPointF current;
 };
 
-/// Stretches or shrinks the axis on which a drag began by one step; false if nothing was to be done.
+/// Stretches or shrinks the axis on which a drag began by one step; false if nothing was done, also where the
+/// scale would not take the step. The plot may be gone afterwards.
 bool drag(const Target& target, const Drag& drag);
 
 }

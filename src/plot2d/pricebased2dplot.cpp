@@ -201,15 +201,18 @@ void PriceBased2dPlot::updateScaleLabels()
 
 void PriceBased2dPlot::updateAxisWidgets()
 {
-    PriceBased2dPlotScaleDraw* draw = xScaleDraw();
-    if (!draw)
+    if (!xScaleDraw())
         return;
-    draw->updateLabels();
+    const QPointer<PriceBased2dPlot> self(this);
+    xScaleDraw()->updateLabels();
     replot();
-    draw->invalidateCache();
+    if (!self || !xScaleDraw())
+        return;
+    xScaleDraw()->invalidateCache();
     updateAxes();
     replot();
-    axisWidget(xBottom)->update();
+    if (self)
+        axisWidget(xBottom)->update();
 }
 
 void PriceBased2dPlot::setCurKotirEnabled(bool enabled)

@@ -213,7 +213,6 @@ private:
     PriceBased2dPlotScaleEngine* scaleEngine() const;
     void setUpAxes();
     void setUpLook();
-    void setDivisibleScale(int axis, double min, double max, double step);
 
     bool m_zoomEnabled = true;
     QPointF m_pressPosition;

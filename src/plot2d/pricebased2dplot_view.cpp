@@ -9,7 +9,7 @@
 #include "plotlook_p.h"
 #include "plotmouse_p.h"
 #include "quoteline_p.h"
-#include "scaledivision_p.h"
+#include "scalerange_p.h"
 #include "valuerange_p.h"
 
 #include <c_api/common.h>
@@ -35,8 +35,12 @@ void PriceBased2dPlot::setCurveVisible(const QString& curveTitle, bool visible)
     PriceBased2dPlotCurve* curve = PlotItems::validCurve(*this, curveTitle);
     if (!curve)
         return;
+    const bool isQuoteLine = curve->dataType() == PriceBased2dPlotCurve::quoteLineType;
+    const QPointer<PriceBased2dPlot> self(this);
     curve->setVisible(visible);
-    if (curve->dataType() != PriceBased2dPlotCurve::quoteLineType)
+    if (!self)
+        return;
+    if (!isQuoteLine)
         updateYAxisScale();
     else
         replot();
@@ -84,23 +88,25 @@ void PriceBased2dPlot::updateCurKotirPoints(double low, double high, double quot
 
 void PriceBased2dPlot::updateYAxisScale()
 {
+    const QPointer<PriceBased2dPlot> self(this);
     // A horizontal scale that was set since the last replot is divided only now.
     updateAxes();
-    if (!autoScaleEnabled()) {
+    if (autoScaleEnabled()) {
+        const auto [min, max] = minMaxYAtXRange();
+        if (!self)
+            return;
+        if (min > max && !commonFuzzyCompare(min, max)) {
+            replot();
+            return;
+        }
+        setAxisScale(yLeft, min, max, 0.0);
+    } else {
         updateCurKotirPoints(0.0, 0.0, -1.0);
+    }
+    if (self)
         replot();
+    if (self)
         updateScaleLabels();
-        return;
-    }
-
-    const auto [min, max] = minMaxYAtXRange();
-    if (min > max && !commonFuzzyCompare(min, max)) {
-        replot();
-        return;
-    }
-    setAxisScale(yLeft, min, max, 0.0);
-    replot();
-    updateScaleLabels();
 }
 
 std::pair<double, double> PriceBased2dPlot::minMaxYAtXRange()
@@ -120,23 +126,14 @@ void PriceBased2dPlot::setAxisScale(int axis, double min, double max, double ste
     if ((axis != yLeft && axis != xBottom) || !std::isfinite(min) || !std::isfinite(max) || min > max)
         return;
 
-    const bool empty = commonFuzzyCompare(min, max);
-    if (axis == yLeft) {
+    const QPointer<PriceBased2dPlot> self(this);
+    if (axis == yLeft)
         updateCurKotirPoints(min, max, -1.0);
-        if (empty)
-            setDivisibleScale(axis, min - 1.0, max + 1.0, step);
-        else if (max - min > 1e-8)
-            setDivisibleScale(axis, min, max, step);
-    } else if (!empty) {
-        setDivisibleScale(axis, min, max, step);
-    }
-}
-
-void PriceBased2dPlot::setDivisibleScale(int axis, double min, double max, double step)
-{
-    // Far from zero the doubles are more than 1 apart, so that widening does not always widen.
-    if (min < max && ScaleDivision::isDivisible({min, max, axisMaxMajor(axis), axisMaxMinor(axis), step}))
-        QwtPlot::setAxisScale(axis, min, max, step);
+    if (!self)
+        return;
+    const std::optional<QwtInterval> range = ScaleRange::shown(axis, min, max);
+    if (range && ScaleRange::isDivisible(*this, axis, *range, step))
+        QwtPlot::setAxisScale(axis, range->minValue(), range->maxValue(), step);
 }
 
 double PriceBased2dPlot::roundedXValue(double x) const
@@ -170,18 +167,27 @@ void PriceBased2dPlot::mousePressEvent(QMouseEvent* event)
 
 void PriceBased2dPlot::mouseMoveEvent(QMouseEvent* event)
 {
+    const QPointer<PriceBased2dPlot> self(this);
     const PlotMouse::Target target{*this, m_picker, yScaleDraw()};
     const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, event->localPos()};
     if (m_zoomEnabled && !m_pressPosition.isNull() && PlotMouse::drag(target, drag)) {
-        m_dragPosition = event->localPos();
-        updateScaleLabels();
-        updateAxisWidgets();
+        if (self) {
+            m_dragPosition = event->localPos();
+            updateScaleLabels();
+        }
+        if (self)
+            updateAxisWidgets();
     }
-    QWidget::mouseMoveEvent(event);
+    if (self)
+        QWidget::mouseMoveEvent(event);
 }
 
 void PriceBased2dPlot::wheelEvent(QWheelEvent* event)
 {
-    if (m_zoomEnabled && PlotMouse::zoom({*this, m_picker, yScaleDraw()}, *event))
+    const QPointer<PriceBased2dPlot> self(this);
+    if (m_zoomEnabled && PlotMouse::zoom({*this, m_picker, yScaleDraw()}, *event) && self)
         Q_EMIT updateAxisLabels();
+    // An event that nobody accepts goes on to the parent, for which Qt would ask a widget that is no more.
+    if (!self)
+        event->accept();
 }

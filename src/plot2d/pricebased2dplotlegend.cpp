@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <qwt_dyngrid_layout.h>
@@ -36,6 +37,16 @@ template <class Widget> Widget* widgetAt(const QLayout* layout, int index)
     return item ? qobject_cast<Widget*>(item->widget()) : nullptr;
 }
 
+/// The data types of the attached curves, and the one that stands for all of them.
+QSet<int> typesOfCurves(const PriceBased2dPlot& plot)
+{
+    QSet<int> types{-1};
+    const QList<PriceBased2dPlotCurve*> curves = plot.attachedCurves(-1);
+    for (const PriceBased2dPlotCurve* curve : curves)
+        types.insert(curve->dataType());
+    return types;
+}
+
 bool hasTwoItems(const QLayout* layout)
 {
     return layout && layout->count() == 2;
@@ -43,12 +54,43 @@ bool hasTwoItems(const QLayout* layout)
 
 }
 
+/// While it lives, a check box survives its entry: the box goes on working after it has told of its change.
+class LabelWidget::Telling {
+public:
+    explicit Telling(QCheckBox* checkBox)
+        : m_widget(qobject_cast<LabelWidget*>(checkBox->parentWidget()))
+        , m_checkBox(checkBox)
+        , m_isOutermost(m_widget && !m_widget->m_tellingBox)
+    {
+        if (m_isOutermost)
+            m_widget->m_tellingBox = checkBox;
+    }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    ~Telling()
+    {
+        if (m_isOutermost && m_widget)
+            m_widget->m_tellingBox.clear();
+        else if (m_isOutermost && m_checkBox)
+            m_checkBox->deleteLater();
+    }
+
+private:
+    const QPointer<LabelWidget> m_widget;
+    const QPointer<QCheckBox> m_checkBox;
+    const bool m_isOutermost;
+};
+
 LabelWidget::LabelWidget(QWidget* parent)
     : QWidget(parent)
 {
 }
 
-LabelWidget::~LabelWidget() = default;
+LabelWidget::~LabelWidget()
+{
+    if (m_tellingBox)
+        m_tellingBox->setParent(nullptr);
+}
 
 void LabelWidget::mousePressEvent(QMouseEvent* event)
 {
@@ -75,19 +117,13 @@ PriceBased2dPlotLegend::PriceBased2dPlotLegend(QwtPlot* plot)
         m_layout->setSizeConstraint(QLayout::SetFixedSize);
     if (contentsWidget() && contentsWidget()->parentWidget())
         contentsWidget()->parentWidget()->installEventFilter(this);
-}
-
-PriceBased2dPlotLegend::~PriceBased2dPlotLegend()
-{
-    // A check box goes on working after it has told of its change, so a listener that deletes the legend must
-    // not take it away at once.
-    for (const Entry& entry : qAsConst(m_entries)) {
-        if (m_tellingBoxes > 0 && entry.checkBox) {
-            entry.checkBox->setParent(nullptr);
-            entry.checkBox->deleteLater();
-        }
+    for (QScrollBar* scrollBar : {horizontalScrollBar(), verticalScrollBar()}) {
+        if (scrollBar)
+            scrollBar->installEventFilter(this);
     }
 }
+
+PriceBased2dPlotLegend::~PriceBased2dPlotLegend() = default;
 
 void PriceBased2dPlotLegend::initCore()
 {
@@ -101,7 +137,11 @@ void PriceBased2dPlotLegend::wheelEvent(QWheelEvent* event)
 
 bool PriceBased2dPlotLegend::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::Wheel || watched != contentsWidget()->parentWidget())
+    // A check box accepts a press but hands on the moves of a drag that has left it; the plot would take them
+    // for those of the drag whose press it saw last.
+    const bool isView = watched == contentsWidget()->parentWidget();
+    const bool kept = event->type() == QEvent::Wheel || (isView && event->type() == QEvent::MouseMove);
+    if (!kept)
         return QwtLegend::eventFilter(watched, event);
     event->accept();
     return true;
@@ -239,20 +279,17 @@ void PriceBased2dPlotLegend::onCheckBoxChecked(int state)
     text.setColor(checked ? CheckedLabelColor : UncheckedLabelColor);
     // The plot and the listeners may delete entries and the legend itself.
     const QPointer<PriceBased2dPlotLegend> self(this);
-    ++m_tellingBoxes;
+    const LabelWidget::Telling telling(entry->checkBox);
     if (checked)
         restoreIcon(*entry);
     else
         replaceIcon(*entry, text.text());
     if (self)
         Q_EMIT visibilityChanged(text.text(), checked);
-    if (self) {
-        --m_tellingBoxes;
-        if (checked)
-            m_uncheckedItems.removeOne(text.text());
-        else if (!m_uncheckedItems.contains(text.text()))
-            m_uncheckedItems.append(text.text());
-    }
+    if (self && checked)
+        m_uncheckedItems.removeOne(text.text());
+    else if (self && !m_uncheckedItems.contains(text.text()))
+        m_uncheckedItems.append(text.text());
     if (label)
         label->setText(text);
 }
@@ -301,7 +338,9 @@ void PriceBased2dPlotLegend::setCheckBoxIcon(const QString& text, const QPixmap&
 
 void PriceBased2dPlotLegend::createResetIcons()
 {
-    m_resetIcons = LegendIcons::create();
+    const QMap<int, QPixmap> icons = LegendIcons::create();
+    for (auto icon = icons.cbegin(); icon != icons.cend(); ++icon)
+        m_resetIcons.insert(icon.key(), icon.value());
 }
 
 int PriceBased2dPlotLegend::getStyle(const PriceBased2dPlotCurve* curve) const
@@ -323,6 +362,7 @@ int PriceBased2dPlotLegend::getStyle(const PriceBased2dPlotCurve* curve) const
 
 void PriceBased2dPlotLegend::store(Settings& settings) const
 {
+    const_cast<PriceBased2dPlotLegend*>(this)->updateItemMaps();
     const auto* plot = qobject_cast<const PriceBased2dPlot*>(m_plot.data());
     const QList<PriceBased2dPlotCurve*> curves
         = plot ? plot->attachedCurves(-1) : QList<PriceBased2dPlotCurve*>();
@@ -335,7 +375,8 @@ void PriceBased2dPlotLegend::restore(const Settings& settings)
     updateItemMaps();
     const QPointer<PriceBased2dPlot> plot = qobject_cast<PriceBased2dPlot*>(m_plot.data());
     const QPointer<PriceBased2dPlotLegend> self(this);
-    const auto records = LegendState::read(settings.value(settingsKey(), QVariant()).toByteArray());
+    const auto records = LegendState::read(
+        settings.value(settingsKey(), QVariant()).toByteArray(), plot ? typesOfCurves(*plot) : QSet<int>());
     for (const PriceBased2dPlotCurve::CurveParams& record : records) {
         if (!self || !plot)
             return;

@@ -23,17 +23,25 @@ class PLOT2D_EXPORT LabelWidget : public QWidget {
 
 public:
     explicit LabelWidget(QWidget* parent);
+    /// Leaves its check box behind, for later, while that is telling of its change.
     ~LabelWidget() override;
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    class Telling;
+    friend class PriceBased2dPlotLegend;
+
+    QPointer<QCheckBox> m_tellingBox;
 };
 
 /// The legend of a plot: each entry has a check box in front of its label.
 ///
 /// Entries are known by their texts, the titles of the curves that they show; of entries with equal texts the
 /// one made first is meant. Unchecking an entry greys its text and swaps its icon for a grey placeholder.
-/// What a curve does on that is the host's: it connects visibilityChanged().
+/// What a curve does on that is the host's: it connects visibilityChanged(). A listener may delete anything:
+/// entries, curves, the legend itself, also at once instead of later.
 class PLOT2D_EXPORT PriceBased2dPlotLegend : public QwtLegend {
     Q_OBJECT
 
@@ -43,7 +51,8 @@ public:
     ~PriceBased2dPlotLegend() override;
 
     /// Makes the placeholder icons; to be called once after construction, so that a derived legend makes its
-    /// own.
+    /// own. Curves whose legend icons are as large as these (50 by 13 pixels) keep the entries in their
+    /// places when they are unchecked.
     void initCore();
 
     /// Forgets the entries whose widgets are gone.
@@ -86,7 +95,8 @@ public:
     QWidget* createWidget(const QwtLegendData& legendData) const override;
     void updateWidget(QWidget* widget, const QwtLegendData& legendData) override;
 
-    /// Keeps the wheel from the view of the entries, which would scroll.
+    /// Keeps the wheel from the view of the entries and its scroll bars, which would scroll, and from the
+    /// plot a drag that began on a check box.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
@@ -122,6 +132,4 @@ private:
     QMap<int, QPixmap> m_resetIcons;
     QPointer<QwtDynGridLayout> m_layout;
     QPointer<QwtPlot> m_plot;
-    /// How many check boxes are telling of their change right now.
-    int m_tellingBoxes = 0;
 };

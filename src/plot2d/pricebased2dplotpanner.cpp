@@ -24,6 +24,28 @@ bool isNoShift(double shift)
     return isFuzzyEqual(1.0 + shift, 1.0);
 }
 
+/// The range that Qwt's panner gives an axis when the canvas is dragged by an offset.
+QwtInterval movedRange(const PriceBased2dPlot& plot, int axis, int dx, int dy)
+{
+    const PanLimits::Axis current = axisOf(plot, axis);
+    const int shift = axis == QwtPlot::xBottom || axis == QwtPlot::xTop ? dx : dy;
+    return QwtInterval(current.map.invTransform(current.map.transform(current.lower) - shift),
+        current.map.invTransform(current.map.transform(current.upper) - shift));
+}
+
+bool isFinite(const QwtInterval& range)
+{
+    return std::isfinite(range.minValue()) && std::isfinite(range.maxValue())
+        && std::isfinite(range.maxValue() - range.minValue());
+}
+
+/// A range without width is divisible too: values may be panned even if there is but one.
+bool isDivisible(const PriceBased2dPlot& plot, int axis, const QwtInterval& range)
+{
+    return ScaleDivision::isDivisible(
+        {range.minValue(), range.maxValue(), plot.axisMaxMajor(axis), plot.axisMaxMinor(axis), 0.0});
+}
+
 }
 
 PriceBased2dPlotPanner::PriceBased2dPlotPanner(QwtPlotCanvas* canvas)
@@ -76,6 +98,12 @@ void PriceBased2dPlotPanner::moveCanvas(int dx, int dy)
     announceAndMove(static_cast<int>(std::round(shiftX)), static_cast<int>(std::round(shiftY)));
 }
 
+bool PriceBased2dPlotPanner::eventFilter(QObject* watched, QEvent* event)
+{
+    const QPointer<QObject> canvas(watched);
+    return QwtPlotPanner::eventFilter(watched, event) || !canvas;
+}
+
 void PriceBased2dPlotPanner::announceAndMove(int dx, int dy)
 {
     if (!canMove(dx, dy))
@@ -83,23 +111,42 @@ void PriceBased2dPlotPanner::announceAndMove(int dx, int dy)
     const QPointer<PriceBased2dPlotPanner> self(this);
     if (m_autoScale)
         Q_EMIT autoScaleEnabled(false);
+    if (!self || !m_plot)
+        return;
+    const QList<int> held = holdAxes(dx, dy);
+    QwtPlotPanner::moveCanvas(dx, dy);
     if (!self)
         return;
-    QwtPlotPanner::moveCanvas(dx, dy);
+    for (const int axis : held)
+        setAxisEnabled(axis, true);
     Q_EMIT updateLabels();
 }
 
 bool PriceBased2dPlotPanner::canMove(int dx, int dy) const
 {
-    // Qwt's panner moves all four axes, the hidden ones too, whatever comes out.
+    if (dx == 0 && dy == 0)
+        return true;
     for (int axis = 0; axis < QwtPlot::axisCnt; ++axis) {
-        const PanLimits::Axis current = axisOf(*m_plot, axis);
-        const int shift = axis == QwtPlot::xBottom || axis == QwtPlot::xTop ? dx : dy;
-        const double lower = current.map.invTransform(current.map.transform(current.lower) - shift);
-        const double upper = current.map.invTransform(current.map.transform(current.upper) - shift);
-        if (!ScaleDivision::isDivisible(
-                {lower, upper, m_plot->axisMaxMajor(axis), m_plot->axisMaxMinor(axis), 0.0}))
+        if (!isAxisEnabled(axis) || !m_plot->axisEnabled(axis))
+            continue;
+        const QwtInterval range = movedRange(*m_plot, axis, dx, dy);
+        const bool isOfView = axis == QwtPlot::xBottom || axis == QwtPlot::yLeft;
+        if (!isFinite(range) || (isOfView && !isDivisible(*m_plot, axis, range)))
             return false;
     }
     return true;
+}
+
+QList<int> PriceBased2dPlotPanner::holdAxes(int dx, int dy)
+{
+    // Qwt's panner moves the hidden axes too, whatever comes out: on a canvas without height a hidden
+    // vertical axis has no pixels to map its values to.
+    QList<int> held;
+    for (int axis = 0; axis < QwtPlot::axisCnt; ++axis) {
+        if (isAxisEnabled(axis) && !isDivisible(*m_plot, axis, movedRange(*m_plot, axis, dx, dy))) {
+            setAxisEnabled(axis, false);
+            held << axis;
+        }
+    }
+    return held;
 }

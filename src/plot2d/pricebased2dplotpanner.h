@@ -2,6 +2,7 @@
 
 #include "plot2d/plot2dexport.h"
 
+#include <QList>
 #include <QPointer>
 
 #include <qwt_plot_panner.h>
@@ -24,12 +25,16 @@ public:
 
     /// A shift in pixels, not larger than maxShift, that brings one bound of an axis (side 0 the lower, 1 the
     /// upper) just past a value, by less than a tenth of the span; the largest double where there is none,
-    /// and for any other side.
+    /// and for any other side or axis.
     double getShiftUntilValue(double value, int axis, int side, double maxShift);
 
     /// Moves the scales by an offset in pixels, shortened where the view would pass the end of the data.
     /// Nothing moves without data, and where no data would be left in view horizontally.
     void moveCanvas(int dx, int dy) override;
+
+    /// Handles the canvas's events as Qwt does. One at whose end the canvas is no more, deleted by a slot, is
+    /// kept from Qt, which would go on to the canvas's next filter.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
     /// The scales have moved.
@@ -39,7 +44,10 @@ Q_SIGNALS:
 
 private:
     void announceAndMove(int dx, int dy);
+    /// Whether the ranges that a drag gives to the axes in sight are finite, and the view's own divisible.
     bool canMove(int dx, int dy) const;
+    /// Switches off the axes that a drag would give a range which Qwt cannot divide, and names them.
+    QList<int> holdAxes(int dx, int dy);
 
     QPointer<PriceBased2dPlot> m_plot;
     bool m_autoScale = true;

@@ -125,6 +125,7 @@ QRectF ValueRange::boundingRectangle(const QList<PriceBased2dPlotCurve*>& curves
     double right = -largest;
     double bottom = -largest;
     for (const PriceBased2dPlotCurve* curve : curves) {
+        // Without samples Qwt gives an invalid rectangle that stands at (1, 1).
         if (!curve->isVisible() || isQuoteLine(*curve) || curve->dataSize() == 0)
             continue;
         const QRectF rectangle = curve->boundingRect();
@@ -137,4 +138,9 @@ QRectF ValueRange::boundingRectangle(const QList<PriceBased2dPlotCurve*>& curves
     if (right < left || bottom < top)
         return QRectF();
     return QRectF(left, top, right - left, bottom - top);
+}
+
+bool ValueRange::canBeViewed(const QRectF& curves)
+{
+    return !(curves.width() <= 0.0) && !(curves.height() < 0.0);
 }

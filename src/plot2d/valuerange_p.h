@@ -35,4 +35,9 @@ Range ofCurves(const QList<PriceBased2dPlotCurve*>& curves, double x1, double x2
 /// there is none. A bound that is NaN counts for nothing.
 QRectF boundingRectangle(const QList<PriceBased2dPlotCurve*>& curves);
 
+/// Whether a view can be panned and zoomed over the rectangle of the curves: it has a width, and a height
+/// that is not negative. Zero height will do (all curves at one value), and so will sides that are not
+/// finite: one infinite sample leaves the finite ones to look at.
+bool canBeViewed(const QRectF& curves);
+
 }

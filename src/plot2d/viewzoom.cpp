@@ -20,10 +20,32 @@ std::optional<double> ratioAround(double centre, const Range& range)
     return ratio;
 }
 
-std::optional<double> ifFinite(double base, double offset)
+std::optional<double> ifFinite(double bound, double oppositeBound)
 {
-    return std::isfinite(offset) && std::isfinite(base + offset) ? std::optional<double>(base + offset)
-                                                                 : std::nullopt;
+    return std::isfinite(bound) && std::isfinite(oppositeBound) ? std::optional<double>(bound) : std::nullopt;
+}
+
+double lowestPrice(const ViewZoom::Start& start, double span)
+{
+    const Range& view = start.prices;
+    if (!start.zoomsIn() && start.curves.right() < view.upper)
+        return view.upper - span;
+    if (!start.zoomsIn() && start.curves.left() > view.lower)
+        return view.lower;
+    const std::optional<double> ratio = ratioAround(start.centre.x(), view);
+    const double divisor = ratio ? *ratio + 1.0 : 1.0;
+    return start.centre.x() - span / divisor;
+}
+
+double highestValue(const ViewZoom::Start& start, double span)
+{
+    const Range& view = start.values;
+    if (!start.zoomsIn() && start.curves.bottom() < view.upper)
+        return view.upper;
+    if (!start.zoomsIn() && start.curves.top() > view.lower)
+        return view.lower + span;
+    const std::optional<double> ratio = ratioAround(start.centre.y(), view);
+    return start.centre.y() + (ratio ? *ratio * span / (*ratio + 1.0) : 0.0);
 }
 
 }
@@ -68,27 +90,14 @@ bool ViewZoom::isTooSmall(const Spans& spans, double minStep)
 
 std::optional<double> ViewZoom::zoomedLowestPrice(const Start& start, const Spans& spans)
 {
-    const Range& view = start.prices;
-    if (!start.zoomsIn() && start.curves.right() < view.upper)
-        return ifFinite(view.upper, -spans.price);
-    if (!start.zoomsIn() && start.curves.left() > view.lower)
-        return view.lower;
-
-    const std::optional<double> ratio = ratioAround(start.centre.x(), view);
-    const double divisor = ratio ? *ratio + 1.0 : 1.0;
-    return ifFinite(start.centre.x(), -(spans.price / divisor));
+    const double bound = lowestPrice(start, spans.price);
+    return ifFinite(bound, bound + spans.price);
 }
 
 std::optional<double> ViewZoom::zoomedHighestValue(const Start& start, const Spans& spans)
 {
-    const Range& view = start.values;
-    if (!start.zoomsIn() && start.curves.bottom() < view.upper)
-        return view.upper;
-    if (!start.zoomsIn() && start.curves.top() > view.lower)
-        return ifFinite(view.lower, spans.value);
-
-    const std::optional<double> ratio = ratioAround(start.centre.y(), view);
-    return ifFinite(start.centre.y(), ratio ? *ratio * spans.value / (*ratio + 1.0) : 0.0);
+    const double bound = highestValue(start, spans.value);
+    return ifFinite(bound, bound - spans.value);
 }
 
 std::optional<ViewZoom::Range> ViewZoom::dragged(const Range& view, const Range& data, bool shrinks)

@@ -56,7 +56,7 @@ bool isTooSmall(const Spans& spans, double minStep);
 /// The view after a zoom, by the bounds that are computed: the lowest price and the highest value. The centre
 /// keeps its relative place; a centre on the lower bound becomes the upper bound. An end of the data that is
 /// visible stays where it is while zooming out, the right one before the left, the top before the bottom.
-/// Nothing where a bound is not finite.
+/// Nothing where one of the two bounds of the axis, that or the one a span away, is not finite.
 std::optional<double> zoomedLowestPrice(const Start& start, const Spans& spans);
 std::optional<double> zoomedHighestValue(const Start& start, const Spans& spans);
 

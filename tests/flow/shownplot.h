@@ -16,9 +16,9 @@
 
 /// A plot on the screen, 600 by 400 pixels, with a picker, that shows the prices 400 to 600 and the values 40
 /// to 60; null if it does not come up.
-inline std::unique_ptr<TestPlot> shownPlot()
+template <class Plot = TestPlot> std::unique_ptr<Plot> shownPlot()
 {
-    auto plot = std::make_unique<TestPlot>();
+    auto plot = std::make_unique<Plot>();
     plot->createPicker();
     plot->resize(600, 400);
     plot->show();

@@ -1,22 +1,11 @@
-#include "flow/shownplot.h"
+#include "flow/dragtest.h"
 #include "support/testmain.h"
 
-#include <QMouseEvent>
-
-#include <qwt_plot_layout.h>
-
-Q_DECLARE_METATYPE(Qt::MouseButton)
-
-/// A drag on the scales of a plot that shows the prices 400 to 600 and the values 40 to 60.
-class tst_axisdrag : public QObject {
+/// Which range a drag on a scale gives it.
+class tst_axisdrag : public DragTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
-    void cleanup();
-
     void prices();
     void values();
     void directions_data();
@@ -29,50 +18,7 @@ private Q_SLOTS:
     void refused();
     void nextPressBeginsAnew();
     void onTheAxisWidgetItself();
-
-private:
-    void press(const QPointF& place, Qt::MouseButton button = Qt::LeftButton);
-    void move(const QPointF& place);
-    QPointF onScale(int axis) const { return m_plot->plotLayout()->scaleRect(axis).center(); }
-    QwtInterval range(int axis) { return visible(*m_plot, axis); }
-
-    std::unique_ptr<TestPlot> m_plot;
 };
-
-void tst_axisdrag::initTestCase()
-{
-    TestHost::createSecurities();
-    TestHost::createBoards();
-}
-
-void tst_axisdrag::cleanupTestCase()
-{
-    TestHost::dropSecurities();
-    TestHost::dropBoards();
-}
-
-void tst_axisdrag::init()
-{
-    m_plot = shownPlot();
-    QVERIFY(m_plot);
-}
-
-void tst_axisdrag::cleanup()
-{
-    m_plot.reset();
-}
-
-void tst_axisdrag::press(const QPointF& place, Qt::MouseButton button)
-{
-    QMouseEvent event(QEvent::MouseButtonPress, place, button, button, Qt::NoModifier);
-    m_plot->mousePressEvent(&event);
-}
-
-void tst_axisdrag::move(const QPointF& place)
-{
-    QMouseEvent event(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    m_plot->mouseMoveEvent(&event);
-}
 
 void tst_axisdrag::prices()
 {

@@ -124,6 +124,10 @@ void tst_legendicons::styleWithoutAnIcon()
     m_host->checkBox(curve)->setChecked(false);
     QCOMPARE(m_host->icon(curve), own);
     QCOMPARE(m_host->color(curve), QColor(Qt::darkGray));
+    // The look-up leaves an empty icon for the style.
+    QVERIFY(m_host->legend->resetIcons().contains(QwtSymbol::Star1));
+    QVERIFY(m_host->legend->resetIcons().value(QwtSymbol::Star1).isNull());
+    QCOMPARE(m_host->legend->resetIcons().size(), 4);
     m_host->checkBox(curve)->setChecked(true);
     QCOMPARE(m_host->icon(curve), own);
 }

@@ -51,6 +51,8 @@ private Q_SLOTS:
     void overlap();
     void inside_data();
     void inside();
+    void infiniteSides_data();
+    void infiniteSides();
 
     void shiftUntil_data();
     void shiftUntil();
@@ -114,8 +116,6 @@ void tst_panlimits::limits_data()
     QTest::newRow("no curves") << QRectF() << QRectF();
     QTest::newRow("negative height") << between(1.0, 2.0, 4.0, 3.0) << QRectF();
     QTest::newRow("negative width") << between(2.0, 1.0, 3.0, 4.0) << QRectF();
-    QTest::newRow("infinite") << QRectF(1.0, 3.0, infinity, 1.0) << QRectF();
-    QTest::newRow("NaN") << QRectF(notANumber, 3.0, 1.0, 1.0) << QRectF();
 }
 
 void tst_panlimits::limits()
@@ -162,6 +162,30 @@ void tst_panlimits::inside_data()
     QTest::newRow("apart") << between(300.0, 400.0, 1.0, 10.0) << false;
 }
 
+void tst_panlimits::infiniteSides_data()
+{
+    QTest::addColumn<QRectF>("limits");
+    // As the bounding rectangle of an infinite sample is: its far side is NaN where the near one is infinite.
+    QTest::newRow("above") << QRectF(0.0, 0.0, 300.0, infinity);
+    QTest::newRow("below") << QRectF(0.0, -infinity, 300.0, infinity);
+    QTest::newRow("right") << QRectF(0.0, 0.0, infinity, 100.0);
+    QTest::newRow("left") << QRectF(-infinity, 0.0, infinity, 100.0);
+    QTest::newRow("all NaN") << QRectF(notANumber, notANumber, notANumber, notANumber);
+}
+
+void tst_panlimits::infiniteSides()
+{
+    QFETCH(QRectF, limits);
+    const QRectF view = between(112.0, 212.0, 10.0, 20.0);
+    QVERIFY(PanLimits::limits(limits, view));
+    QVERIFY(PanLimits::overlapInPrice(view, limits));
+    QCOMPARE(PanLimits::isInside(view, limits), !std::isnan(limits.width()));
+    QCOMPARE(PanLimits::limitedShiftX(prices(100.0, 200.0), view, limits, -12.0), -12.0);
+    QCOMPARE(PanLimits::limitedShiftX(prices(124.0, 224.0), view, limits, 12.0), 12.0);
+    QCOMPARE(PanLimits::limitedShiftY(values(8.0, 18.0), view, limits, 20.0), 20.0);
+    QCOMPARE(PanLimits::limitedShiftY(values(12.0, 22.0), view, limits, -20.0), -20.0);
+}
+
 void tst_panlimits::inside()
 {
     QFETCH(QRectF, view);
@@ -179,6 +203,8 @@ void tst_panlimits::shiftUntil_data()
     QTest::newRow("all of it") << 95.0 << 0 << 12.0 << 12.0;
     QTest::newRow("a third") << 95.0 << 0 << 36.0 << 12.0;
     QTest::newRow("a sixth would overshoot by a tenth") << 95.0 << 0 << 90.0 << 90.0 / 7.0;
+    QTest::newRow("a ninth") << 95.0 << 0 << 126.0 << 14.0;
+    QTest::newRow("a tenth is not tried") << 95.0 << 0 << 140.0 << none;
     QTest::newRow("two thirds") << 50.0 << 0 << 80.0 << 160.0 / 3.0;
     QTest::newRow("too short") << 95.0 << 0 << 5.0 << none;
     QTest::newRow("too coarse") << 95.0 << 0 << 1000.0 << none;
@@ -227,6 +253,10 @@ void tst_panlimits::limitedShiftX_data()
     QTest::newRow("left end in view") << 120.0 << 300.0 << 12.0 << 0.0;
     QTest::newRow("left end in view, not dragged") << 120.0 << 300.0 << 0.0 << 0.0;
     QTest::newRow("left end in view, dragged left") << 120.0 << 300.0 << -12.0 << -12.0;
+    QTest::newRow("left end in view, less than a pixel") << 120.0 << 300.0 << 0.5 << 0.5;
+    QTest::newRow("left end in view, a pixel") << 120.0 << 300.0 << 1.0 << 0.0;
+    QTest::newRow("up to the right end") << 0.0 << 212.0 << -12.0 << -12.0;
+    QTest::newRow("right end in view, not dragged") << 0.0 << 180.0 << 0.0 << 0.0;
     QTest::newRow("just past the right end") << 0.0 << 205.0 << -12.0 << -12.0;
     QTest::newRow("far past the right end") << 0.0 << 205.0 << -36.0 << -12.0;
     QTest::newRow("right end on the bound") << 0.0 << 200.0 << -12.0 << 0.0;
@@ -252,6 +282,9 @@ void tst_panlimits::limitedShiftY_data()
     QTest::addColumn<double>("expected");
     // Dragged down the view moves up.
     QTest::newRow("away from the ends") << 0.0 << 300.0 << 12.0 << 12.0;
+    QTest::newRow("up to the top") << 0.0 << 212.0 << 12.0 << 12.0;
+    QTest::newRow("down to the bottom") << 88.0 << 300.0 << -12.0 << -12.0;
+    QTest::newRow("top in view, less than a pixel") << 0.0 << 180.0 << 0.5 << 0.5;
     QTest::newRow("just past the top") << 0.0 << 205.0 << 12.0 << 12.0;
     QTest::newRow("far past the top") << 0.0 << 205.0 << 36.0 << 12.0;
     QTest::newRow("top on the bound") << 0.0 << 200.0 << 12.0 << 0.0;

@@ -30,7 +30,10 @@ private Q_SLOTS:
     void forced();
     void noPriceStep_data();
     void noPriceStep();
+    void priceStepNeverRead();
     void noInterval();
+    void noStrikes_data();
+    void noStrikes();
     void descendingStrikes();
 
 private:
@@ -187,10 +190,49 @@ void tst_plotpoints::noPriceStep()
     QVERIFY(m_manager->calcPlotPoints(true).isEmpty());
 }
 
+void tst_plotpoints::priceStepNeverRead()
+{
+    delete m_plot->picker();
+    m_plot->createPicker();
+    QCOMPARE(m_plot->priceStep(), -1.0);
+    QVERIFY(m_plot->priceInterval().valid);
+    for (const QwtInterval& view : {QwtInterval(131.0, 149.0), QwtInterval(131.0, 131.5)}) {
+        look(view.minValue(), view.maxValue());
+        QVERIFY(m_manager->calcPlotPoints(false).isEmpty());
+        QVERIFY(m_manager->calcPlotPoints(true).isEmpty());
+    }
+    m_plot->picker()->setPriceStep();
+    QVERIFY(!m_manager->calcPlotPoints(false).isEmpty());
+}
+
 void tst_plotpoints::noInterval()
 {
     look(131.0, 149.0);
     m_plot->setPriceInterval(PriceInterval());
+    QVERIFY(m_manager->calcPlotPoints(true).isEmpty());
+}
+
+void tst_plotpoints::noStrikes_data()
+{
+    QTest::addColumn<int>("left");
+    QTest::newRow("none") << 0;
+    QTest::newRow("one") << 1;
+}
+
+void tst_plotpoints::noStrikes()
+{
+    QFETCH(int, left);
+    look(131.0, 149.0);
+    const PriceInterval before = m_plot->priceInterval();
+    QVERIFY(before.valid);
+    Table* table = m_future.table();
+    while (m_manager->model()->rowCount() > left)
+        table->removeRows({table->record(table->rowCount() - 1)});
+    QCOMPARE(m_plot->priceInterval(), PriceInterval());
+    QVERIFY(m_manager->calcPlotPoints(true).isEmpty());
+    // Whatever the plot believes, there is nothing to evaluate between.
+    m_plot->setPriceInterval(before);
+    QVERIFY(m_manager->calcPlotPoints(false).isEmpty());
     QVERIFY(m_manager->calcPlotPoints(true).isEmpty());
 }
 

@@ -322,15 +322,20 @@ void tst_pricebased2dplotlegend::hidesTheCurve()
 void tst_pricebased2dplotlegend::listenerDeletes_data()
 {
     QTest::addColumn<QString>("what");
-    for (const char* what : {"detach", "curve", "all curves", "legend", "other legend"})
-        QTest::newRow(what) << what;
+    QTest::addColumn<bool>("atOnce");
+    for (const char* what : {"detach", "curve", "all curves", "legend", "other legend"}) {
+        QTest::addRow("%s", what) << what << false;
+        QTest::addRow("%s, at once", what) << what << true;
+    }
 }
 
 void tst_pricebased2dplotlegend::listenerDeletes()
 {
     QFETCH(QString, what);
+    QFETCH(bool, atOnce);
     PriceBased2dPlotCurve* curve = m_host->add(one);
     m_host->add(two);
+    const QPointer<QCheckBox> checkBox = m_host->checkBox(curve);
     TestPlot& plot = m_host->plot;
     plot.resize(400, 300);
     plot.show();
@@ -348,10 +353,14 @@ void tst_pricebased2dplotlegend::listenerDeletes()
             delete m_host->legend;
         else
             plot.insertLegend(new TestLegend(&plot), QwtPlot::LeftLegend);
+        if (atOnce)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(checkBox);
     });
     QTest::mousePress(m_host->label(curve), Qt::LeftButton);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(calls, 1);
+    QVERIFY(!checkBox);
     if (what == "detach")
         delete curve;
     if (m_host->legend) {

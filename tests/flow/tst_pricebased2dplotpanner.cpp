@@ -1,19 +1,14 @@
-#include "flow/shownplot.h"
+#include "flow/pantest.h"
 #include "support/testmain.h"
 
 #include <QMouseEvent>
 
 #include <limits>
 
-class tst_pricebased2dplotpanner : public QObject {
+class tst_pricebased2dplotpanner : public PanTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
-    void cleanup();
-
     void metaObjectOfThePanner();
     void flag();
     void movesInsideTheData();
@@ -32,56 +27,7 @@ private Q_SLOTS:
     void shiftUntilValue();
     void dragWithTheMouse();
     void plotOfAnotherClass();
-
-private:
-    /// Drags by an offset and gives the signals that came, with the lower end of the prices at that moment.
-    QStringList drag(int dx, int dy);
-    QwtInterval prices() { return visible(*m_plot, QwtPlot::xBottom); }
-    QwtInterval values() { return visible(*m_plot, QwtPlot::yLeft); }
-
-    std::unique_ptr<TestPlot> m_plot;
-    PriceBased2dPlotPanner* m_panner = nullptr;
 };
-
-void tst_pricebased2dplotpanner::initTestCase()
-{
-    TestHost::createSecurities();
-    TestHost::createBoards();
-}
-
-void tst_pricebased2dplotpanner::cleanupTestCase()
-{
-    TestHost::dropSecurities();
-    TestHost::dropBoards();
-}
-
-void tst_pricebased2dplotpanner::init()
-{
-    m_plot = shownPlot();
-    QVERIFY(m_plot);
-    m_panner = m_plot->findChild<PriceBased2dPlotPanner*>();
-    QVERIFY(m_panner);
-}
-
-void tst_pricebased2dplotpanner::cleanup()
-{
-    m_plot.reset();
-}
-
-QStringList tst_pricebased2dplotpanner::drag(int dx, int dy)
-{
-    QStringList signalsSeen;
-    QObject context;
-    const auto note = [&](const QString& text) {
-        signalsSeen << QStringLiteral("%1 at %2").arg(text).arg(qRound(prices().minValue()));
-    };
-    connect(m_panner, QOverload<bool>::of(&PriceBased2dPlotPanner::autoScaleEnabled), &context,
-        [&](bool on) { note(QStringLiteral("auto-scale %1").arg(on)); });
-    connect(
-        m_panner, &PriceBased2dPlotPanner::updateLabels, &context, [&] { note(QStringLiteral("labels")); });
-    m_panner->moveCanvas(dx, dy);
-    return signalsSeen;
-}
 
 void tst_pricebased2dplotpanner::metaObjectOfThePanner()
 {

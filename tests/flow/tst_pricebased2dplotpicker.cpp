@@ -40,6 +40,8 @@ private Q_SLOTS:
     void nearerCurveWins();
     void curvesThatAreNotPicked();
     void noStepNoPoint();
+    void noPointWithoutTheFuture_data();
+    void noPointWithoutTheFuture();
     void closestPointOfACurve();
 
     void transformedPoint();
@@ -283,6 +285,43 @@ void tst_pricebased2dplotpicker::noStepNoPoint()
     m_picker->setPriceStep();
     QCOMPARE(m_picker->priceStep(), 0.0);
     QCOMPARE(find().index, -1);
+}
+
+void tst_pricebased2dplotpicker::noPointWithoutTheFuture_data()
+{
+    QTest::addColumn<bool>("all");
+    QTest::newRow("its row goes") << false;
+    QTest::newRow("all rows go") << true;
+}
+
+void tst_pricebased2dplotpicker::noPointWithoutTheFuture()
+{
+    QFETCH(bool, all);
+    const auto* curve = addCurve(*m_plot, 9, {{50.0, 5.0}}, QStringLiteral("curve"));
+    const ClosestPointCalcParams params{0.0, 100.0, 0.0, 10.0, 50.0, 5.0};
+    const auto find = [this] { return m_picker->getClosestCurveParams(m_plot->attachedCurves(-1)); };
+    m_picker->initTimer();
+    m_picker->setPosition(QPointF(50.0, 5.0));
+    QCOMPARE(find().curve, curve);
+
+    Table* table = m_future.table();
+    if (all)
+        table->clear();
+    else
+        table->removeRows({m_future});
+    auto* timer = m_picker->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    QTimerEvent tick(timer->timerId());
+    QCoreApplication::sendEvent(timer, &tick);
+    QCOMPARE(m_picker->priceStep(), -1.0);
+    QCOMPARE(m_plot->priceStep(), -1.0);
+    QVERIFY(!find().curve);
+    QCOMPARE(find().index, -1);
+    QCOMPARE(find().distance, -1.0);
+    QCOMPARE(m_picker->getClosestPointParams(curve, params).index, -1);
+
+    table->appendRows({m_future});
+    QCoreApplication::sendEvent(timer, &tick);
+    QCOMPARE(find().curve, curve);
 }
 
 void tst_pricebased2dplotpicker::closestPointOfACurve()

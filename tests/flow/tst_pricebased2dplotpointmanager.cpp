@@ -37,7 +37,6 @@ private Q_SLOTS:
     void announcesAfterThePlotKnows();
     void sameStrikesAreNotAnnounced();
     void fewStrikes();
-    void stepIsRoundedToTheDecimals();
     void decimalsUnknown();
     void descendingStrikes();
 
@@ -49,8 +48,6 @@ private Q_SLOTS:
     void maxSession();
     void filterOfTheOtherModel();
     void setPlot();
-
-    void minStepPoints();
 
     void plotGoesFirst();
     void managerGoesFirst();
@@ -192,16 +189,6 @@ void tst_pricebased2dplotpointmanager::fewStrikes()
     manager.updatePriceInterval();
     QCOMPARE(spy.count(), 1);
     QVERIFY(manager.calcPlotPoints(true).isEmpty());
-}
-
-void tst_pricebased2dplotpointmanager::stepIsRoundedToTheDecimals()
-{
-    TestHost::addSecurity(TestHost::future());
-    addOption("100", {{"decimals", 1}});
-    addOption("100.25", {{"decimals", 3}});
-    addOption("101", {{"decimals", 3}});
-    const Manager manager(false, m_plot.get());
-    QCOMPARE(manager.interval(), interval(100.0, 101.0, 0.3));
 }
 
 void tst_pricebased2dplotpointmanager::decimalsUnknown()
@@ -351,13 +338,6 @@ void tst_pricebased2dplotpointmanager::setPlot()
     manager.setPlot(nullptr);
     QCOMPARE(manager.interval(), PriceInterval());
     QVERIFY(manager.calcPlotPoints(true).isEmpty());
-}
-
-void tst_pricebased2dplotpointmanager::minStepPoints()
-{
-    Manager manager(false, m_plot.get());
-    QCOMPARE(manager.minStepPoints(100.0, 110.0, 3.0), QList<double>({100.0, 103.0, 106.0, 109.0}));
-    QVERIFY(manager.minStepPoints(0.0, 10.0, 1.0).isEmpty());
 }
 
 void tst_pricebased2dplotpointmanager::plotGoesFirst()

@@ -48,9 +48,13 @@ private Q_SLOTS:
     void tooSmall();
     void lowestPrice_data();
     void lowestPrice();
+    void rightEndComesFirst();
+    void centreNearZero_data();
+    void centreNearZero();
     void highestValue_data();
     void highestValue();
     void boundsThatAreNotFinite();
+    void oppositeBoundsThatAreNotFinite();
     void centreKeepsItsPlace();
     void dragged_data();
     void dragged();
@@ -181,6 +185,38 @@ void tst_viewzoom::lowestPrice()
     QVERIFY2(isAbout(*bound, expected), qPrintable(QString::number(*bound, 'g', 17)));
 }
 
+void tst_viewzoom::rightEndComesFirst()
+{
+    // Both ends are in view: the right one stays, and the view grows to the left.
+    const auto bound
+        = ViewZoom::zoomedLowestPrice(start(between(120.0, 180.0, 0.0, 30.0), 1.1), {110.0, 11.0});
+    QVERIFY(bound);
+    QCOMPARE(*bound, 90.0);
+}
+
+void tst_viewzoom::centreNearZero_data()
+{
+    QTest::addColumn<double>("centre");
+    QTest::addColumn<bool>("onLowerBound");
+    // What separates the centre from the bound 0 counts in comparison with 10.
+    QTest::newRow("within the tolerance of 10") << 5e-12 << true;
+    QTest::newRow("within the tolerance of 100 alone") << 5e-11 << false;
+}
+
+void tst_viewzoom::centreNearZero()
+{
+    QFETCH(double, centre);
+    QFETCH(bool, onLowerBound);
+    const QRectF wide = between(-1000.0, 1000.0, -1000.0, 1000.0);
+    const Start from{{0.0, 100.0}, {0.0, 10.0}, wide, QPointF(centre, centre), 0.9};
+    const auto price = ViewZoom::zoomedLowestPrice(from, {90.0, 9.0});
+    QVERIFY(price);
+    QVERIFY2(isAbout(*price, onLowerBound ? -90.0 : 0.0), qPrintable(QString::number(*price)));
+    const auto value = ViewZoom::zoomedHighestValue(from, {90.0, 9.0});
+    QVERIFY(value);
+    QVERIFY2(isAbout(*value, onLowerBound ? 0.0 : 9.0), qPrintable(QString::number(*value)));
+}
+
 void tst_viewzoom::highestValue_data()
 {
     QTest::addColumn<QRectF>("curves");
@@ -197,6 +233,7 @@ void tst_viewzoom::highestValue_data()
     QTest::newRow("out, top in view") << between(0.0, 300.0, 0.0, 18.0) << 1.1 << 14.0 << 20.0;
     QTest::newRow("out, both in view") << between(0.0, 300.0, 12.0, 18.0) << 1.1 << 14.0 << 20.0;
     QTest::newRow("out, bottom on the bound") << between(0.0, 300.0, 10.0, 30.0) << 1.1 << 14.0 << 20.6;
+    QTest::newRow("out, top on the bound") << between(0.0, 300.0, 0.0, 20.0) << 1.1 << 14.0 << 20.6;
     QTest::newRow("in, both in view") << between(0.0, 300.0, 12.0, 18.0) << 0.9 << 14.0 << 19.4;
     QTest::newRow("in about a value far outside") << high << 0.9 << 1e16 << 1e16;
 }
@@ -222,6 +259,22 @@ void tst_viewzoom::boundsThatAreNotFinite()
     from.centre = QPointF(125.0, std::numeric_limits<double>::infinity());
     QVERIFY(ViewZoom::zoomedLowestPrice(from, {90.0, 9.0}));
     QVERIFY(!ViewZoom::zoomedHighestValue(from, {90.0, 9.0}));
+}
+
+void tst_viewzoom::oppositeBoundsThatAreNotFinite()
+{
+    const Range high{0.6 * largest, 0.98 * largest};
+    const Range low{-0.98 * largest, -0.6 * largest};
+    const Spans spans{0.42 * largest, 0.42 * largest};
+    // The data reaches further than the view, which zooms out about its bound nearer to zero.
+    const QRectF positive(0.01 * largest, 0.01 * largest, 0.98 * largest, 0.98 * largest);
+    const Start above{high, high, positive, QPointF(high.lower * 1.0001, high.lower * 1.0001), 1.1};
+    QVERIFY(!ViewZoom::zoomedLowestPrice(above, spans));
+    QVERIFY(!ViewZoom::zoomedHighestValue(above, spans));
+    const QRectF negative(-0.99 * largest, -0.99 * largest, 0.98 * largest, 0.98 * largest);
+    const Start below{low, low, negative, QPointF(low.upper * 1.0001, low.upper * 1.0001), 1.1};
+    QVERIFY(!ViewZoom::zoomedLowestPrice(below, spans));
+    QVERIFY(!ViewZoom::zoomedHighestValue(below, spans));
 }
 
 void tst_viewzoom::centreKeepsItsPlace()

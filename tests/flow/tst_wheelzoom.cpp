@@ -1,38 +1,11 @@
-#include "flow/shownplot.h"
+#include "flow/wheeltest.h"
 #include "support/testmain.h"
 
-#include <QCursor>
-#include <QWheelEvent>
-
-#include <qwt_plot_layout.h>
-
-namespace {
-
-constexpr int notch = 120;
-
-enum class Place { Canvas, Prices, Values, Corner };
-
-/// A range with the centre at the same part of it as before, and another width.
-QwtInterval zoomed(const QwtInterval& range, double centre, double factor)
-{
-    return QwtInterval(
-        centre - (centre - range.minValue()) * factor, centre + (range.maxValue() - centre) * factor);
-}
-
-}
-
-Q_DECLARE_METATYPE(Place)
-
-/// The wheel over a plot that shows the prices 400 to 600 and the values 40 to 60.
-class tst_wheelzoom : public QObject {
+/// What the wheel does, by place and modifier, and where the ends of the data come in.
+class tst_wheelzoom : public WheelTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
-    void cleanup();
-
     void aboutTheCursor_data();
     void aboutTheCursor();
     void overTheValues();
@@ -52,68 +25,8 @@ private Q_SLOTS:
     void wheelOverTheCanvasItself();
 
 private:
-    void putCursor(Place place);
-    void turn(int angle, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     QPointF centreInCanvas() const;
-    QwtInterval prices() { return visible(*m_plot, QwtPlot::xBottom); }
-    QwtInterval values() { return visible(*m_plot, QwtPlot::yLeft); }
-
-    std::unique_ptr<TestPlot> m_plot;
-    std::unique_ptr<QSignalSpy> m_labels;
-    std::unique_ptr<QSignalSpy> m_autoScale;
-    const QwtInterval m_prices{400.0, 600.0};
-    const QwtInterval m_values{40.0, 60.0};
 };
-
-void tst_wheelzoom::initTestCase()
-{
-    TestHost::createSecurities();
-    TestHost::createBoards();
-}
-
-void tst_wheelzoom::cleanupTestCase()
-{
-    TestHost::dropSecurities();
-    TestHost::dropBoards();
-}
-
-void tst_wheelzoom::init()
-{
-    m_plot = shownPlot();
-    QVERIFY(m_plot);
-    m_labels = std::make_unique<QSignalSpy>(m_plot.get(), SIGNAL(updateAxisLabels()));
-    m_autoScale = std::make_unique<QSignalSpy>(m_plot.get(), SIGNAL(autoScaleEnabled(bool)));
-}
-
-void tst_wheelzoom::cleanup()
-{
-    m_plot.reset();
-}
-
-void tst_wheelzoom::putCursor(Place place)
-{
-    const QwtPlotLayout* layout = m_plot->plotLayout();
-    QPoint position(1, m_plot->height() - 2);
-    if (place == Place::Canvas)
-        position = layout->canvasRect().center().toPoint() + QPoint(40, -30);
-    else if (place == Place::Prices)
-        position = layout->scaleRect(QwtPlot::xBottom).center().toPoint() + QPoint(40, 0);
-    else if (place == Place::Values)
-        position = layout->scaleRect(QwtPlot::yLeft).center().toPoint() + QPoint(0, 30);
-    QCursor::setPos(m_plot->mapToGlobal(position));
-    QCOMPARE(m_plot->mapFromGlobal(QCursor::pos()), position);
-    QCOMPARE(m_plot->mousePositionOnXScale(position), place == Place::Prices);
-    QCOMPARE(m_plot->mousePositionOnYScale(position), place == Place::Values);
-    QCOMPARE(layout->canvasRect().contains(position), place == Place::Canvas);
-}
-
-void tst_wheelzoom::turn(int angle, Qt::KeyboardModifiers modifiers)
-{
-    // The position of the event is not where the cursor is.
-    QWheelEvent event(QPointF(2.0, 2.0), m_plot->mapToGlobal(QPoint(2, 2)), QPoint(), QPoint(0, angle),
-        Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-    m_plot->wheelEvent(&event);
-}
 
 QPointF tst_wheelzoom::centreInCanvas() const
 {

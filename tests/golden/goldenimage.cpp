@@ -2,12 +2,23 @@
 
 #include <QDir>
 #include <QFontDatabase>
+#include <QHash>
 
 namespace {
 
-QString fontFile()
+// Loads it once; its family.
+QString family(const QString& fileName)
 {
-    return QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+    static QHash<QString, QString> families;
+    QString& result = families[fileName];
+    if (result.isEmpty()) {
+        const QString path = QStringLiteral("/usr/share/fonts/truetype/dejavu/") + fileName;
+        const int id = QFontDatabase::addApplicationFont(path);
+        if (id < 0)
+            qFatal("%s of the package fonts-dejavu-core is missing", qPrintable(path));
+        result = QFontDatabase::applicationFontFamilies(id).constFirst();
+    }
+    return result;
 }
 
 int differentPixels(const QImage& a, const QImage& b)
@@ -22,12 +33,9 @@ int differentPixels(const QImage& a, const QImage& b)
 
 }
 
-QFont GoldenImage::font(int pointSize)
+QFont GoldenImage::font(int pointSize, const QString& fileName)
 {
-    static const int id = QFontDatabase::addApplicationFont(fontFile());
-    if (id < 0)
-        qFatal("%s of the package fonts-dejavu-core is missing", qPrintable(fontFile()));
-    QFont font(QFontDatabase::applicationFontFamilies(id).constFirst(), pointSize);
+    QFont font(family(fileName), pointSize);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }

@@ -7,9 +7,9 @@
 /// Pictures that the tests compare pixel by pixel with those that a person has approved.
 namespace GoldenImage {
 
-/// The font of all golden pictures, loaded from the file of Debian's package, so that neither the user's
-/// choice nor another font of the name matters. Ends the test program where the file is missing.
-QFont font(int pointSize);
+/// A font for golden pictures, loaded from a file of Debian's package fonts-dejavu-core, so that neither the
+/// user's choice nor another font of the name matters. Ends the test program where the file is missing.
+QFont font(int pointSize, const QString& fileName = QStringLiteral("DejaVuSans.ttf"));
 
 /// Empty if the picture equals the golden one of that name, else what is different; the picture is kept then
 /// beside the test program. With PLOT2D_REMAKE_GOLDEN in the environment the golden picture is replaced

@@ -165,6 +165,7 @@ void tst_goldenaxes::axis()
         environment.remove(QStringLiteral("LANGUAGE"));
         environment.insert(QStringLiteral("LC_ALL"), QString::fromLatin1(locale));
         environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(pixelRatio));
+        environment.remove(QStringLiteral("QT_FONT_DPI"));
         const TestSupport::ChildRun run = TestSupport::repeatRowInChild(environment);
         QVERIFY2(run.passed(), run.output.constData());
         return;

@@ -54,6 +54,8 @@ private Q_SLOTS:
     void snappedToThePickersStep();
     void rangeIsSnappedToThePickersStep();
     void upperEndOnAMultipleOfTheStepIsExclusive();
+    void viewable_data();
+    void viewable();
 
 private:
     std::unique_ptr<TestPlot> m_plot;
@@ -338,6 +340,26 @@ void tst_valuerange::upperEndOnAMultipleOfTheStepIsExclusive()
     setPriceStep("5");
     addCurve(*m_plot, 9, {{100.0, 1.0}, {105.0, 2.0}, {110.0, 4.0}}, "a");
     QVERIFY(m_plot->minMaxYAtXRange() == std::pair(1.0, 2.0));
+}
+
+void tst_valuerange::viewable_data()
+{
+    QTest::addColumn<QRectF>("curves");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("usual") << QRectF(1.0, 2.0, 3.0, 4.0) << true;
+    QTest::newRow("one value") << QRectF(1.0, 2.0, 3.0, 0.0) << true;
+    QTest::newRow("one price") << QRectF(1.0, 2.0, 0.0, 4.0) << false;
+    QTest::newRow("none") << QRectF() << false;
+    QTest::newRow("negative width") << QRectF(1.0, 2.0, -3.0, 4.0) << false;
+    QTest::newRow("negative height") << QRectF(1.0, 2.0, 3.0, -4.0) << false;
+    QTest::newRow("infinite") << QRectF(-infinity, -infinity, infinity, infinity) << true;
+    QTest::newRow("NaN") << QRectF(notANumber, notANumber, notANumber, notANumber) << true;
+}
+
+void tst_valuerange::viewable()
+{
+    QFETCH(QRectF, curves);
+    QTEST(ValueRange::canBeViewed(curves), "expected");
 }
 
 PLOT2D_TEST_MAIN(tst_valuerange)

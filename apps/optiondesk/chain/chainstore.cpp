@@ -99,6 +99,14 @@ QStringList ChainStore::baseCodes()
     return codes;
 }
 
+QVector<StoredSeries> ChainStore::series()
+{
+    QVector<StoredSeries> result = allSeries();
+    std::stable_sort(result.begin(), result.end(),
+        [](const StoredSeries& a, const StoredSeries& b) { return a.baseCode < b.baseCode; });
+    return result;
+}
+
 QVector<StoredSeries> ChainStore::series(const QString& baseCode)
 {
     QVector<StoredSeries> result = allSeries();
@@ -115,6 +123,12 @@ std::optional<StoredSeries> ChainStore::seriesById(int futureIsinId)
             return series;
     }
     return std::nullopt;
+}
+
+std::optional<StoredSeries> ChainStore::seriesOf(const Record& row)
+{
+    Table* const table = row.table();
+    return table ? readFuture(SecurityRows(*table), row) : std::nullopt;
 }
 
 OptionSeries ChainStore::options(int futureIsinId)

@@ -2,6 +2,8 @@
 
 #include "chain/optionchain.h"
 
+#include <database/record.h>
+
 #include <QStringList>
 
 /// What the table knows of a series, without its options.
@@ -27,11 +29,17 @@ namespace ChainStore {
 /// The base codes of all stored series, sorted, each once.
 QStringList baseCodes();
 
+/// All series, by base code, then by expiry.
+QVector<StoredSeries> series();
+
 /// The series of a base code, ascending by expiry, one of no expiry first.
 QVector<StoredSeries> series(const QString& baseCode);
 
 /// One series by its future; empty without such a future.
 std::optional<StoredSeries> seriesById(int futureIsinId);
+
+/// What the row of a future says of its series, without the number of its options; empty for any other row.
+std::optional<StoredSeries> seriesOf(const Record& row);
 
 /// The options of a series, ascending by strike, the call first; with the series' expiry and forward.
 /// No quotes and no expiry without such a future.

@@ -1,5 +1,6 @@
 #include "replay/quotereplay.h"
 
+#include <database/exception.h>
 #include <database/table.h>
 
 #include <QElapsedTimer>
@@ -9,7 +10,7 @@ namespace {
 constexpr int tickMilliseconds = 20;
 constexpr qint64 sliceMicroseconds = 5000;
 // Asking for the time costs as much as a few quotes.
-constexpr std::size_t quotesPerLook = 64;
+constexpr int quotesPerLook = 64;
 constexpr double microsecondsPerMillisecond = 1000.0;
 
 QuoteReplay::Clock systemClock()
@@ -21,14 +22,15 @@ QuoteReplay::Clock systemClock()
 
 }
 
-QuoteReplay::QuoteReplay(Table* securities, RecordedQuotes recording, int futureIsinId,
+QuoteReplay::QuoteReplay(Table* securities, std::unique_ptr<QuoteStream> quotes, int futureIsinId,
     std::optional<double> speed, QObject* parent)
     : QObject(parent)
-    , m_recording(std::move(recording))
+    , m_quotes(std::move(quotes))
     , m_speed(speed)
-    , m_writer(securities, m_recording.instruments, futureIsinId)
+    , m_writer(securities, m_quotes->instruments(), futureIsinId)
     , m_clock(systemClock())
 {
+    readNext();
     connect(&m_timer, SIGNAL(timeout()), SLOT(tick()));
 }
 
@@ -56,7 +58,7 @@ void QuoteReplay::tick()
         m_writer.flush();
     }
     // The table's listeners may have ended this object or, in an event loop of theirs, the replay.
-    if (self && m_state == State::Running && (m_next == m_recording.quotes.size() || !m_writer.hasTable()))
+    if (self && m_state == State::Running && (!m_next || !m_writer.hasTable()))
         finish();
 }
 
@@ -65,20 +67,35 @@ bool QuoteReplay::isDue(const RecordedQuote& quote, double elapsed) const
     return !m_speed || double(quote.time) * microsecondsPerMillisecond <= elapsed * *m_speed;
 }
 
+void QuoteReplay::readNext()
+{
+    try {
+        m_next = m_quotes->read();
+    } catch (const Exception& error) {
+        m_next.reset();
+        m_failure = error.text();
+    }
+    const QStringList& instruments = m_quotes->instruments();
+    while (m_writer.instrumentCount() < instruments.size())
+        m_writer.addInstrument(instruments.at(m_writer.instrumentCount()));
+}
+
+void QuoteReplay::note(const RecordedQuote& quote)
+{
+    if (m_writer.note(quote))
+        return;
+    m_unknown.insert(quote.instrument);
+    ++m_unknownQuotes;
+}
+
 void QuoteReplay::takeDueQuotes()
 {
     const qint64 now = m_clock();
     const auto elapsed = double(now - m_startTime);
-    const std::size_t first = m_next;
-    while (m_next < m_recording.quotes.size() && isDue(m_recording.quotes[m_next], elapsed)) {
-        const RecordedQuote& quote = m_recording.quotes[m_next];
-        if (!m_writer.note(quote)) {
-            m_unknown.insert(quote.instrument);
-            ++m_unknownQuotes;
-        }
-        ++m_next;
-        const bool look = !m_speed && (m_next - first) % quotesPerLook == 0;
-        if (look && m_clock() - now >= sliceMicroseconds)
+    for (int taken = 1; m_next && isDue(*m_next, elapsed); ++taken) {
+        note(*m_next);
+        readNext();
+        if (taken % quotesPerLook == 0 && m_clock() - now >= sliceMicroseconds)
             return;
     }
 }
@@ -90,12 +107,15 @@ void QuoteReplay::finish()
     const QPointer<QuoteReplay> self(this);
     if (m_unknownQuotes > 0) {
         QStringList names;
-        for (int i = 0; i < m_recording.instruments.size(); ++i) {
+        const QStringList& instruments = m_quotes->instruments();
+        for (int i = 0; i < instruments.size(); ++i) {
             if (m_unknown.contains(i))
-                names.append(m_recording.instruments.at(i));
+                names.append(instruments.at(i));
         }
         Q_EMIT unknownInstruments(names, m_unknownQuotes);
     }
+    if (self && !m_failure.isEmpty())
+        Q_EMIT failed(m_failure);
     if (self)
         Q_EMIT finished();
 }

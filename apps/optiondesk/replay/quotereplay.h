@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 /// Replays recorded quotes into the host's table "securities", as a feed of live prices would write them.
@@ -21,11 +22,12 @@ public:
     /// Gives microseconds since any moment, never going back.
     using Clock = std::function<qint64()>;
 
-    /// Replays with a positive factor on the time, or, without one, as fast as 5 ms of each 20 ms allow: the
-    /// events of the application are not kept waiting. "FUT" in the recording is the future of the given
-    /// ISIN id. Throws Exception as QuoteWriter does.
-    QuoteReplay(Table* securities, RecordedQuotes recording, int futureIsinId, std::optional<double> speed,
-        QObject* parent = nullptr);
+    /// Replays with a positive factor on the time, or, without one, as fast as possible. It takes 5 ms of
+    /// each 20 ms at most, so that the events of the application are not kept waiting; what is due and does
+    /// not fit in comes later. "FUT" in the recording is the future of the given ISIN id. Throws Exception as
+    /// QuoteWriter does.
+    QuoteReplay(Table* securities, std::unique_ptr<QuoteStream> quotes, int futureIsinId,
+        std::optional<double> speed, QObject* parent = nullptr);
 
     /// Replaces the clock, before start().
     void setClock(Clock clock);
@@ -41,6 +43,8 @@ Q_SIGNALS:
     /// Once, before finished(): the instruments that the table did not have, in the order of the recording,
     /// and how many of the quotes were theirs. Not emitted where there are none.
     void unknownInstruments(const QStringList& names, int quotes);
+    /// Once, before finished(): the recording went wrong behind the last quote written.
+    void failed(const QString& reason);
     /// Once, when the last quote was written or the table is gone.
     void finished();
 
@@ -48,17 +52,22 @@ private:
     enum class State { Waiting, Running, Finished };
 
     bool isDue(const RecordedQuote& quote, double elapsed) const;
+    void readNext();
+    void note(const RecordedQuote& quote);
     void takeDueQuotes();
     void finish();
 
-    RecordedQuotes m_recording;
+    const std::unique_ptr<QuoteStream> m_quotes;
     const std::optional<double> m_speed;
     QuoteWriter m_writer;
     Clock m_clock;
     QTimer m_timer;
     State m_state = State::Waiting;
     qint64 m_startTime = 0;
-    std::size_t m_next = 0;
+    /// Read, but not due yet; none behind the last one.
+    std::optional<RecordedQuote> m_next;
+    /// Why there is no further one; empty at the regular end.
+    QString m_failure;
     QSet<int> m_unknown;
     int m_unknownQuotes = 0;
 };

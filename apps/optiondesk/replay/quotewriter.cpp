@@ -50,6 +50,15 @@ QuoteWriter::~QuoteWriter()
     takeBack();
 }
 
+void QuoteWriter::addInstrument(const QString& name)
+{
+    m_instruments.append(name);
+    // Otherwise all are looked up with the next quote.
+    if (!m_isStale)
+        m_targetOfInstrument.append(
+            m_table ? targetFor(SecurityRows(*m_table), m_instruments.size() - 1) : -1);
+}
+
 bool QuoteWriter::note(const RecordedQuote& quote)
 {
     if (m_isStale)
@@ -165,21 +174,13 @@ void QuoteWriter::resolve()
     m_targetOfRecord.clear();
     m_queue.clear();
     m_targetOfInstrument.fill(-1, m_instruments.size());
+    m_records.clear();
     if (!m_table)
         return;
     const SecurityRows rows(*m_table);
-    const QHash<QString, Record> records = recordsByName(rows);
-    for (int i = 0; i < m_instruments.size(); ++i) {
-        const QString& name = m_instruments.at(i);
-        bool isNumber = false;
-        const qint64 isinId = name.toLongLong(&isNumber);
-        if (name.compare(QLatin1String("FUT"), Qt::CaseInsensitive) == 0)
-            addTarget(rows, i, records.value(idKey(m_futureIsinId)));
-        else if (records.contains(name))
-            addTarget(rows, i, records.value(name));
-        else if (isNumber)
-            addTarget(rows, i, records.value(idKey(isinId)));
-    }
+    m_records = recordsByName(rows);
+    for (int i = 0; i < m_instruments.size(); ++i)
+        m_targetOfInstrument[i] = targetFor(rows, i);
     carryOver(before);
 }
 
@@ -201,22 +202,35 @@ QHash<QString, Record> QuoteWriter::recordsByName(const SecurityRows& rows) cons
     return records;
 }
 
-void QuoteWriter::addTarget(const SecurityRows& rows, int instrument, const Record& record)
+// Null for an unknown instrument.
+Record QuoteWriter::recordOf(const QString& instrument) const
 {
+    if (instrument.compare(QLatin1String("FUT"), Qt::CaseInsensitive) == 0)
+        return m_records.value(idKey(m_futureIsinId));
+    const auto named = m_records.constFind(instrument);
+    if (named != m_records.constEnd())
+        return *named;
+    bool isNumber = false;
+    const qint64 isinId = instrument.toLongLong(&isNumber);
+    return isNumber ? m_records.value(idKey(isinId)) : Record();
+}
+
+// The position of a new or a known target, -1 for an unknown instrument.
+int QuoteWriter::targetFor(const SecurityRows& rows, int instrument)
+{
+    const Record record = recordOf(m_instruments.at(instrument));
     if (record.isNull())
-        return;
+        return -1;
     const auto known = m_targetOfRecord.constFind(record);
-    if (known != m_targetOfRecord.constEnd()) {
-        m_targetOfInstrument[instrument] = *known;
-        return;
-    }
+    if (known != m_targetOfRecord.constEnd())
+        return *known;
     Target target;
     target.record = record;
     target.instrument = instrument;
     target.isFuture = rows.text(record, "sectype") == QLatin1String("F");
     m_targetOfRecord.insert(record, m_targets.size());
-    m_targetOfInstrument[instrument] = m_targets.size();
     m_targets.append(target);
+    return m_targets.size() - 1;
 }
 
 // The rows of the instruments may be other ones now; their prices are the same.

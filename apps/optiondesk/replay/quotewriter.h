@@ -1,6 +1,6 @@
 #pragma once
 
-#include "replay/replayfile.h"
+#include "replay/quotestream.h"
 
 #include <database/record.h>
 
@@ -34,6 +34,11 @@ public:
     QuoteWriter(
         Table* securities, const QStringList& instruments, int futureIsinId, QObject* parent = nullptr);
     ~QuoteWriter() override;
+
+    /// How many instruments there are.
+    int instrumentCount() const { return m_instruments.size(); }
+    /// Puts another one at the end of the constructor's list.
+    void addInstrument(const QString& name);
 
     /// Whether the table is still there.
     bool hasTable() const { return !m_table.isNull(); }
@@ -78,15 +83,18 @@ private:
 
     void resolve();
     QHash<QString, Record> recordsByName(const SecurityRows& rows) const;
-    void addTarget(const SecurityRows& rows, int instrument, const Record& record);
+    Record recordOf(const QString& instrument) const;
+    int targetFor(const SecurityRows& rows, int instrument);
     void carryOver(const QVector<Target>& before);
     void queue(int target);
     std::optional<decimal> valueOf(const Record& record, std::size_t field) const;
 
     QPointer<Table> m_table;
-    const QStringList m_instruments;
+    QStringList m_instruments;
     const int m_futureIsinId;
     std::array<int, liveFieldCount> m_columns = {};
+    /// Those that instruments may mean: see recordsByName().
+    QHash<QString, Record> m_records;
     QVector<Target> m_targets;
     QHash<Record, int> m_targetOfRecord;
     /// For each instrument a position in m_targets, -1 for none.

@@ -9,6 +9,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
+
+#include <deque>
 
 namespace {
 
@@ -45,41 +48,65 @@ Header bestReading(const QString& text)
     return best;
 }
 
-/// Reads one device.
-class Recording {
-public:
-    Recording(QIODevice& device, const QString& name, int maxQuotes);
+std::unique_ptr<QIODevice> opened(const QString& fileName)
+{
+    const QFileInfo info(fileName);
+    if (!info.exists())
+        throw ChainError(fileName, 0, QStringLiteral("there is no such file"));
+    if (!info.isFile())
+        throw ChainError(fileName, 0, QStringLiteral("is not an ordinary file"));
+    auto file = std::make_unique<QFile>(fileName);
+    if (!file->open(QIODevice::ReadOnly))
+        throw ChainError(fileName, 0, QStringLiteral("cannot be opened: %1").arg(file->errorString()));
+    return file;
+}
 
-    RecordedQuotes read();
+}
+
+/// Reads one device.
+class ReplayFile::Rows {
+public:
+    Rows(QIODevice& device, const QString& name, int mostInstruments);
+
+    std::optional<RecordedQuote> read();
+    const QStringList& instruments() const { return m_instruments; }
 
 private:
     void findHeader();
     void findMark(const QVector<CsvRow>& rows);
+    void readFirstRows();
     void checkCellCount(const CsvRow& row) const;
-    void parse(const CsvRow& row);
+    RecordedQuote parse(const CsvRow& row);
     qint64 timeOf(const CsvRow& row);
     int instrumentOf(const CsvRow& row);
     void takePrice(const CsvRow& row, QuoteField field, RecordedQuote* quote) const;
     [[noreturn]] void fail(const CsvRow& row, int column, const QString& what) const;
 
     TextDecoder m_text;
-    const int m_maxQuotes;
+    const int m_mostInstruments;
     Header m_header;
+    std::optional<CsvReader> m_reader;
     DecimalMark m_mark = DecimalMark::Point;
     std::optional<TimeForm> m_form;
     qint64 m_zero = 0;
+    qint64 m_lastTime = 0;
     QHash<QString, int> m_positions;
-    RecordedQuotes m_result;
+    QStringList m_instruments;
+    /// Those read ahead.
+    std::deque<RecordedQuote> m_first;
 };
 
-Recording::Recording(QIODevice& device, const QString& name, int maxQuotes)
+ReplayFile::Rows::Rows(QIODevice& device, const QString& name, int mostInstruments)
     : m_text(device, name)
-    , m_maxQuotes(maxQuotes)
+    , m_mostInstruments(mostInstruments)
 {
+    findHeader();
+    m_reader.emplace(m_text, m_header.delimiter);
+    readFirstRows();
 }
 
 // The first line that is neither empty nor a comment, or the first comment that names the columns.
-void Recording::findHeader()
+void ReplayFile::Rows::findHeader()
 {
     QString line;
     while (m_text.readLine(&line)) {
@@ -104,15 +131,16 @@ void Recording::findHeader()
     throw ChainError(m_text.name(), 0, QStringLiteral("the file is empty"));
 }
 
-void Recording::findMark(const QVector<CsvRow>& rows)
+void ReplayFile::Rows::findMark(const QVector<CsvRow>& rows)
 {
     bool point = false;
     bool comma = false;
     for (const CsvRow& row : rows) {
         for (const QuoteField field : quoteFields) {
             const int column = m_header.columns.price(field);
-            const std::optional<DecimalMark> mark
-                = column >= 0 ? decimalMarkOf(row.cells.value(column)) : std::nullopt;
+            if (column < 0)
+                continue;
+            const std::optional<DecimalMark> mark = decimalMarkOf(row.cells.value(column));
             point = point || mark == DecimalMark::Point;
             comma = comma || mark == DecimalMark::Comma;
         }
@@ -120,25 +148,31 @@ void Recording::findMark(const QVector<CsvRow>& rows)
     m_mark = comma && !point ? DecimalMark::Comma : DecimalMark::Point;
 }
 
-RecordedQuotes Recording::read()
+void ReplayFile::Rows::readFirstRows()
 {
-    findHeader();
-    CsvReader reader(m_text, m_header.delimiter);
-    QVector<CsvRow> first;
+    QVector<CsvRow> rows;
     CsvRow row;
-    while (first.size() < sampleRows && reader.readRow(&row))
-        first.append(row);
-    findMark(first);
-    for (const CsvRow& early : qAsConst(first))
-        parse(early);
-    while (reader.readRow(&row))
-        parse(row);
-    if (m_result.quotes.empty())
+    while (rows.size() < sampleRows && m_reader->readRow(&row))
+        rows.append(row);
+    if (rows.isEmpty())
         throw ChainError(m_text.name(), 0, QStringLiteral("there are no quotes"));
-    return std::move(m_result);
+    findMark(rows);
+    for (const CsvRow& early : qAsConst(rows))
+        m_first.push_back(parse(early));
 }
 
-void Recording::checkCellCount(const CsvRow& row) const
+std::optional<RecordedQuote> ReplayFile::Rows::read()
+{
+    if (!m_first.empty()) {
+        const RecordedQuote quote = m_first.front();
+        m_first.pop_front();
+        return quote;
+    }
+    CsvRow row;
+    return m_reader->readRow(&row) ? std::optional<RecordedQuote>(parse(row)) : std::nullopt;
+}
+
+void ReplayFile::Rows::checkCellCount(const CsvRow& row) const
 {
     int filled = row.cells.size();
     while (filled > 0 && row.cells.at(filled - 1).isEmpty())
@@ -148,21 +182,18 @@ void Recording::checkCellCount(const CsvRow& row) const
             QStringLiteral("%1 cells instead of %2").arg(row.cells.size()).arg(m_header.names.size()));
 }
 
-void Recording::parse(const CsvRow& row)
+RecordedQuote ReplayFile::Rows::parse(const CsvRow& row)
 {
     checkCellCount(row);
-    if (int(m_result.quotes.size()) >= m_maxQuotes)
-        throw ChainError(
-            m_text.name(), row.line, QStringLiteral("there are more than %1 quotes").arg(m_maxQuotes));
     RecordedQuote quote;
     quote.time = timeOf(row);
     quote.instrument = instrumentOf(row);
     for (const QuoteField field : quoteFields)
         takePrice(row, field, &quote);
-    m_result.quotes.push_back(quote);
+    return quote;
 }
 
-qint64 Recording::timeOf(const CsvRow& row)
+qint64 ReplayFile::Rows::timeOf(const CsvRow& row)
 {
     const int column = m_header.columns.time();
     const std::optional<QuoteTime> time = parseQuoteTime(row.cells.at(column));
@@ -175,12 +206,13 @@ qint64 Recording::timeOf(const CsvRow& row)
     if (time->form != *m_form)
         fail(row, column, QStringLiteral("is a time of another form than those before"));
     const qint64 sinceStart = time->milliseconds - m_zero;
-    if (sinceStart < (m_result.quotes.empty() ? 0 : m_result.quotes.back().time))
+    if (sinceStart < m_lastTime)
         fail(row, column, QStringLiteral("is before the time of the row before"));
+    m_lastTime = sinceStart;
     return sinceStart;
 }
 
-int Recording::instrumentOf(const CsvRow& row)
+int ReplayFile::Rows::instrumentOf(const CsvRow& row)
 {
     const int column = m_header.columns.instrument();
     const QString& name = row.cells.at(column);
@@ -189,13 +221,16 @@ int Recording::instrumentOf(const CsvRow& row)
     const auto known = m_positions.constFind(name);
     if (known != m_positions.constEnd())
         return *known;
-    const int position = m_result.instruments.size();
+    const int position = m_instruments.size();
+    if (position == m_mostInstruments)
+        throw ChainError(m_text.name(), row.line,
+            QStringLiteral("there are more than %1 instruments").arg(m_mostInstruments));
     m_positions.insert(name, position);
-    m_result.instruments.append(name);
+    m_instruments.append(name);
     return position;
 }
 
-void Recording::takePrice(const CsvRow& row, QuoteField field, RecordedQuote* quote) const
+void ReplayFile::Rows::takePrice(const CsvRow& row, QuoteField field, RecordedQuote* quote) const
 {
     const int column = m_header.columns.price(field);
     if (column < 0 || isMissingValue(row.cells.at(column)))
@@ -208,35 +243,32 @@ void Recording::takePrice(const CsvRow& row, QuoteField field, RecordedQuote* qu
     quote->setPrice(field, number->value);
 }
 
-void Recording::fail(const CsvRow& row, int column, const QString& what) const
+void ReplayFile::Rows::fail(const CsvRow& row, int column, const QString& what) const
 {
     throw ChainError(m_text.name(), row.line,
         QStringLiteral("%1 in column %2 %3")
             .arg(shown(row.cells.value(column)), shown(m_header.names.value(column)), what));
 }
 
+ReplayFile::ReplayFile(const QString& fileName)
+    : m_file(opened(fileName))
+    , m_rows(std::make_unique<Rows>(*m_file, fileName, maxInstruments))
+{
 }
 
-void RecordedQuote::setPrice(QuoteField field, const decimal& price)
+ReplayFile::ReplayFile(QIODevice& device, const QString& name, int mostInstruments)
+    : m_rows(std::make_unique<Rows>(device, name, mostInstruments))
 {
-    prices[std::size_t(field)] = price;
-    given |= 1U << unsigned(field);
 }
 
-RecordedQuotes readRecordedQuotes(const QString& fileName)
+ReplayFile::~ReplayFile() = default;
+
+std::optional<RecordedQuote> ReplayFile::read()
 {
-    const QFileInfo info(fileName);
-    if (!info.exists())
-        throw ChainError(fileName, 0, QStringLiteral("there is no such file"));
-    if (!info.isFile())
-        throw ChainError(fileName, 0, QStringLiteral("is not an ordinary file"));
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw ChainError(fileName, 0, QStringLiteral("cannot be opened: %1").arg(file.errorString()));
-    return readRecordedQuotes(file, fileName);
+    return m_rows->read();
 }
 
-RecordedQuotes readRecordedQuotes(QIODevice& device, const QString& name, int maxQuotes)
+const QStringList& ReplayFile::instruments() const
 {
-    return Recording(device, name, maxQuotes).read();
+    return m_rows->instruments();
 }

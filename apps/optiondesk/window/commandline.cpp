@@ -28,6 +28,8 @@ const auto pictureOption = QStringLiteral("picture");
 const auto sizeOption = QStringLiteral("size");
 const auto replayOption = QStringLiteral("replay");
 const auto speedOption = QStringLiteral("speed");
+const auto settingsOption = QStringLiteral("settings");
+const auto noSettingsOption = QStringLiteral("no-settings");
 
 Exception invalid(const QString& option, const QString& value, const QString& wanted)
 {
@@ -85,6 +87,14 @@ QList<QCommandLineOption> replayOptions()
             QStringLiteral("file")},
         {speedOption, QStringLiteral("How fast to replay, 1, 10 or max."), QStringLiteral("speed"),
             QStringLiteral("1")}};
+}
+
+QList<QCommandLineOption> settingsOptions()
+{
+    return {{settingsOption,
+                QStringLiteral("Keep the choices made in the window in this <file> instead of the user's."),
+                QStringLiteral("file")},
+        {noSettingsOption, QStringLiteral("Neither use nor keep choices made in the window.")}};
 }
 
 QString fileName(const QCommandLineParser& parser, const QString& option)
@@ -178,6 +188,14 @@ std::optional<double> replaySpeed(const QCommandLineParser& parser)
     throw invalid(speedOption, text, QStringLiteral("1, 10 or max is needed"));
 }
 
+QString settingsFile(const QCommandLineParser& parser)
+{
+    QString name = fileName(parser, settingsOption);
+    if (!name.isEmpty() && parser.isSet(noSettingsOption))
+        throw invalid(settingsOption, name, QStringLiteral("contradicts --") + noSettingsOption);
+    return name;
+}
+
 CommandLine options(const QCommandLineParser& parser)
 {
     const QStringList surplus = parser.positionalArguments();
@@ -198,6 +216,8 @@ CommandLine options(const QCommandLineParser& parser)
     result.pictureFile = pictureFile(parser);
     result.replayFile = replayFile(parser);
     result.replaySpeed = replaySpeed(parser);
+    result.settingsFile = settingsFile(parser);
+    result.usesSettings = !parser.isSet(noSettingsOption);
     result.size = size(parser);
     return result;
 }
@@ -220,6 +240,7 @@ ParsedCommandLine parseCommandLine(const QStringList& arguments)
     parser.addOptions(dataOptions());
     parser.addOptions(pictureOptions());
     parser.addOptions(replayOptions());
+    parser.addOptions(settingsOptions());
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
 

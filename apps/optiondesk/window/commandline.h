@@ -24,6 +24,10 @@ struct CommandLine {
     AxisMode axisMode = AxisMode::Price;
     QString databaseFile;
     QString pictureFile;
+    /// Of the desk's settings; the user's own file unless it is named.
+    QString settingsFile;
+    /// Whether there are settings at all.
+    bool usesSettings = true;
     /// Recorded quotes to replay into the window.
     QString replayFile;
     /// A factor on the recording's time; empty for as fast as possible.

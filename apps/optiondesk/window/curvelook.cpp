@@ -75,6 +75,14 @@ void usePoints(PriceBased2dPlotCurve& curve, const QColor& color, bool allMarked
 
 }
 
+const QVector<CurveRole>& CurveLook::roles()
+{
+    static const QVector<CurveRole> all{CurveRole::Smile, CurveRole::StatedVolatility,
+        CurveRole::BidVolatility, CurveRole::AskVolatility, CurveRole::ImpliedVolatility,
+        CurveRole::CallValue, CurveRole::PutValue, CurveRole::MarketPrice, CurveRole::Forward};
+    return all;
+}
+
 QString CurveLook::title(CurveRole role)
 {
     return QString::fromLatin1(lookOf(role).title);
@@ -107,5 +115,19 @@ void CurveLook::updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& 
     const QwtSymbol* const symbol = curve.symbol();
     const bool all = allMarked(samples.points);
     if (symbol && all != (symbol->style() == QwtSymbol::Rect))
-        usePoints(curve, lookOf(samples.role).color, all);
+        usePoints(curve, curve.pen().color(), all);
+}
+
+bool CurveLook::hasFreeColor(const PriceBased2dPlotCurve& curve)
+{
+    return curve.dataType() != PriceBased2dPlotCurve::quoteLineType;
+}
+
+void CurveLook::setColor(PriceBased2dPlotCurve& curve, const QColor& color)
+{
+    QPen pen = curve.pen();
+    pen.setColor(color);
+    curve.setPen(pen);
+    if (curve.dataType() == PriceBased2dPlotCurve::markedType && curve.symbol())
+        usePoints(curve, color, curve.symbol()->style() == QwtSymbol::Rect);
 }

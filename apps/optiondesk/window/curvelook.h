@@ -8,8 +8,11 @@ class PriceBased2dPlotCurve;
 ///
 /// The colours are from the palette of M. Okabe and K. Ito ("Color Universal Design", 2008), which people
 /// with any of the common colour deficiencies tell apart; the quote line's red is the library's. Lines differ
-/// in width and style as well.
+/// in width and style as well. The user may choose other colours.
 namespace CurveLook {
+
+/// All of them.
+const QVector<CurveRole>& roles();
 
 /// The curve's title, which names it in the legend.
 QString title(CurveRole role);
@@ -22,5 +25,11 @@ void apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
 
 /// Gives a curve of points the symbols for its new samples where they differ from those it has.
 void updateMarks(const CurveSamples& samples, PriceBased2dPlotCurve& curve);
+
+/// Whether a curve may have another colour: the line at the forward must be red.
+bool hasFreeColor(const PriceBased2dPlotCurve& curve);
+
+/// Gives a curve another colour, and its symbols with it.
+void setColor(PriceBased2dPlotCurve& curve, const QColor& color);
 
 }

@@ -33,6 +33,20 @@ bool CurveTracker::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
+void CurveTracker::refresh()
+{
+    if (!m_plot || !m_picker || !m_picker->isEnabled())
+        return;
+    const QPoint cursor = m_picker->trackerPosition();
+    if (cursor.x() < 0 || cursor.y() < 0)
+        return;
+    track(cursor);
+    // A picker takes its text up when the mouse moves. No other object needs to know of this move on the
+    // spot.
+    QMouseEvent still(QEvent::MouseMove, cursor, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    m_picker->eventFilter(m_plot->canvas(), &still);
+}
+
 void CurveTracker::track(const QPointF& canvasPosition)
 {
     m_picker->setPosition(m_picker->transformedPoint(canvasPosition));
@@ -40,5 +54,8 @@ void CurveTracker::track(const QPointF& canvasPosition)
     QString text;
     if (closest.curve)
         text = ReadOut::text(*m_plot, *m_picker, *closest.curve, closest.index);
-    m_picker->setTrackerText(m_picker->renderedText(text));
+    QwtText rendered = m_picker->renderedText(text);
+    // Curves under the text would make it hard to read.
+    rendered.setBackgroundBrush(m_plot->canvasBackground());
+    m_picker->setTrackerText(rendered);
 }

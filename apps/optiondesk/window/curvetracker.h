@@ -15,6 +15,10 @@ public:
     /// The picker of a plot; it becomes the parent.
     CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker);
 
+    /// Reads out anew at a cursor that stands still over the canvas, after curves, quote or scales have
+    /// changed. Does not replot. Nothing while the cursor is elsewhere or the picker is off, as in a drag.
+    void refresh();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private Q_SLOTS:

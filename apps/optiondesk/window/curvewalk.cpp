@@ -28,6 +28,19 @@ bool isVisible(const PriceBased2dPlot& plot, const QPointF& point)
         && plot.axisScaleDiv(QwtPlot::yLeft).contains(point.y());
 }
 
+template <typename Predicate>
+int nearest(const PriceBased2dPlotCurve& curve, double price, const Predicate& counts)
+{
+    int found = -1;
+    for (int i = 0; i < int(curve.dataSize()); ++i) {
+        const QPointF sample = curve.sample(i);
+        if (counts(sample)
+            && (found < 0 || std::abs(sample.x() - price) < std::abs(curve.sample(found).x() - price)))
+            found = i;
+    }
+    return found;
+}
+
 }
 
 CurveWalk::CurveWalk(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker)
@@ -50,34 +63,56 @@ CurveWalk::CurveWalk(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker)
 bool CurveWalk::eventFilter(QObject* watched, QEvent* event)
 {
     const bool isMouse = event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress;
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     // Other events come also while the plot is being destroyed.
-    if ((!isMouse && event->type() != QEvent::KeyPress) || !m_plot || !m_picker)
+    if ((!isMouse && !isKey) || !m_plot || !m_picker)
         return QObject::eventFilter(watched, event);
     if (isMouse) {
         if (watched == m_plot->canvas() && isActive())
             end();
         return false;
     }
-    const auto* const key = static_cast<QKeyEvent*>(event);
-    const bool plain = !(key->modifiers() & ~Qt::KeypadModifier);
-    return plain && press(key->key());
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (!isOurs(key))
+        return false;
+    // The keys that are ours are no shortcuts of the window's.
+    if (event->type() == QEvent::KeyPress)
+        press(key.key());
+    event->accept();
+    return true;
 }
 
-bool CurveWalk::press(int key)
+bool CurveWalk::isOurs(const QKeyEvent& event) const
 {
-    const bool isArrow
-        = key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
-    if (key == Qt::Key_Escape && isActive())
-        end();
-    else if (!isArrow)
+    if (event.modifiers() & ~Qt::KeypadModifier)
         return false;
-    else if (!isActive())
-        begin();
+    switch (event.key()) {
+    case Qt::Key_F2:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return isPointShown();
+    case Qt::Key_Escape:
+        return isActive();
+    default:
+        return false;
+    }
+}
+
+void CurveWalk::press(int key)
+{
+    if (key == Qt::Key_Escape)
+        end();
     else if (key == Qt::Key_Left || key == Qt::Key_Right)
         step(key == Qt::Key_Right ? 1 : -1);
-    else
+    else if (key == Qt::Key_Up || key == Qt::Key_Down)
         changeCurve(key == Qt::Key_Down ? 1 : -1);
-    return true;
+    else
+        begin();
 }
 
 QList<PriceBased2dPlotCurve*> CurveWalk::curves() const
@@ -100,21 +135,27 @@ PriceBased2dPlotCurve* CurveWalk::current() const
     return found == all.end() ? nullptr : *found;
 }
 
+bool CurveWalk::isPointShown() const
+{
+    return isActive() && m_item->isVisible();
+}
+
 int CurveWalk::nearestSample(const PriceBased2dPlotCurve& curve, double price) const
 {
-    int nearest = -1;
-    for (int i = 0; i < int(curve.dataSize()); ++i) {
-        const QPointF sample = curve.sample(i);
-        if (!m_plot->axisScaleDiv(QwtPlot::xBottom).contains(sample.x()))
-            continue;
-        if (nearest < 0 || std::abs(sample.x() - price) < std::abs(curve.sample(nearest).x() - price))
-            nearest = i;
-    }
-    return nearest;
+    return nearest(curve, price, [this](const QPointF& sample) {
+        return m_plot->axisScaleDiv(QwtPlot::xBottom).contains(sample.x());
+    });
+}
+
+int CurveWalk::nearestVisibleSample(const PriceBased2dPlotCurve& curve, double price) const
+{
+    return nearest(curve, price, [this](const QPointF& sample) { return isVisible(*m_plot, sample); });
 }
 
 void CurveWalk::begin()
 {
+    if (isPointShown())
+        return;
     if (isVisible(*m_plot, m_picker->position())) {
         const ClosestPointParams closest = m_picker->getClosestCurveParams(m_picker->usedCurves());
         if (closest.curve && closest.index >= 0) {
@@ -123,8 +164,13 @@ void CurveWalk::begin()
         }
     }
     const QList<PriceBased2dPlotCurve*> all = curves();
-    if (!all.isEmpty())
-        show(*all.first(), nearestSample(*all.first(), quoteOf(*m_plot)));
+    for (const PriceBased2dPlotCurve* const curve : all) {
+        const int index = nearestVisibleSample(*curve, quoteOf(*m_plot));
+        if (index >= 0) {
+            show(*curve, index);
+            return;
+        }
+    }
 }
 
 void CurveWalk::step(int direction)
@@ -160,17 +206,28 @@ void CurveWalk::show(const PriceBased2dPlotCurve& curve, int index)
 {
     if (index < 0)
         return;
+    const bool begins = !isActive();
     m_curveTitle = curve.title().text();
     m_strike = curve.sample(index).x();
     m_item->setVisible(true);
     m_picker->setTrackerText(QwtText());
     m_plot->replot();
+    if (begins)
+        Q_EMIT activeChanged(true);
+}
+
+void CurveWalk::forgetPoint()
+{
+    m_curveTitle.clear();
+    m_item->setVisible(false);
+    Q_EMIT activeChanged(false);
 }
 
 void CurveWalk::end()
 {
-    m_curveTitle.clear();
-    m_item->setVisible(false);
+    if (!isActive())
+        return;
+    forgetPoint();
     m_plot->replot();
 }
 
@@ -180,11 +237,11 @@ void CurveWalk::refresh()
         return;
     const PriceBased2dPlotCurve* const curve = current();
     if (!curve) {
-        m_curveTitle.clear();
-        m_item->setVisible(false);
+        forgetPoint();
         return;
     }
     const int index = nearestSample(*curve, m_strike);
     m_item->setPoint(curve->sample(index));
+    m_item->setVisible(isVisible(*m_plot, curve->sample(index)));
     m_item->setText(m_picker->renderedText(ReadOut::text(*m_plot, *m_picker, *curve, index)));
 }

@@ -7,13 +7,16 @@
 class PriceBased2dPlot;
 class PriceBased2dPlotCurve;
 class PriceBased2dPlotPicker;
+class QKeyEvent;
 class ReadOutItem;
 
-/// Reads points of the curves out by the arrow keys, while the canvas or the plot has the keyboard.
+/// Reads points of the curves out by keys, while the canvas or the plot has the keyboard.
 ///
-/// The first arrow picks the point nearest to the cursor's last place, or the one nearest to the quote where
-/// the cursor has not been over the visible part. Left and Right go to the next visible point at another
-/// price step, Up and Down to the next visible curve at the nearest strike, Escape and the mouse end it.
+/// Enter or F2 picks the point nearest to the cursor's last place, or the one nearest to the quote where the
+/// cursor has not been over the visible part. While that is marked the arrows are the walk's: Left and Right
+/// go to the next point at another visible price step, Up and Down to the next visible curve at the nearest
+/// strike. Escape and the mouse end it. Without a mark, also where the point is out of sight, the arrows are
+/// left to others.
 class CurveWalk : public QObject {
     Q_OBJECT
 
@@ -23,22 +26,33 @@ public:
 
     bool isActive() const { return !m_curveTitle.isEmpty(); }
 
+    /// Picks the first point; nothing where one is marked already or none is visible.
+    void begin();
+
     /// Follows the curves after their samples or visibility have changed. Does not replot.
     void refresh();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+public Q_SLOTS:
+    void end();
+
+Q_SIGNALS:
+    void activeChanged(bool active);
+
 private:
-    bool press(int key);
-    void begin();
+    bool isOurs(const QKeyEvent& event) const;
+    void press(int key);
     void step(int direction);
     void changeCurve(int direction);
     void show(const PriceBased2dPlotCurve& curve, int index);
-    void end();
+    void forgetPoint();
 
     QList<PriceBased2dPlotCurve*> curves() const;
     PriceBased2dPlotCurve* current() const;
+    bool isPointShown() const;
     int nearestSample(const PriceBased2dPlotCurve& curve, double price) const;
+    int nearestVisibleSample(const PriceBased2dPlotCurve& curve, double price) const;
 
     QPointer<PriceBased2dPlot> m_plot;
     QPointer<PriceBased2dPlotPicker> m_picker;

@@ -163,11 +163,7 @@ int DeskData::firstSeries(const SeriesFacts& given) const
 
 QVector<StoredSeries> DeskData::series() const
 {
-    QVector<StoredSeries> all;
-    const QStringList codes = ChainStore::baseCodes();
-    for (const QString& code : codes)
-        all += ChainStore::series(code);
-    return all;
+    return ChainStore::series();
 }
 
 ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const

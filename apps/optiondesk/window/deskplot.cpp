@@ -1,20 +1,19 @@
 #include "window/deskplot.h"
 
+#include "window/curvechoices.h"
 #include "window/curvetracker.h"
 #include "window/curvewalk.h"
-#include "window/legendcolumns.h"
+#include "window/desklegend.h"
 #include "window/percentconversion.h"
 #include "window/texts.h"
 
 #include <basic_models/filterparams.h>
 #include <chain/chaintables.h>
 #include <plot2d/pricebased2dplotcurve.h>
-#include <plot2d/pricebased2dplotlegend.h>
 #include <plot2d/pricebased2dplotpicker.h>
 #include <plot2d/pricebased2dplotpointmanager.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
-#include <QLayout>
 #include <QSignalBlocker>
 
 #include <qwt_plot_canvas.h>
@@ -31,11 +30,6 @@ namespace {
 
 // Of the height, above and below the curves.
 constexpr double verticalMargin = 0.05;
-
-// Pixels between the entries of the legend, to the left and right inside of each, and around all.
-constexpr int legendSpacing = 6;
-constexpr int legendMargin = 5;
-constexpr int legendReserve = 20;
 
 PriceInterval intervalOf(const ShownSeries& series)
 {
@@ -71,7 +65,7 @@ void showAsPercent(PriceBased2dPlotConverter& converter, bool percent)
 
 DeskPlot::DeskPlot(QWidget* parent)
     : PriceBased2dPlot(true, parent)
-    , m_legend(new PriceBased2dPlotLegend(this))
+    , m_legend(new DeskLegend(this))
     , m_points(new PriceBased2dPlotPointManager(true, this))
     , m_curves(*this)
 {
@@ -87,7 +81,6 @@ void DeskPlot::setUpItems()
     setGridEnabled(false);
 
     m_legend->initCore();
-    m_legend->contentsWidget()->layout()->setSpacing(legendSpacing);
     insertLegend(m_legend, QwtPlot::BottomLegend);
 
     if (auto* const frame = qobject_cast<QwtPlotCanvas*>(canvas()))
@@ -119,11 +112,12 @@ void DeskPlot::setUpObservers()
 {
     m_picker = new PriceBased2dPlotPicker(canvas());
     m_picker->initTimer();
-    new CurveTracker(this, m_picker);
+    m_tracker = new CurveTracker(this, m_picker);
     m_walk = new CurveWalk(this, m_picker);
     setCanvasObservers();
 
     connect(m_legend, SIGNAL(visibilityChanged(QString, bool)), this, SLOT(setCurveVisible(QString, bool)));
+    m_choices = new CurveChoices(this, m_legend, &m_curves);
     connect(this, SIGNAL(autoScaleEnabled(bool)), this, SLOT(setAutoScaleEnabled(bool)));
     connect(this, SIGNAL(updateAxisLabels()), this, SLOT(followScales()));
     connect(m_points, SIGNAL(priceIntervalChanged(PriceInterval)), this,
@@ -220,23 +214,26 @@ void DeskPlot::applyAxisMode()
     setRescaleFactor(relative ? decimal::fromDouble(m_forward, hostDecimals) : decimal::zero);
 }
 
-// Whatever set the scale left the step to the axis, which knows prices alone.
-void DeskPlot::chooseRoundStep()
+// Whatever set the scale left the step to the axis, which knows prices alone. From another quote the same
+// step leads to other ticks.
+void DeskPlot::chooseRoundStep(bool quoteMoved)
 {
     updateAxes();
     const QwtInterval prices = axisScaleDiv(xBottom).interval();
     const double step = AxisModes::roundStep(m_axisMode, m_forward, prices.width(), axisMaxMajor(xBottom));
-    if (step != axisStepSize(xBottom))
+    if (quoteMoved || step != axisStepSize(xBottom))
         setAxisScale(xBottom, prices.minValue(), prices.maxValue(), step);
 }
 
 void DeskPlot::replot()
 {
     if (m_axisMode != AxisMode::Price && m_forward > 0.0)
-        chooseRoundStep();
+        chooseRoundStep(false);
     if (m_walk)
         m_walk->refresh();
     PriceBased2dPlot::replot();
+    if (m_walk && !m_walk->isActive())
+        m_tracker->refresh();
 }
 
 void DeskPlot::setAxisMode(AxisMode mode)
@@ -246,10 +243,7 @@ void DeskPlot::setAxisMode(AxisMode mode)
         return;
     applyAxisMode();
     makeRoomForLabels(m_forward);
-    // The same range has other ticks now.
-    const QwtInterval prices = axisScaleDiv(xBottom).interval();
-    setAxisScale(xBottom, prices.minValue(), prices.maxValue(),
-        AxisModes::roundStep(mode, m_forward, prices.width(), axisMaxMajor(xBottom)));
+    chooseRoundStep(true);
     updateAxes();
     updateScaleLabels();
     updateAxisWidgets();
@@ -283,6 +277,7 @@ void DeskPlot::moveForward(double forward)
     setCurKotirValue(forward);
     if (moved && m_axisMode != AxisMode::Price) {
         applyAxisMode();
+        chooseRoundStep(true);
         updateAxisWidgets();
     }
     axisWidget(xBottom)->update();
@@ -301,10 +296,10 @@ void DeskPlot::showSeries(int futureIsinId, const ShownSeries& series, DeskView 
     showFirstPrices();
     m_curves.set(CurveSet::curves(series, view, strikesToEvaluate()));
     showForward(series.market.forward);
-    m_legend->restoreUncheckedItems();
-    m_legend->contentsWidget()->layout()->setEnabled(true);
-    arrangeLegend();
+    m_choices->apply(view);
+    m_legend->arrange(contentsRect().width());
     resetView();
+    Q_EMIT seriesReplaced();
 }
 
 void DeskPlot::updateSeries(const ShownSeries& series)
@@ -320,8 +315,8 @@ void DeskPlot::updateSeries(const ShownSeries& series)
     const bool changed = m_curves.set(CurveSet::curves(series, m_view, strikesToEvaluate()));
     moveForward(series.market.forward);
     if (changed) {
-        m_legend->restoreUncheckedItems();
-        arrangeLegend();
+        m_choices->apply(m_view);
+        m_legend->arrange(contentsRect().width());
     }
     updateYAxisScale();
 }
@@ -329,10 +324,10 @@ void DeskPlot::updateSeries(const ShownSeries& series)
 void DeskPlot::showNothing(const QString& reason)
 {
     removeCurves();
-    // The layout of an empty legend asks for a size below zero.
-    m_legend->contentsWidget()->layout()->setEnabled(false);
+    m_legend->arrange(contentsRect().width());
     setPlotTitle(reason);
     replot();
+    Q_EMIT seriesReplaced();
 }
 
 void DeskPlot::showFirstPrices()
@@ -345,7 +340,7 @@ void DeskPlot::showFirstPrices()
 void DeskPlot::resetView()
 {
     showFirstPrices();
-    setAutoScaleEnabled(true);
+    Q_EMIT autoScaleEnabled(true);
     followScales();
 }
 
@@ -374,22 +369,9 @@ void DeskPlot::mouseMoveEvent(QMouseEvent* event)
         followScales();
 }
 
-void DeskPlot::arrangeLegend()
-{
-    QVector<int> widths;
-    const QList<LabelWidget*> entries = m_legend->findChildren<LabelWidget*>();
-    for (const LabelWidget* const entry : entries) {
-        entry->layout()->setContentsMargins(legendMargin, 1, legendMargin, 1);
-        widths.append(entry->sizeHint().width());
-    }
-    // The legend itself puts all entries in one row and scrolls.
-    m_legend->setMaxColumns(
-        uint(LegendColumns::thatFit(widths, legendSpacing, contentsRect().width() - legendReserve)));
-}
-
 void DeskPlot::resizeEvent(QResizeEvent* event)
 {
-    arrangeLegend();
+    m_legend->arrange(contentsRect().width());
     PriceBased2dPlot::resizeEvent(event);
     // The room for labels has changed.
     updateScaleLabels();

@@ -14,8 +14,10 @@
 
 #include <optional>
 
+class CurveChoices;
+class CurveTracker;
 class CurveWalk;
-class PriceBased2dPlotLegend;
+class DeskLegend;
 class PriceBased2dPlotPointManager;
 
 /// The plot of one series: its curves over the strikes, with a grid, a legend, and the line at the forward.
@@ -47,6 +49,9 @@ public:
     /// Shows the prices that showSeries() begins with, with auto-scale on.
     void resetView();
 
+    /// What the user chooses about the curves.
+    CurveChoices& choices() const { return *m_choices; }
+
     /// The values of the curves with some room above and below, so that no point is cut.
     std::pair<double, double> minMaxYAtXRange() override;
 
@@ -55,6 +60,12 @@ public:
 
     /// The desk shows icons of curves in the legend alone.
     void curveIconReset(const PriceBased2dPlotCurve* curve) override;
+
+    CurveWalk* walk() const { return m_walk; }
+
+Q_SIGNALS:
+    /// Another series, another view of it, or nothing is shown: what was visible before has no meaning now.
+    void seriesReplaced();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -77,15 +88,16 @@ private:
     void setUpAxes(const ShownSeries& series, DeskView view);
     void makeRoomForLabels(double forward);
     void applyAxisMode();
-    void chooseRoundStep();
+    void chooseRoundStep(bool quoteMoved);
     void showForward(double forward);
     void moveForward(double forward);
     void setPlotTitle(const QString& text);
-    void arrangeLegend();
 
-    PriceBased2dPlotLegend* m_legend;
+    DeskLegend* m_legend;
     PriceBased2dPlotPointManager* m_points;
+    CurveTracker* m_tracker = nullptr;
     CurveWalk* m_walk = nullptr;
+    CurveChoices* m_choices = nullptr;
     SeriesCurves m_curves;
     std::optional<ShownSeries> m_series;
     DeskView m_view = DeskView::Volatility;

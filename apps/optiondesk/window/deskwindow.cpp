@@ -3,10 +3,13 @@
 #include "window/chainloader.h"
 #include "window/deskplot.h"
 #include "window/elidedlabel.h"
+#include "window/menuentry.h"
 #include "window/picture.h"
 #include "window/seriesfollower.h"
 #include "window/seriesselector.h"
+#include "window/storedserieswatch.h"
 #include "window/texts.h"
+#include "window/viewactions.h"
 
 #include <chain/chainerror.h>
 #include <database/exception.h>
@@ -37,17 +40,15 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     statusBar()->setSizeGripEnabled(false);
     // A window may be smaller than all its parts would like.
     setMinimumSize(1, 1);
+    m_plot->setFocus();
     connect(m_selector, SIGNAL(chosen(int)), this, SLOT(onSeriesChosen(int)));
     connect(m_follower, SIGNAL(changed()), this, SLOT(onSeriesChanged()));
+    connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
 }
 
 QAction* DeskWindow::addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip)
 {
-    QAction* const action = menu.addAction(text);
-    action->setShortcut(QKeySequence(shortcut));
-    action->setToolTip(tip);
-    action->setStatusTip(tip);
-    return action;
+    return addEntry(menu, {text, {QKeySequence(shortcut)}, tip});
 }
 
 void DeskWindow::createFileMenu()
@@ -82,7 +83,9 @@ void DeskWindow::createViewMenu()
     menu.addSeparator();
     addAxisModeActions(menu);
     menu.addSeparator();
-    addScaleActions(menu);
+    addGridAction(menu);
+    menu.addSeparator();
+    m_viewActions = new ViewActions(m_plot, &menu);
 }
 
 void DeskWindow::addAxisModeActions(QMenu& menu)
@@ -100,18 +103,8 @@ void DeskWindow::addAxisModeActions(QMenu& menu)
     connect(m_axisModes, SIGNAL(triggered(QAction*)), this, SLOT(onAxisModeChosen(QAction*)));
 }
 
-void DeskWindow::addScaleActions(QMenu& menu)
+void DeskWindow::addGridAction(QMenu& menu)
 {
-    m_autoScaleAction = addAction(
-        menu, tr("&Auto-scale"), QStringLiteral("Ctrl+A"), tr("Fit the vertical axis to the visible curves"));
-    m_autoScaleAction->setCheckable(true);
-    m_autoScaleAction->setChecked(m_plot->autoScaleEnabled());
-    connect(m_autoScaleAction, SIGNAL(toggled(bool)), this, SLOT(onAutoScaleToggled(bool)));
-    // The plot asks for it when the user pans or zooms.
-    connect(m_plot, SIGNAL(autoScaleEnabled(bool)), m_autoScaleAction, SLOT(setChecked(bool)));
-    connect(addAction(menu, tr("&Reset view"), QStringLiteral("Ctrl+0"),
-                tr("Show the first range of strikes again")),
-        SIGNAL(triggered()), this, SLOT(onResetView()));
     QAction* const grid = addAction(
         menu, tr("&Grid"), QStringLiteral("Ctrl+G"), tr("Show or hide the grid behind the curves"));
     grid->setCheckable(true);
@@ -128,6 +121,8 @@ void DeskWindow::createToolBar()
     bar.addSeparator();
     bar.addAction(m_volatilityAction);
     bar.addAction(m_valueAction);
+    bar.addSeparator();
+    bar.addAction(m_viewActions->autoScaleAction());
 }
 
 void DeskWindow::showSeries(int futureIsinId, const SeriesFacts& given)
@@ -147,7 +142,6 @@ void DeskWindow::draw()
     if (!m_shown)
         return;
     m_plot->showSeries(m_futureIsinId, *m_shown, m_view);
-    m_autoScaleAction->setChecked(true);
     tellOfSeries();
 }
 
@@ -182,6 +176,11 @@ void DeskWindow::onSeriesChanged()
     } catch (const Exception& error) {
         showReason(Texts::oneLine(error.text()));
     }
+}
+
+void DeskWindow::onStoredSeriesChanged()
+{
+    m_selector->setSeries(m_data.series(), m_futureIsinId);
 }
 
 void DeskWindow::importChain(const QString& fileName)
@@ -242,19 +241,6 @@ void DeskWindow::onGridToggled(bool shown)
 {
     m_plot->setGridVisible(shown);
     m_plot->replot();
-}
-
-void DeskWindow::onAutoScaleToggled(bool enabled)
-{
-    m_plot->setAutoScaleEnabled(enabled);
-    if (enabled)
-        m_plot->updateYAxisScale();
-}
-
-void DeskWindow::onResetView()
-{
-    m_plot->resetView();
-    m_autoScaleAction->setChecked(true);
 }
 
 void DeskWindow::complain(const QString& title, const QString& text)

@@ -15,6 +15,7 @@ class QActionGroup;
 class QMenu;
 class SeriesFollower;
 class SeriesSelector;
+class ViewActions;
 
 /// The option desk's window: the plot of one series, the choice of the series, and the numbers behind it.
 ///
@@ -44,19 +45,18 @@ public:
 private Q_SLOTS:
     void onSeriesChosen(int futureIsinId);
     void onSeriesChanged();
+    void onStoredSeriesChanged();
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
-    void onAutoScaleToggled(bool enabled);
-    void onResetView();
     void onImport();
     void onSavePicture();
 
 private:
     void createFileMenu();
     void createViewMenu();
-    void addScaleActions(QMenu& menu);
     void addAxisModeActions(QMenu& menu);
+    void addGridAction(QMenu& menu);
     void createToolBar();
     QAction* addAction(QMenu& menu, const QString& text, const QString& shortcut, const QString& tip);
     void draw();
@@ -77,5 +77,5 @@ private:
     QActionGroup* m_axisModes = nullptr;
     QAction* m_volatilityAction = nullptr;
     QAction* m_valueAction = nullptr;
-    QAction* m_autoScaleAction = nullptr;
+    ViewActions* m_viewActions = nullptr;
 };

@@ -15,6 +15,14 @@ namespace {
 constexpr int priceDecimals = 10;
 constexpr int distanceDecimals = 4;
 
+// Arabic digits would change places with a number behind them; a mark of zero width keeps them apart.
+QString keptInPlace(const QString& number)
+{
+    constexpr ushort leftToRightMark = 0x200E;
+    const bool isArabic = QLocale::system().zeroDigit().direction() == QChar::DirAN;
+    return isArabic ? number + QChar(leftToRightMark) : number;
+}
+
 }
 
 QString ReadOut::distanceFromQuote(const PriceBased2dPlot& plot, double price)
@@ -43,6 +51,7 @@ QString ReadOut::text(const PriceBased2dPlot& plot, const PriceBased2dPlotPicker
     const QPointF sample = curve.sample(index);
     const double price = plot.roundedXValue(sample.x());
     return tr("%1\nStrike %2, %3 from the quote\n%4")
-        .arg(curve.title().text(), Plot2dCommon::fromDoubleToSystemStringShort(price, priceDecimals),
+        .arg(curve.title().text(),
+            keptInPlace(Plot2dCommon::fromDoubleToSystemStringShort(price, priceDecimals)),
             distanceFromQuote(plot, price), picker.convertedValue(sample.y()));
 }

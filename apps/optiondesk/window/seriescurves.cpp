@@ -5,6 +5,11 @@
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
 
+#include <QPen>
+
+#include <qwt_plot_marker.h>
+#include <qwt_symbol.h>
+
 #include <algorithm>
 
 SeriesCurves::SeriesCurves(PriceBased2dPlot& plot)
@@ -15,8 +20,12 @@ SeriesCurves::SeriesCurves(PriceBased2dPlot& plot)
 // The types of two views overlap, the titles do not.
 PriceBased2dPlotCurve* SeriesCurves::find(CurveRole role) const
 {
-    const QList<PriceBased2dPlotCurve*> curves = m_plot.attachedCurves(CurveLook::dataType(role));
-    const QString title = CurveLook::title(role);
+    return find(CurveLook::dataType(role), CurveLook::title(role));
+}
+
+PriceBased2dPlotCurve* SeriesCurves::find(int dataType, const QString& title) const
+{
+    const QList<PriceBased2dPlotCurve*> curves = m_plot.attachedCurves(dataType);
     const auto found = std::find_if(curves.begin(), curves.end(),
         [&title](const PriceBased2dPlotCurve* curve) { return curve->title().text() == title; });
     return found == curves.end() ? nullptr : *found;
@@ -36,8 +45,39 @@ void SeriesCurves::attach(const CurveSamples& samples)
 {
     auto* const curve = new PriceBased2dPlotCurve(&m_plot, CurveLook::title(samples.role));
     CurveLook::apply(samples, *curve);
+    const QColor chosen = m_colors.value(curve->title().text());
+    if (chosen.isValid() && CurveLook::hasFreeColor(*curve))
+        CurveLook::setColor(*curve, chosen);
     fill(*curve, samples);
     curve->attach(&m_plot);
+}
+
+void SeriesCurves::setColor(const QString& title, const QColor& color)
+{
+    m_colors[title] = color;
+    PriceBased2dPlotCurve* const curve = find(-1, title);
+    if (!curve || !CurveLook::hasFreeColor(*curve))
+        return;
+    CurveLook::setColor(*curve, color);
+    if (curve->dataType() == PriceBased2dPlotCurve::markedType)
+        colorMarkers(color);
+}
+
+QColor SeriesCurves::color(const QString& title) const
+{
+    const PriceBased2dPlotCurve* const curve = find(-1, title);
+    return curve ? curve->pen().color() : QColor();
+}
+
+void SeriesCurves::colorMarkers(const QColor& color)
+{
+    const QList<QwtPlotMarker*> markers = m_plot.attachedMarkers();
+    for (QwtPlotMarker* const marker : markers) {
+        const QwtSymbol& old = *marker->symbol();
+        QPen pen = old.pen();
+        pen.setColor(color);
+        marker->setSymbol(new QwtSymbol(old.style(), QBrush(color), pen, old.size()));
+    }
 }
 
 bool SeriesCurves::removeOthers(const QVector<CurveSamples>& curves)

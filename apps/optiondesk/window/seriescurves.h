@@ -2,7 +2,8 @@
 
 #include "window/curveset.h"
 
-#include <QPointer>
+#include <QColor>
+#include <QMap>
 
 class PriceBased2dPlot;
 class PriceBased2dPlotCurve;
@@ -23,11 +24,21 @@ public:
 
     void clear();
 
+    /// Gives the curve of this title a colour, and its markers with it, now or when it is attached. The line
+    /// at the forward keeps its own.
+    void setColor(const QString& title, const QColor& color);
+    /// The colour of the attached curve of this title; invalid if there is none.
+    QColor color(const QString& title) const;
+
 private:
     PriceBased2dPlotCurve* find(CurveRole role) const;
+    PriceBased2dPlotCurve* find(int dataType, const QString& title) const;
+    void colorMarkers(const QColor& color);
     void attach(const CurveSamples& samples);
     bool removeOthers(const QVector<CurveSamples>& curves);
     static void fill(PriceBased2dPlotCurve& curve, const CurveSamples& samples);
 
     PriceBased2dPlot& m_plot;
+    /// What the user has chosen, by titles.
+    QMap<QString, QColor> m_colors;
 };

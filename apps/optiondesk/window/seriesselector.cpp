@@ -4,6 +4,32 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QPair>
+#include <QVariant>
+
+namespace {
+
+using Item = QPair<QString, QVariant>;
+
+Item itemAt(const QComboBox& box, int index)
+{
+    return {box.itemText(index), box.itemData(index)};
+}
+
+// Takes out and puts in single items, so that the others do not move under the mouse.
+void setItems(const QVector<Item>& items, QComboBox* box)
+{
+    for (int i = 0; i < items.size(); ++i) {
+        while (i < box->count() && !items.contains(itemAt(*box, i)))
+            box->removeItem(i);
+        if (i == box->count() || itemAt(*box, i) != items.at(i))
+            box->insertItem(i, items.at(i).first, items.at(i).second);
+    }
+    while (box->count() > items.size())
+        box->removeItem(box->count() - 1);
+}
+
+}
 
 SeriesSelector::SeriesSelector(QWidget* parent)
     : QWidget(parent)
@@ -29,30 +55,34 @@ SeriesSelector::SeriesSelector(QWidget* parent)
 void SeriesSelector::setSeries(const QVector<StoredSeries>& series, int futureIsinId)
 {
     m_series = series;
-    m_baseCodes->clear();
+    QString selected = m_baseCodes->currentText();
+    QVector<Item> codes;
     for (const StoredSeries& one : series) {
-        if (m_baseCodes->findText(one.baseCode) < 0)
-            m_baseCodes->addItem(one.baseCode);
+        if (codes.isEmpty() || codes.last().first != one.baseCode)
+            codes.append({one.baseCode, QVariant()});
         if (one.futureIsinId == futureIsinId)
-            m_baseCodes->setCurrentText(one.baseCode);
+            selected = one.baseCode;
     }
-    fillExpiries(futureIsinId);
+    setItems(codes, m_baseCodes);
+    m_baseCodes->setCurrentIndex(m_baseCodes->findText(selected));
+    fillExpiries();
+    m_expiries->setCurrentIndex(m_expiries->findData(futureIsinId));
 }
 
-void SeriesSelector::fillExpiries(int futureIsinId)
+void SeriesSelector::fillExpiries()
 {
-    m_expiries->clear();
+    QVector<Item> expiries;
     for (const StoredSeries& one : qAsConst(m_series)) {
-        if (one.baseCode == m_baseCodes->currentText())
-            m_expiries->addItem(Texts::expiry(one.expiry), one.futureIsinId);
+        if (m_baseCodes->currentIndex() >= 0 && one.baseCode == m_baseCodes->currentText())
+            expiries.append({Texts::expiry(one.expiry), one.futureIsinId});
     }
-    const int position = m_expiries->findData(futureIsinId);
-    m_expiries->setCurrentIndex(position < 0 ? 0 : position);
+    setItems(expiries, m_expiries);
 }
 
 void SeriesSelector::onBaseCodeActivated()
 {
-    fillExpiries(0);
+    fillExpiries();
+    m_expiries->setCurrentIndex(0);
     onExpiryActivated();
 }
 

@@ -15,7 +15,8 @@ public:
     explicit SeriesSelector(QWidget* parent = nullptr);
 
     /// Replaces the series to choose from, which stand by base code, then by expiry, and selects one by its
-    /// future. Emits nothing.
+    /// future; none of the expiries where it is not among them. What stays keeps its place in an open list.
+    /// Emits nothing.
     void setSeries(const QVector<StoredSeries>& series, int futureIsinId);
 
 Q_SIGNALS:
@@ -27,7 +28,7 @@ private Q_SLOTS:
     void onExpiryActivated();
 
 private:
-    void fillExpiries(int futureIsinId);
+    void fillExpiries();
 
     QVector<StoredSeries> m_series;
     QComboBox* m_baseCodes;

@@ -63,6 +63,9 @@ struct Settings::Private {
         , stored(new QSettings(file, QSettings::IniFormat))
     {
     }
+    Private(const Private&) = delete;
+    Private& operator=(const Private&) = delete;
+    ~Private() { write(); }
 
     /// The last change that decides about a key, null if there is none.
     const Change* changeOf(const QString& key) const
@@ -124,14 +127,24 @@ Settings::Settings(const QString& fileName)
 {
 }
 
-Settings::~Settings()
+Settings::Settings(const Settings& whole, const QString& group)
+    : d(whole.d)
+    , m_group(normalized(whole.m_group + QLatin1Char('/') + group))
 {
-    sync();
+}
+
+Settings::~Settings() = default;
+
+// Empty for a key that holds nothing.
+QString Settings::pathOf(const QString& key) const
+{
+    const QString path = normalized(key);
+    return path.isEmpty() || m_group.isEmpty() ? path : m_group + QLatin1Char('/') + path;
 }
 
 QVariant Settings::value(const QString& key, const QVariant& defaultValue) const
 {
-    const QString path = normalized(key);
+    const QString path = pathOf(key);
     if (path.isEmpty())
         return defaultValue;
     if (const Private::Change* const change = d->changeOf(path))
@@ -141,14 +154,14 @@ QVariant Settings::value(const QString& key, const QVariant& defaultValue) const
 
 void Settings::setValue(const QString& key, const QVariant& value)
 {
-    const QString path = normalized(key);
+    const QString path = pathOf(key);
     if (!path.isEmpty())
         d->add({path, value, false});
 }
 
 void Settings::remove(const QString& key)
 {
-    const QString path = normalized(key);
+    const QString path = pathOf(key);
     if (!path.isEmpty())
         d->add({path, QVariant(), true});
 }

@@ -7,15 +7,19 @@
 
 /// The host's settings, kept across restarts in one file.
 ///
-/// A change is written by sync(), by the next round of the event loop and by the destructor. The file is
-/// replaced as a whole then, so a crash in the middle leaves the old one; a file that is no settings file is
-/// never replaced. A key is a path of names with '/' between them, an empty one holds nothing.
+/// A change is written by sync(), by the next round of the event loop and by the destructor, with groups by
+/// that of the last one. The file is replaced as a whole then, so a crash in the middle leaves the old one; a
+/// file that is no settings file is never replaced. A key is a path of names with '/' between them, an empty
+/// one holds nothing.
 class Settings {
 public:
     /// The user's settings of the running application.
     Settings();
     /// The settings in a file of its own (INI format), made at the first write.
     explicit Settings(const QString& fileName);
+    /// A group of other settings: its keys are theirs below this path, and what is changed here is changed
+    /// there. For those who know one key only and serve several purposes.
+    Settings(const Settings& whole, const QString& group);
     ~Settings();
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
@@ -32,5 +36,9 @@ public:
 
 private:
     struct Private;
-    std::unique_ptr<Private> d;
+
+    QString pathOf(const QString& key) const;
+
+    std::shared_ptr<Private> d;
+    QString m_group;
 };

@@ -1,9 +1,12 @@
+#include "memorystream.h"
+#include "replaytable.h"
 #include "support/testmain.h"
 
-#include <chain/chaintables.h>
 #include <database/table.h>
-#include <directory/securitiestable.h>
 #include <replay/quotereplay.h>
+#include <replay/replayfile.h>
+
+#include <QBuffer>
 
 #include <limits>
 
@@ -20,13 +23,17 @@ private Q_SLOTS:
     void tellsOfEachBatchOnce();
     void keepsUpWithManyQuotes_data();
     void keepsUpWithManyQuotes();
-    void boundsTheTimeAtMaximum();
+    void boundsItsTime_data();
+    void boundsItsTime();
     void catchesUpAfterAStall();
     void countsUnknownInstruments();
     void endsWithTheTable();
     void endsWithTheTableInABatch();
     void endsInABatch();
     void endsInAReport();
+    void takesInstrumentsAsTheyCome();
+    void endsWhereTheRecordingGoesWrong();
+    void readsNoFurtherThanDue();
     void runsByItself();
 
 private Q_SLOTS:
@@ -37,6 +44,7 @@ private Q_SLOTS:
 
 private:
     void make(const RecordedQuotes& recording, std::optional<double> speed = 1.0);
+    void make(std::unique_ptr<QuoteStream> quotes, std::optional<double> speed);
     // Sets the clock to milliseconds after the start and lets the replay work.
     void tickAt(double milliseconds);
     QString price(int row, const char* column) const;
@@ -53,31 +61,10 @@ private:
 
 namespace {
 
-constexpr int instrumentCount = 50;
-constexpr int futureIsinId = 1;
-constexpr qint64 startMicroseconds = 123456789;
+using ReplayTable::futureIsinId;
+using ReplayTable::instrumentCount;
 
-// The future and options of the names "O1", "O2" ...
-std::unique_ptr<Table> makeTable()
-{
-    auto table
-        = std::make_unique<Table>(SecuritiesTable::securitiesName, SecuritiesTable::securitiesColumns());
-    QVector<Record> rows;
-    for (int i = 0; i < instrumentCount; ++i) {
-        const Record row = table->createRow();
-        const auto field = [&](const char* name) {
-            return table->value(row, table->columnIndex(QString::fromLatin1(name)));
-        };
-        field("stock_id").setInt32(chainStockId);
-        field("board_id").setInt32(chainBoardId);
-        field("isin_id").setInt32(futureIsinId + i);
-        field("short_name").setText(i == 0 ? QStringLiteral("F") : QStringLiteral("O%1").arg(i));
-        field("sectype").setText(i == 0 ? QStringLiteral("F") : QStringLiteral("O"));
-        rows.append(row);
-    }
-    table->appendRows(rows);
-    return table;
-}
+constexpr qint64 startMicroseconds = 123456789;
 
 // A recording of last prices: time, instrument, price.
 RecordedQuotes recording(const std::vector<std::tuple<qint64, QString, int>>& quotes)
@@ -111,7 +98,7 @@ RecordedQuotes numberedQuotes(int count, int perSecond)
 
 void tst_quotereplay::init()
 {
-    m_table = makeTable();
+    m_table = ReplayTable::make();
     m_stride = 0;
     m_batches = 0;
     m_seen.clear();
@@ -125,8 +112,13 @@ void tst_quotereplay::cleanup()
 
 void tst_quotereplay::make(const RecordedQuotes& recording, std::optional<double> speed)
 {
+    make(std::make_unique<MemoryStream>(recording), speed);
+}
+
+void tst_quotereplay::make(std::unique_ptr<QuoteStream> quotes, std::optional<double> speed)
+{
     m_now = startMicroseconds;
-    m_replay = std::make_unique<QuoteReplay>(m_table.get(), recording, futureIsinId, speed);
+    m_replay = std::make_unique<QuoteReplay>(m_table.get(), std::move(quotes), futureIsinId, speed);
     m_replay->setClock([this] { return m_now += m_stride; });
 }
 
@@ -243,10 +235,21 @@ void tst_quotereplay::keepsUpWithManyQuotes()
         QCOMPARE(price(row, "last"), QString::number(count - instrumentCount + row));
 }
 
-void tst_quotereplay::boundsTheTimeAtMaximum()
+void tst_quotereplay::boundsItsTime_data()
 {
+    QTest::addColumn<bool>("timed");
+    QTest::newRow("as fast as possible") << false;
+    QTest::newRow("all due at once") << true;
+}
+
+void tst_quotereplay::boundsItsTime()
+{
+    QFETCH(bool, timed);
     constexpr int count = 1000;
-    make(numberedQuotes(count, 1), std::nullopt);
+    if (timed)
+        make(numberedQuotes(count, 1000000000), 1.0);
+    else
+        make(numberedQuotes(count, 1), std::nullopt);
     connect(m_table.get(), SIGNAL(rowsChanged(QVector<Record>)), SLOT(noteChange(QVector<Record>)));
     m_replay->start();
     // A look at the clock each 64 quotes, the fifth ends the slice.
@@ -344,11 +347,72 @@ void tst_quotereplay::endsInAReport()
     QCOMPARE(finished.size(), 0);
 }
 
+void tst_quotereplay::takesInstrumentsAsTheyCome()
+{
+    QBuffer buffer;
+    QByteArray text = "time,instrument,last\n";
+    // More than are read at once.
+    for (int i = 0; i < 5000; ++i)
+        text += QByteArray::number(i) + ",O1," + QByteArray::number(i) + '\n';
+    buffer.setData(text + "5000,FUT,7\n5000,X,8\n5000,O2,9\n");
+    buffer.open(QIODevice::ReadOnly);
+    make(std::make_unique<ReplayFile>(buffer, QStringLiteral("q.csv")), 1.0);
+    const QSignalSpy unknown(m_replay.get(), SIGNAL(unknownInstruments(QStringList, int)));
+    m_replay->start();
+    tickAt(4999.0);
+    QCOMPARE(price(1, "last"), QStringLiteral("4999"));
+    tickAt(5000.0);
+    QVERIFY(m_replay->isFinished());
+    QCOMPARE(price(0, "cur_kotir_real"), QStringLiteral("7"));
+    QCOMPARE(price(2, "last"), QStringLiteral("9"));
+    QCOMPARE(unknown.size(), 1);
+    QCOMPARE(unknown.first().first().toStringList(), QStringList{"X"});
+}
+
+void tst_quotereplay::endsWhereTheRecordingGoesWrong()
+{
+    QBuffer buffer;
+    buffer.setData("time,instrument,last\n" + QByteArray("0,O1,1\n").repeated(2000)
+        + "9,X,2\n10,O1,3\n9,O1,4\n10,O1,5\n");
+    buffer.open(QIODevice::ReadOnly);
+    make(std::make_unique<ReplayFile>(buffer, QStringLiteral("q.csv")), 1.0);
+    const QSignalSpy unknown(m_replay.get(), SIGNAL(unknownInstruments(QStringList, int)));
+    const QSignalSpy failed(m_replay.get(), SIGNAL(failed(QString)));
+    const QSignalSpy finished(m_replay.get(), SIGNAL(finished()));
+    m_replay->start();
+    tickAt(9.0);
+    QCOMPARE(price(1, "last"), QStringLiteral("1"));
+    QCOMPARE(failed.size(), 0);
+    tickAt(10.0);
+    QCOMPARE(price(1, "last"), QStringLiteral("3"));
+    QCOMPARE(failed.size(), 1);
+    const QString reason = failed.first().first().toString();
+    QVERIFY2(reason.startsWith(QLatin1String("q.csv:2004: \"9\"")), qPrintable(reason));
+    QCOMPARE(unknown.size(), 1);
+    QCOMPARE(finished.size(), 1);
+    tickAt(20.0);
+    QCOMPARE(price(1, "last"), QStringLiteral("3"));
+    QCOMPARE(failed.size(), 1);
+}
+
+void tst_quotereplay::readsNoFurtherThanDue()
+{
+    auto owned = std::make_unique<MemoryStream>(numberedQuotes(1000, 1000));
+    const MemoryStream& stream = *owned;
+    make(std::move(owned), 1.0);
+    m_replay->start();
+    // One quote is known before it is due.
+    tickAt(99.0);
+    QCOMPARE(stream.quotesLeft(), 899);
+    tickAt(199.0);
+    QCOMPARE(stream.quotesLeft(), 799);
+}
+
 // The only test of the real timer and clock.
 void tst_quotereplay::runsByItself()
 {
-    m_replay = std::make_unique<QuoteReplay>(
-        m_table.get(), numberedQuotes(1000, 10000), futureIsinId, std::nullopt);
+    m_replay = std::make_unique<QuoteReplay>(m_table.get(),
+        std::make_unique<MemoryStream>(numberedQuotes(1000, 10000)), futureIsinId, std::nullopt);
     QSignalSpy finished(m_replay.get(), SIGNAL(finished()));
     m_replay->start();
     QCOMPARE(price(0, "last"), QString());

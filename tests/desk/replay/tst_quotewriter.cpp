@@ -21,6 +21,7 @@ private Q_SLOTS:
     void writesTheFuture();
     void leavesWhatIsNotGiven();
     void writesOnceForManyNames();
+    void takesFurtherInstruments();
     void writesNothingWithoutQuotes();
     void takesBack();
     void keepsWhatOthersWrote();
@@ -176,6 +177,32 @@ void tst_quotewriter::writesOnceForManyNames()
     QCOMPARE(records, (QVector<Record>{securities()->record(future), securities()->record(call)}));
     QCOMPARE(prices(future), QStringLiteral("3 - - 80.5"));
     QCOMPARE(prices(call), QStringLiteral("5 - - -"));
+}
+
+void tst_quotewriter::takesFurtherInstruments()
+{
+    QuoteWriter writer(securities(), {callName}, futureIsinId);
+    // One before the first quote, the others behind it.
+    writer.addInstrument(QStringLiteral("unknown"));
+    QVERIFY(!writer.note(quote(1, "1", "", "")));
+    for (const char* name : {"FUT", "2", "also unknown"})
+        writer.addInstrument(QString::fromLatin1(name));
+    QCOMPARE(writer.instrumentCount(), 5);
+    QVERIFY(writer.note(quote(0, "2.25", "", "")));
+    QVERIFY(writer.note(quote(2, "80.25", "", "")));
+    QVERIFY(writer.note(quote(3, "", "2.75", "")));
+    QVERIFY(!writer.note(quote(4, "1", "", "")));
+    writer.flush();
+    QCOMPARE(prices(future), QStringLiteral("80.25 - - 80.5"));
+    QCOMPARE(prices(call), QStringLiteral("2.25 2.75 - -"));
+    // They are found again in other rows.
+    ChainImport(m_database->storage()).import(chain(QStringLiteral("COBALT"), QDate(2024, 6, 21)));
+    QVERIFY(writer.note(quote(3, "", "3", "")));
+    writer.flush();
+    QCOMPARE(prices(call), QStringLiteral("2.25 3 - -"));
+    m_database->close();
+    writer.addInstrument(callName);
+    QVERIFY(!writer.note(quote(5, "1", "", "")));
 }
 
 void tst_quotewriter::writesNothingWithoutQuotes()

@@ -1,3 +1,4 @@
+#include "memorystream.h"
 #include "support/testmain.h"
 
 #include <chain/chainerror.h>
@@ -15,30 +16,75 @@ private Q_SLOTS:
     void reads();
     void refuses_data();
     void refuses();
-    void readsAsManyAsAllowed();
+    void endsAtTheBrokenRow();
+    void readsAsItIsAsked();
+    void boundsTheInstruments();
     void readsFiles();
     void refusesFiles();
 };
 
 namespace {
 
-RecordedQuotes readText(const QByteArray& text, int maxQuotes = maxRecordedQuotes)
+RecordedQuotes all(QuoteStream& stream)
 {
-    QBuffer buffer;
-    buffer.setData(text);
-    buffer.open(QIODevice::ReadOnly);
-    return readRecordedQuotes(buffer, QStringLiteral("q.csv"), maxQuotes);
+    RecordedQuotes result;
+    while (const std::optional<RecordedQuote> quote = stream.read())
+        result.quotes.push_back(*quote);
+    result.instruments = stream.instruments();
+    return result;
 }
 
-QString errorOf(const QByteArray& text, int maxQuotes = maxRecordedQuotes)
+std::unique_ptr<QBuffer> bufferOf(const QByteArray& text)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(text);
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
+RecordedQuotes readText(const QByteArray& text, int mostInstruments = ReplayFile::maxInstruments)
+{
+    const std::unique_ptr<QBuffer> buffer = bufferOf(text);
+    ReplayFile file(*buffer, QStringLiteral("q.csv"), mostInstruments);
+    return all(file);
+}
+
+QString errorOf(const QByteArray& text, int mostInstruments = ReplayFile::maxInstruments)
 {
     try {
-        readText(text, maxQuotes);
+        readText(text, mostInstruments);
     } catch (const ChainError& error) {
         return error.text();
     }
     return {};
 }
+
+// Rows of one quote a millisecond, without end.
+class EndlessDevice : public QIODevice {
+public:
+    EndlessDevice() { open(QIODevice::ReadOnly); }
+    bool isSequential() const override { return true; }
+    qint64 given() const { return m_given; }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        while (m_text.size() < maxSize)
+            m_text += m_row < 0 ? QByteArray("time,instrument,last\n") : rowOf(m_row), ++m_row;
+        std::copy_n(m_text.constData(), maxSize, data);
+        m_text.remove(0, int(maxSize));
+        m_given += maxSize;
+        return maxSize;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    static QByteArray rowOf(int number) { return QByteArray::number(number) + ",A,1\n"; }
+
+    QByteArray m_text;
+    int m_row = -1;
+    qint64 m_given = 0;
+};
 
 // "TIME INSTRUMENT b=BID a=ASK l=LAST" with what is given, parted by "; ".
 QString describe(const RecordedQuotes& recording)
@@ -142,13 +188,45 @@ void tst_replayfile::refuses()
     QVERIFY2(!error.contains(QLatin1Char('\n')), qPrintable(error));
 }
 
-void tst_replayfile::readsAsManyAsAllowed()
+// The quotes before it are there.
+void tst_replayfile::endsAtTheBrokenRow()
 {
-    const QByteArray text = "time,instrument,last\n0,A,1\n0,A,2\n0,A,3\n";
-    QCOMPARE(int(readText(text, 3).quotes.size()), 3);
-    const QString error = errorOf(text, 2);
-    QVERIFY2(error.startsWith(QLatin1String("q.csv:4: ")), qPrintable(error));
-    QVERIFY2(error.contains(QLatin1String("more than 2")), qPrintable(error));
+    const QByteArray text
+        = "time,instrument,last\n" + QByteArray("5,A,1\n").repeated(1500) + "4,A,2\n6,A,3\n";
+    const std::unique_ptr<QBuffer> buffer = bufferOf(text);
+    ReplayFile file(*buffer, QStringLiteral("q.csv"));
+    for (int i = 0; i < 1500; ++i)
+        QVERIFY(file.read().has_value());
+    QVERIFY_EXCEPTION_THROWN(file.read(), ChainError);
+
+    // Of the first thousand rows it is known at once.
+    const std::unique_ptr<QBuffer> early = bufferOf("time,instrument,last\n5,A,1\n4,A,2\n");
+    QVERIFY_EXCEPTION_THROWN(ReplayFile(*early, QStringLiteral("q.csv")), ChainError);
+}
+
+void tst_replayfile::readsAsItIsAsked()
+{
+    EndlessDevice device;
+    ReplayFile file(device, QStringLiteral("q.csv"));
+    constexpr qint64 oneBlock = 65536;
+    const qint64 first = device.given();
+    QVERIFY2(first <= oneBlock, qPrintable(QString::number(first)));
+    qint64 bytes = 0;
+    for (int i = 0; i < 100000; ++i) {
+        const std::optional<RecordedQuote> quote = file.read();
+        QVERIFY(quote && quote->time == i);
+        bytes += QByteArray::number(i).size() + int(qstrlen(",A,1\n"));
+    }
+    QVERIFY(device.given() > bytes);
+    QVERIFY2(device.given() < bytes + 3 * oneBlock, qPrintable(QString::number(device.given() - bytes)));
+}
+
+void tst_replayfile::boundsTheInstruments()
+{
+    const QByteArray text = "time,instrument,last\n0,A,1\n0,B,2\n0,A,3\n";
+    QCOMPARE(readText(text, 2).instruments, (QStringList{"A", "B"}));
+    QCOMPARE(
+        errorOf(text + "0,B,4\n0,C,5\n", 2), QStringLiteral("q.csv:6: there are more than 2 instruments"));
 }
 
 void tst_replayfile::readsFiles()
@@ -158,14 +236,15 @@ void tst_replayfile::readsFiles()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("time,instrument,last\n3,A,1.5\n");
     file.close();
-    QCOMPARE(describe(readRecordedQuotes(file.fileName())), QStringLiteral("3 A l=1.5"));
+    ReplayFile replay(file.fileName());
+    QCOMPARE(describe(all(replay)), QStringLiteral("3 A l=1.5"));
 }
 
 void tst_replayfile::refusesFiles()
 {
     const QTemporaryDir folder;
-    QVERIFY_EXCEPTION_THROWN(readRecordedQuotes(folder.filePath(QStringLiteral("absent.csv"))), ChainError);
-    QVERIFY_EXCEPTION_THROWN(readRecordedQuotes(folder.path()), ChainError);
+    QVERIFY_EXCEPTION_THROWN(ReplayFile(folder.filePath(QStringLiteral("absent.csv"))), ChainError);
+    QVERIFY_EXCEPTION_THROWN(ReplayFile(folder.path()), ChainError);
 }
 
 PLOT2D_TEST_MAIN(tst_replayfile)

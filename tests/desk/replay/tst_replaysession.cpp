@@ -1,4 +1,5 @@
 #include "desk/window/desktest.h"
+#include "memorystream.h"
 #include "support/testmain.h"
 
 #include <chain/chaintables.h>
@@ -38,8 +39,8 @@ RecordedQuotes futureAt(const char* last)
 
 std::unique_ptr<QuoteReplay> replayed(const RecordedQuotes& recording, int futureIsinId)
 {
-    auto replay = std::make_unique<QuoteReplay>(
-        ChainTables::find().securities, recording, futureIsinId, std::nullopt);
+    auto replay = std::make_unique<QuoteReplay>(ChainTables::find().securities,
+        std::make_unique<MemoryStream>(recording), futureIsinId, std::nullopt);
     replay->start();
     replay->tick();
     return replay;

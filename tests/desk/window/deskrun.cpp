@@ -14,7 +14,9 @@ DeskRun runDesk(const QStringList& arguments, const QString& folder, const QProc
     constexpr int patience = 60000;
     QProcess process;
     process.setWorkingDirectory(folder);
-    process.setProcessEnvironment(environment);
+    QProcessEnvironment isolated = environment;
+    isolated.insert(QStringLiteral("XDG_CONFIG_HOME"), folder + QStringLiteral("/config"));
+    process.setProcessEnvironment(isolated);
     process.start(QStringLiteral(OPTIONDESK_PROGRAM), arguments);
     const bool ended = process.waitForFinished(patience);
     DeskRun run;

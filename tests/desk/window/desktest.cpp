@@ -45,6 +45,18 @@ OptionChain DeskTest::chain(const QString& baseCode)
     return result;
 }
 
+OptionChain DeskTest::quotedChain(const QString& baseCode)
+{
+    const decimal spread = decimal::fromUnits(5, 2);
+    OptionChain result = chain(baseCode);
+    for (OptionQuote& quote : result.series.first().quotes) {
+        quote.volatility = volatility(quote.strike.toDouble());
+        quote.bid = *quote.settlement > spread ? *quote.settlement - spread : decimal::zero;
+        quote.ask = *quote.settlement + spread;
+    }
+    return result;
+}
+
 QByteArray DeskTest::csv()
 {
     QByteArray text("underlying,quote_date,expiry,type,strike,settlement\n");

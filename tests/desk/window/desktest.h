@@ -19,7 +19,10 @@ double volatility(double strike);
 /// expiry (2024-04-02). It states no forward, no volatility and no volumes.
 OptionChain chain(const QString& baseCode = QStringLiteral("TEST"));
 
-/// The same as a CSV file's text.
+/// The same with volatilities stated, and with bids and asks a few cents around the values.
+OptionChain quotedChain(const QString& baseCode = QStringLiteral("TEST"));
+
+/// The chain as a CSV file's text.
 QByteArray csv();
 
 /// Writes a file; its name.

@@ -29,6 +29,15 @@ decimal settlement(OptionType type, double strike, double forward, double volati
         Pricing::blackPrice(type, strike, market, volatility).value_or(0.0), priceDecimals);
 }
 
+// The first of ids that no row has, far beyond those of imports.
+int freeId()
+{
+    static int next = 1000000;
+    constexpr int most = 10000;
+    next += most;
+    return next;
+}
+
 Record copyOf(const Record& record)
 {
     Table& table = securities();
@@ -72,13 +81,13 @@ void LiveTable::addStrikes(int futureIsinId, const QVector<double>& strikes)
 {
     Table& table = securities();
     const QVector<Record> present = options(futureIsinId);
-    int id = 1000000 + table.rowCount();
+    int id = freeId();
     QVector<Record> added;
     for (const double strike : strikes) {
         for (const OptionType type : {OptionType::Call, OptionType::Put}) {
             const Record copy = copyOf(present.first());
-            table.value(copy, column("isin_id")).setVariant(++id);
-            table.value(copy, column("sec_id")).setVariant(qlonglong(id));
+            table.value(copy, column("isin_id")).setVariant(id);
+            table.value(copy, column("sec_id")).setVariant(qlonglong(id++));
             table.value(copy, column("option_type")).setText(QString(QLatin1Char(char(type))));
             table.value(copy, column("strike")).setDecimal(decimal::fromDouble(strike, 1));
             table.value(copy, column("settlement"))
@@ -89,18 +98,45 @@ void LiveTable::addStrikes(int futureIsinId, const QVector<double>& strikes)
     table.appendRows(added);
 }
 
+Record LiveTable::future(int futureIsinId)
+{
+    return SecurityDirectory::i()->recordByIsinId(futureIsinId, chainBoardId);
+}
+
+int LiveTable::addSeries(int futureIsinId, const QString& baseCode)
+{
+    Table& table = securities();
+    int id = freeId();
+    const int copyIsinId = id;
+    QVector<Record> added;
+    for (const Record& record : QVector<Record>{future(futureIsinId)} + options(futureIsinId)) {
+        const Record copy = copyOf(record);
+        table.value(copy, column("base_code")).setText(baseCode);
+        if (id != copyIsinId)
+            table.value(copy, column("fut_isin_id")).setVariant(copyIsinId);
+        table.value(copy, column("isin_id")).setVariant(id);
+        table.value(copy, column("sec_id")).setVariant(qlonglong(id++));
+        added.append(copy);
+    }
+    table.appendRows(added);
+    return copyIsinId;
+}
+
+QVector<Record> LiveTable::removeSeries(int futureIsinId)
+{
+    const QVector<Record> gone = QVector<Record>{future(futureIsinId)} + options(futureIsinId);
+    securities().removeRows(gone);
+    return gone;
+}
+
 void LiveTable::setQuote(int futureIsinId, double quote)
 {
-    const Record future = SecurityDirectory::i()->recordByIsinId(futureIsinId, chainBoardId);
-    securities().changeRows({future}, [quote](const Record&, const Table::FieldAccess& field) {
+    securities().changeRows({future(futureIsinId)}, [quote](const Record&, const Table::FieldAccess& field) {
         field(column("cur_kotir_real")).setDecimal(decimal::fromDouble(quote, priceDecimals));
     });
 }
 
 QString LiveTable::quote(int futureIsinId)
 {
-    return SecurityDirectory::i()
-        ->recordByIsinId(futureIsinId, chainBoardId)
-        .field(column("cur_kotir_real"))
-        .toString();
+    return future(futureIsinId).field(column("cur_kotir_real")).toString();
 }

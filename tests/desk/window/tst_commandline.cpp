@@ -53,13 +53,15 @@ void tst_commandline::defaults()
     QVERIFY(line.options.replayFile.isEmpty());
     QCOMPARE(line.options.replaySpeed.value_or(0.0), 1.0);
     QCOMPARE(line.options.size, QSize(1000, 640));
+    QVERIFY(line.options.settingsFile.isEmpty());
+    QVERIFY(line.options.usesSettings);
 }
 
 void tst_commandline::readsEveryOption()
 {
     const ParsedCommandLine line = parsed({"--chain", "a b.csv", "--forward", "92.85", "--asof", "2012-10-01",
         "--expiry=20121114", "--view", "value", "--axis", "percent", "--database", "d.sqlite", "--picture",
-        "p.jpg", "--size", "200x10000"});
+        "p.jpg", "--size", "200x10000", "--settings", "s.ini"});
     QCOMPARE(line.action, ParsedCommandLine::Action::Run);
     QCOMPARE(line.options.chainFile, QStringLiteral("a b.csv"));
     QCOMPARE(line.options.forward.value_or(0.0), 92.85);
@@ -70,6 +72,9 @@ void tst_commandline::readsEveryOption()
     QCOMPARE(line.options.databaseFile, QStringLiteral("d.sqlite"));
     QCOMPARE(line.options.pictureFile, QStringLiteral("p.jpg"));
     QCOMPARE(line.options.size, QSize(200, 10000));
+    QCOMPARE(line.options.settingsFile, QStringLiteral("s.ini"));
+    QVERIFY(line.options.usesSettings);
+    QVERIFY(!parsed({"--no-settings"}).options.usesSettings);
 }
 
 void tst_commandline::readsDates_data()
@@ -179,6 +184,8 @@ void tst_commandline::refusesInOneLine_data()
     row("speed alone", {"--speed", "10"}, "--replay");
     row("speed", {"--replay", "q.csv", "--speed", "fast"}, "fast");
     row("speed zero", {"--replay", "q.csv", "--speed", "0"}, "--speed");
+    row("empty settings", {"--settings", ""}, "--settings");
+    row("settings and none", {"--settings", "s.ini", "--no-settings"}, "--no-settings");
     row("speed negative", {"--replay", "q.csv", "--speed=-1"}, "-1");
 }
 
@@ -201,7 +208,7 @@ void tst_commandline::printsHelpAndVersion()
     const ParsedCommandLine help = parsed({"--help"});
     QCOMPARE(help.action, ParsedCommandLine::Action::PrintText);
     for (const char* option : {"--chain", "--forward", "--asof", "--expiry", "--view", "--database",
-             "--picture", "--size", "--replay", "--speed"})
+             "--picture", "--size", "--replay", "--speed", "--settings", "--no-settings"})
         QVERIFY2(help.text.contains(QLatin1String(option)), option);
 }
 

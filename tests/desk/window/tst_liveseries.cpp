@@ -36,6 +36,8 @@ private Q_SLOTS:
     void keepsViewAndChoice();
     void followsTheAutoScale();
     void followsTheQuote();
+    void anchorsTheTicksOnTheQuote_data();
+    void anchorsTheTicksOnTheQuote();
     void keepsTheQuoteOfTheFeed();
     void comesBackWithItsPrices();
 
@@ -324,6 +326,34 @@ void tst_liveseries::followsTheQuote()
     LiveTable::setQuote(m_futureIsinId, 101.25);
     QTRY_COMPARE(m_updates->size(), 2);
     QCOMPARE(curve(0)->sample(1).x(), 101.25);
+}
+
+void tst_liveseries::anchorsTheTicksOnTheQuote_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QStringList>("labels");
+    QTest::newRow("points") << int(AxisMode::PointsFromQuote) << QStringList{"-10", "-5", "0", "+5", "+10"};
+    QTest::newRow("percent") << int(AxisMode::PercentOfQuote)
+                             << QStringList{"90%", "95%", "100%", "105%", "110%"};
+}
+
+void tst_liveseries::anchorsTheTicksOnTheQuote()
+{
+    QFETCH(int, mode);
+    QFETCH(QStringList, labels);
+    plot().setAxisMode(AxisMode(mode));
+    zoom(90.0, 117.0);
+    for (const double quote : {103.07, 102.91, 103.5}) {
+        m_updates->clear();
+        LiveTable::setQuote(m_futureIsinId, quote);
+        QTRY_COMPARE(m_updates->size(), 1);
+        QStringList shown;
+        for (const double tick : plot().axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick))
+            shown.append(plot().xAxisConvertedValue(tick));
+        for (const QString& label : qAsConst(labels))
+            QVERIFY2(shown.contains(label), qPrintable(shown.join(QLatin1Char(' '))));
+        QCOMPARE(plot().axisScaleDiv(QwtPlot::xBottom).interval(), QwtInterval(90.0, 117.0));
+    }
 }
 
 void tst_liveseries::keepsTheQuoteOfTheFeed()

@@ -2,7 +2,10 @@
 #include "desktest.h"
 #include "support/testmain.h"
 
+#include <database/settings.h>
+
 #include <QImage>
+#include <QProcess>
 #include <QTemporaryDir>
 
 /// The option desk's program as its user runs it: exit codes, messages, pictures and what it keeps.
@@ -19,6 +22,9 @@ private Q_SLOTS:
     void refusesBadChains();
     void refusesBadDatabases_data();
     void refusesBadDatabases();
+    void refusesBadReplays_data();
+    void refusesBadReplays();
+    void tellsOfAReplayThatGoesWrong();
     void failsToWriteAPicture();
     void needsADisplayForAWindow();
     void drawsTheSize_data();
@@ -27,6 +33,8 @@ private Q_SLOTS:
     void keepsTheChain();
     void fillsAnEmptyDatabaseWithSamples();
     void assumesATime();
+    void drawsAsTheSettingsSay();
+    void drawsInSpiteOfBrokenSettings();
     void needsAForward();
     void drawsRealCrudeOil();
     void drawsEveryRealExpiry_data();
@@ -184,6 +192,49 @@ void tst_optiondesk::refusesBadDatabases()
     QCOMPARE(run({"--database", m_folder->path(), "--picture", "p.png"}).exitCode, 2);
 }
 
+void tst_optiondesk::refusesBadReplays_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::newRow("empty") << QByteArray("") << QByteArray("optiondesk: q.csv: ");
+    QTest::newRow("no quotes") << QByteArray("time,instrument,last\n") << QByteArray("optiondesk: q.csv: ");
+    QTest::newRow("other columns") << QByteArray("a,b,c\n1,2,3\n") << QByteArray("optiondesk: q.csv:1: ");
+    QTest::newRow("time goes back") << QByteArray("time,instrument,last\n5,FUT,1\n4,FUT,2\n")
+                                    << QByteArray("optiondesk: q.csv:3: ");
+}
+
+void tst_optiondesk::refusesBadReplays()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, begin);
+    DeskTest::write(path("q.csv"), text);
+    const DeskRun result = run({"--replay", "q.csv", "--database", "d.sqlite"});
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.errorLines().size() == 1, result.errors);
+    QVERIFY2(result.errors.startsWith(begin), result.errors);
+    QVERIFY(!QFile::exists(path("d.sqlite")));
+}
+
+// The window is there by then, and stays.
+void tst_optiondesk::tellsOfAReplayThatGoesWrong()
+{
+    DeskTest::write(path("q.csv"),
+        "time,instrument,last\n" + QByteArray("5,FUT,80\n").repeated(2000) + "4,FUT,81\n6,FUT,82\n");
+    constexpr int patience = 60000;
+    QProcess desk;
+    desk.setWorkingDirectory(m_folder->path());
+    desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--replay", "q.csv", "--speed", "max"});
+    desk.setReadChannel(QProcess::StandardError);
+    QByteArray line;
+    while (!line.endsWith('\n') && desk.waitForReadyRead(patience))
+        line += desk.readLine();
+    const bool isRunning = desk.state() == QProcess::Running;
+    desk.kill();
+    desk.waitForFinished();
+    QVERIFY2(line.startsWith("optiondesk: the replay has ended: q.csv:2002: \"4\""), line);
+    QVERIFY(isRunning);
+}
+
 void tst_optiondesk::failsToWriteAPicture()
 {
     const DeskRun result = run({"--chain", "good.csv", "--picture", "none/p.png"});
@@ -273,6 +324,46 @@ void tst_optiondesk::assumesATime()
     QVERIFY2(result.errors.contains("30 days"), result.errors);
     checkPicture({"--chain", "undated.csv", "--expiry", "20240402"}, QSize(1000, 640));
     checkPicture({"--chain", "undated.csv"}, QSize(1000, 640), 1);
+}
+
+void tst_optiondesk::drawsAsTheSettingsSay()
+{
+    // The smile (type 9) is hidden, and the bid is violet.
+    const QByteArray hidden = QByteArray::fromHex("000000010000000500000001 010000000009");
+    const QRgb violet = qRgb(0x71, 0x35, 0xa8);
+    for (const char* file : {"s.ini", "config/optiondesk/settings.ini"}) {
+        Settings settings(path(file));
+        settings.setValue(QStringLiteral("volatility/legendItemKeys"), hidden);
+        settings.setValue(QStringLiteral("curveColors/Bid volatility"), QStringLiteral("#7135a8"));
+    }
+    const QByteArray before = content("s.ini");
+    const auto count = [&](const QStringList& arguments, QRgb color) {
+        const DeskRun result = run(arguments + QStringList{"--picture", "p.png"});
+        return result.exitCode == 0 && result.errors.isEmpty()
+            ? DeskTest::countPixels(QImage(path("p.png")), color)
+            : -1;
+    };
+    QCOMPARE(count({"--settings", "s.ini"}, smileColor), 0);
+    QVERIFY(count({"--settings", "s.ini"}, violet) > 20);
+    QCOMPARE(count({}, smileColor), 0);
+    QVERIFY(count({"--settings", "other.ini"}, smileColor) > 250);
+    QVERIFY(count({"--no-settings"}, smileColor) > 250);
+    QCOMPARE(count({"--no-settings"}, violet), 0);
+    // In the other view the same type is another curve.
+    QVERIFY(count({"--settings", "s.ini", "--view", "value"}, smileColor) > 250);
+    // A picture is no choice.
+    QCOMPARE(content("s.ini"), before);
+    QVERIFY(!QFile::exists(path("other.ini")));
+}
+
+void tst_optiondesk::drawsInSpiteOfBrokenSettings()
+{
+    const QByteArray broken("[volatility\nlegendItemKeys=5\n");
+    DeskTest::write(path("s.ini"), broken);
+    checkPicture({"--settings", "s.ini"}, QSize(1000, 640), 1);
+    QVERIFY(run({"--settings", "s.ini", "--picture", "p.png"}).errors.startsWith("optiondesk: s.ini: "));
+    QCOMPARE(content("s.ini"), broken);
+    checkPicture({"--settings", m_folder->path()}, QSize(1000, 640), 1);
 }
 
 void tst_optiondesk::needsAForward()

@@ -1,8 +1,7 @@
 #include "desktest.h"
 #include "support/testmain.h"
+#include "xsession.h"
 
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 /// The option desk's window on an X server, driven by mouse and keyboard.
@@ -16,11 +15,7 @@ private Q_SLOTS:
     void drawsPicturesOnAnXServer();
 
 private:
-    QByteArray toolOutput(const QStringList& arguments);
-    QProcessEnvironment environment() const;
-
-    QProcess m_server;
-    QString m_display;
+    std::unique_ptr<XSession> m_session;
 };
 
 namespace {
@@ -31,65 +26,34 @@ constexpr int patience = 60000;
 
 void tst_optiondeskonscreen::initTestCase()
 {
-    for (const char* program : {"Xvfb", "xdotool"}) {
-        if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
-            QSKIP("Xvfb or xdotool is not there");
-    }
-    // The server chooses a free display and writes its number on standard output.
-    m_server.start(
-        QStringLiteral("Xvfb"), {"-displayfd", "1", "-screen", "0", "1280x900x24", "-nolisten", "tcp"});
-    QVERIFY(m_server.waitForReadyRead(patience));
-    m_display = QLatin1Char(':') + QString::fromLatin1(m_server.readLine().trimmed());
+    if (!XSession::isPossible())
+        QSKIP("Xvfb or xdotool is not there");
+    m_session = std::make_unique<XSession>();
+    QVERIFY(m_session->start());
 }
 
 void tst_optiondeskonscreen::cleanupTestCase()
 {
-    if (m_server.state() == QProcess::NotRunning)
-        return;
-    m_server.terminate();
-    QVERIFY(m_server.waitForFinished(patience));
-}
-
-QProcessEnvironment tst_optiondeskonscreen::environment() const
-{
-    QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-    result.insert(QStringLiteral("DISPLAY"), m_display);
-    result.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    // The session of whoever runs the tests has no part in them.
-    result.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("disabled:"));
-    return result;
-}
-
-QByteArray tst_optiondeskonscreen::toolOutput(const QStringList& arguments)
-{
-    QProcess tool;
-    tool.setProcessEnvironment(environment());
-    tool.start(QStringLiteral("xdotool"), arguments);
-    if (!tool.waitForFinished(patience) || tool.exitCode() != 0) {
-        tool.kill();
-        tool.waitForFinished();
-        return QByteArray();
-    }
-    return tool.readAllStandardOutput();
+    m_session.reset();
 }
 
 void tst_optiondeskonscreen::quitsByItsShortcut()
 {
     QProcess desk;
-    desk.setProcessEnvironment(environment());
+    desk.setProcessEnvironment(m_session->environment());
     desk.start(QStringLiteral(OPTIONDESK_PROGRAM), QStringList());
     QVERIFY(desk.waitForStarted(patience));
 
     const QByteArray found
-        = toolOutput({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
+        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
     QVERIFY(!found.isEmpty());
     const QString window = QString::fromLatin1(found);
-    const QByteArray geometry = toolOutput({"getwindowgeometry", window});
+    const QByteArray geometry = m_session->tool({"getwindowgeometry", window});
     QVERIFY2(geometry.contains("1000x640"), geometry);
 
     // No window manager gives the window the focus.
-    toolOutput({"windowfocus", "--sync", window});
-    toolOutput({"key", "--clearmodifiers", "ctrl+q"});
+    m_session->tool({"windowfocus", "--sync", window});
+    m_session->tool({"key", "--clearmodifiers", "ctrl+q"});
     const bool ended = desk.waitForFinished(patience);
     if (!ended) {
         desk.kill();
@@ -105,7 +69,7 @@ void tst_optiondeskonscreen::drawsPicturesOnAnXServer()
 {
     const QTemporaryDir folder;
     QProcess desk;
-    desk.setProcessEnvironment(environment());
+    desk.setProcessEnvironment(m_session->environment());
     const QString file = folder.filePath(QStringLiteral("p.png"));
     // Larger than the screen.
     desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--picture", file, "--size", "1600x1100"});

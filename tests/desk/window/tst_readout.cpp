@@ -27,6 +27,11 @@ private Q_SLOTS:
     void showsTheCursorsPointAfterAClick();
     void snapsToThePriceStep();
     void takesTheKeyboard();
+    void beginsByItsKeys_data();
+    void beginsByItsKeys();
+    void takesItsKeysOnly_data();
+    void takesItsKeysOnly();
+    void marksNothingOutOfSight();
     void walksAlongACurve();
     void beginsAtTheCursor();
     void changesTheCurve();
@@ -161,7 +166,7 @@ void tst_readout::snapsToThePriceStep()
     m_plot->setAxisScale(QwtPlot::xBottom, 101.0, 101.02, 0.0);
     m_plot->replot();
     Q_EMIT m_plot->updateAxisLabels();
-    press(Qt::Key_Right);
+    press(Qt::Key_F2);
     QSet<QString> strikes;
     for (int i = 0; i < 5; ++i) {
         strikes.insert(text().section(QLatin1Char('\n'), 1).section(QLatin1Char(','), 0, 0));
@@ -180,7 +185,7 @@ void tst_readout::takesTheKeyboard()
     QCOMPARE(m_plot->focusProxy(), m_plot->canvas());
     QVERIFY(!item().isVisible());
     // The plot's own key events count as well.
-    QTest::keyClick(m_plot.get(), Qt::Key_Left);
+    QTest::keyClick(m_plot.get(), Qt::Key_F2);
     QVERIFY(item().isVisible());
     const QString before = text();
     QTest::keyClick(m_plot->canvas(), Qt::Key_Right, Qt::ControlModifier);
@@ -191,10 +196,102 @@ void tst_readout::takesTheKeyboard()
     QVERIFY(!picker->keyMatch(QwtEventPattern::KeyRight, &right));
 }
 
+void tst_readout::beginsByItsKeys_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("F2") << Qt::Key_F2;
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+}
+
+void tst_readout::beginsByItsKeys()
+{
+    QFETCH(Qt::Key, key);
+    showOnly(QStringLiteral("Implied volatility"));
+    for (const Qt::Key other : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Escape})
+        press(other);
+    QVERIFY(!item().isVisible());
+    press(key);
+    QVERIFY(item().isVisible());
+    QCOMPARE(item().point().x(), 100.0);
+    press(Qt::Key_Right);
+    press(key);
+    QCOMPARE(item().point().x(), 102.5);
+}
+
+void tst_readout::takesItsKeysOnly_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<bool>("before");
+    QTest::addColumn<bool>("whileWalking");
+    const Qt::KeyboardModifiers none = Qt::NoModifier;
+    QTest::newRow("F2") << Qt::Key_F2 << none << true << true;
+    QTest::newRow("Enter") << Qt::Key_Enter << Qt::KeyboardModifiers(Qt::KeypadModifier) << true << true;
+    QTest::newRow("an arrow") << Qt::Key_Left << none << false << true;
+    QTest::newRow("Escape") << Qt::Key_Escape << none << false << true;
+    QTest::newRow("an arrow with Shift")
+        << Qt::Key_Left << Qt::KeyboardModifiers(Qt::ShiftModifier) << false << false;
+    QTest::newRow("another key") << Qt::Key_Home << none << false << false;
+}
+
+void tst_readout::takesItsKeysOnly()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QFETCH(bool, before);
+    QFETCH(bool, whileWalking);
+    // What it takes is no shortcut of the window's.
+    const auto takes = [&] {
+        QKeyEvent event(QEvent::ShortcutOverride, key, modifiers);
+        event.ignore();
+        QCoreApplication::sendEvent(m_plot->canvas(), &event);
+        return event.isAccepted();
+    };
+    QCOMPARE(takes(), before);
+    QVERIFY(!item().isVisible());
+    press(Qt::Key_F2);
+    QCOMPARE(takes(), whileWalking);
+    QVERIFY(item().isVisible());
+}
+
+void tst_readout::marksNothingOutOfSight()
+{
+    showOnly(QStringLiteral("Implied volatility"));
+    m_plot->setAutoScaleEnabled(false);
+    const auto showValues = [this](double low, double high) {
+        m_plot->setAxisScale(QwtPlot::yLeft, low, high, 0.0);
+        m_plot->updateYAxisScale();
+    };
+    showValues(5.0, 6.0);
+    press(Qt::Key_F2);
+    QVERIFY(!m_plot->walk()->isActive());
+
+    showValues(0.0, 1.0);
+    press(Qt::Key_F2);
+    QVERIFY(item().isVisible());
+    press(Qt::Key_Right);
+    showValues(5.0, 6.0);
+    QVERIFY(!item().isVisible());
+    press(Qt::Key_Right);
+    showValues(0.0, 1.0);
+    QVERIFY(item().isVisible());
+    QCOMPARE(item().point().x(), 102.5);
+
+    // Elsewhere in view a point is picked anew: the highest of them lie at the lowest strikes.
+    const PriceBased2dPlotCurve* points = m_plot->attachedCurves(13).first();
+    const double top = points->sample(0).y();
+    showValues(top - 0.01, top + 0.01);
+    QVERIFY(!item().isVisible());
+    press(Qt::Key_F2);
+    QVERIFY(item().isVisible());
+    QVERIFY(item().point().y() > top - 0.01);
+}
+
 void tst_readout::walksAlongACurve()
 {
     showOnly(QStringLiteral("Implied volatility"));
-    press(Qt::Key_Right);
+    press(Qt::Key_F2);
     QVERIFY2(text().startsWith(QStringLiteral("Implied volatility\nStrike 100, 0 from the quote\n")),
         qPrintable(text()));
     press(Qt::Key_Right);
@@ -216,13 +313,13 @@ void tst_readout::beginsAtTheCursor()
 {
     showOnly(QStringLiteral("Implied volatility"));
     moveMouse({115.1, DeskTest::volatility(115.0)});
-    press(Qt::Key_Up);
+    press(Qt::Key_F2);
     QCOMPARE(item().point().x(), 115.0);
 }
 
 void tst_readout::changesTheCurve()
 {
-    press(Qt::Key_Down);
+    press(Qt::Key_F2);
     const QString first = text().section(QLatin1Char('\n'), 0, 0);
     const double strike = item().point().x();
     press(Qt::Key_Down);
@@ -247,7 +344,8 @@ void tst_readout::ends()
 {
     QFETCH(QString, by);
     showOnly(QStringLiteral("Smile"));
-    press(Qt::Key_Right);
+    QSignalSpy changes(m_plot->walk(), SIGNAL(activeChanged(bool)));
+    press(Qt::Key_F2);
     QVERIFY(item().isVisible());
     if (by == QLatin1String("escape"))
         press(Qt::Key_Escape);
@@ -256,13 +354,14 @@ void tst_readout::ends()
     else
         m_plot->findChild<PriceBased2dPlotLegend*>()->setCheckBoxChecked(QStringLiteral("Smile"), false);
     QVERIFY(!item().isVisible());
-    QVERIFY(!m_plot->findChild<CurveWalk*>()->isActive());
+    QVERIFY(!m_plot->walk()->isActive());
+    QCOMPARE(changes, (QList<QVariantList>{{true}, {false}}));
 }
 
 void tst_readout::followsUpdates()
 {
     showOnly(QStringLiteral("Implied volatility"));
-    press(Qt::Key_Right);
+    press(Qt::Key_F2);
     const double before = item().point().y();
     LiveTable::price(LiveTable::options(m_futureIsinId), 100.0, 0.05);
     m_plot->updateSeries(m_data->show(m_futureIsinId, {}));
@@ -275,7 +374,7 @@ void tst_readout::drawsThePoint()
 {
     showOnly(QStringLiteral("Smile"));
     const QImage before = m_plot->grab().toImage();
-    press(Qt::Key_Right);
+    press(Qt::Key_F2);
     const QImage after = m_plot->grab().toImage();
     const QPointF center = m_plot->canvas()->geometry().topLeft()
         + QPointF(m_plot->canvasMap(QwtPlot::xBottom).transform(item().point().x()),

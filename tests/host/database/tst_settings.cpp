@@ -41,6 +41,8 @@ private Q_SLOTS:
     void bytesStayAsTheyAre();
     void remove();
     void groups();
+    void partOfOthers();
+    void partOutlivesTheWhole();
     void emptyKey();
     void emptyFile();
     void brokenFile_data();
@@ -159,6 +161,48 @@ void tst_settings::groups()
     QVERIFY(!settings.value(QStringLiteral("window/left")).isValid());
     QCOMPARE(settings.value(QStringLiteral("window/top")).toInt(), 3);
     QCOMPARE(settings.value(QStringLiteral("windows")).toInt(), 2);
+}
+
+void tst_settings::partOfOthers()
+{
+    const QString key = QStringLiteral("key");
+    Settings whole(path("a.ini"));
+    Settings part(whole, QStringLiteral("/one//two/"));
+    Settings inner(part, QStringLiteral("three"));
+    const Settings same(whole, QString());
+    whole.setValue(key, 1);
+    part.setValue(key, 2);
+    inner.setValue(key, 3);
+    QCOMPARE(part.fileName(), path("a.ini"));
+    QCOMPARE(whole.value(key).toInt(), 1);
+    QCOMPARE(same.value(key).toInt(), 1);
+    QCOMPARE(part.value(key).toInt(), 2);
+    QCOMPARE(whole.value(QStringLiteral("one/two/key")).toInt(), 2);
+    QCOMPARE(whole.value(QStringLiteral("one/two/three/key")).toInt(), 3);
+    QCOMPARE(part.value(QStringLiteral("three/key")).toInt(), 3);
+    QVERIFY(!part.value(QString()).isValid());
+    part.setValue(QString(), 5);
+    QVERIFY(!whole.value(QStringLiteral("one/two")).isValid());
+
+    part.remove(key);
+    QVERIFY(!whole.value(QStringLiteral("one/two/key")).isValid());
+    QCOMPARE(whole.value(key).toInt(), 1);
+    QVERIFY(part.sync());
+    QCOMPARE(Settings(path("a.ini")).value(QStringLiteral("one/two/three/key")).toInt(), 3);
+}
+
+void tst_settings::partOutlivesTheWhole()
+{
+    auto whole = std::make_unique<Settings>(path("a.ini"));
+    auto part = std::make_unique<Settings>(*whole, QStringLiteral("group"));
+    whole->setValue(QStringLiteral("first"), 1);
+    whole.reset();
+    QVERIFY(!QFile::exists(path("a.ini")));
+    part->setValue(QStringLiteral("second"), 2);
+    part.reset();
+    const Settings again(path("a.ini"));
+    QCOMPARE(again.value(QStringLiteral("first")).toInt(), 1);
+    QCOMPARE(again.value(QStringLiteral("group/second")).toInt(), 2);
 }
 
 void tst_settings::emptyKey()

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QImage>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// An X server of the test's own, without a window manager, and a user at its mouse and keyboard.
+class XSession {
+public:
+    XSession() = default;
+    XSession(const XSession&) = delete;
+    XSession& operator=(const XSession&) = delete;
+    ~XSession();
+
+    /// Whether the programs that this needs are installed.
+    static bool isPossible();
+
+    /// Starts the server; false if it does not come up.
+    bool start();
+
+    /// That of a program on the server, which keeps its settings in the folder, for all programs if it is
+    /// empty.
+    QProcessEnvironment environment(const QString& configFolder = QString()) const;
+
+    /// Runs xdotool, also in the environment of a child on the server; its output, empty where it fails.
+    QByteArray tool(const QStringList& arguments) const { return tool(arguments, environment()); }
+    static QByteArray tool(const QStringList& arguments, const QProcessEnvironment& environment);
+    /// Then moves the cursor to the lower right corner of the screen, where it covers nothing.
+    void click(const QPoint& place, int button = 1) const;
+    void press(const QStringList& keys) const;
+
+    /// What the screen shows, 1280 by 900 pixels.
+    QImage screen() const;
+
+private:
+    QProcess m_server;
+    QString m_display;
+    QTemporaryDir m_folder;
+};

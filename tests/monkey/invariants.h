@@ -1,0 +1,31 @@
+#pragma once
+
+#include "monkey/snapshot.h"
+
+#include <QString>
+
+/// What always holds of a plot, whatever was done to it. Each function says what is broken; an empty text
+/// means that it holds.
+namespace Monkey::Invariants {
+
+/// Bounds are finite, the lower one less; ticks are finite and ascend; there are no more than the axis asks
+/// for where the step is Qwt's choice, and no more than Qwt makes at the most where it is the host's.
+QString scale(const Snapshot::Scale& scale);
+
+/// A quote line has the host's samples, or two finite ones at one price, the lower first.
+QString quoteLine(const Snapshot::QuoteLine& line);
+
+/// The labels are candidates, in ascending order, and do not overlap.
+QString labels(const Snapshot::Labels& labels);
+
+/// Each curve has one entry of its title, and all widgets are the legend's.
+QString legend(const Snapshot::Legend& legend);
+
+/// A vertical scale that the user has moved has switched the auto-scale off, or is the one that the
+/// auto-scale finds.
+QString followedValues(const Snapshot& before, const Snapshot& after);
+
+/// All of them after a step; `byUser` when nobody but the user has done anything.
+QString broken(const Snapshot& before, const Snapshot& after, bool byUser);
+
+}
