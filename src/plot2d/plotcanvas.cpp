@@ -2,29 +2,12 @@
 
 #include <QPaintEvent>
 #include <QPainter>
-#include <QStyle>
-#include <QStyleOption>
 
 #include <qwt_plot.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
-
-/// The colour of all pixels of an image; nothing where they differ or let something shine through.
-std::optional<QColor> uniformColor(const QImage& image)
-{
-    const QRgb first = image.pixel(0, 0);
-    if (qAlpha(first) != 0xff)
-        return std::nullopt;
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        if (!std::all_of(line, line + image.width(), [first](QRgb pixel) { return pixel == first; }))
-            return std::nullopt;
-    }
-    return QColor(first);
-}
 
 /// Whether the corner of what is painted is the corner of a pixel of the device. On screens of one and a half
 /// pixels to one it may not be, and then a picture kept shows the same at other pixels.
@@ -57,8 +40,11 @@ bool PlotCanvas::event(QEvent* event)
     case QEvent::StyleChange:
     case QEvent::PaletteChange:
     case QEvent::EnabledChange:
+        m_styledBackground.forget();
+        invalidateBackingStore();
+        break;
     case QEvent::Resize:
-        m_styledBackground.reset();
+        m_isPainted = false;
         invalidateBackingStore();
         break;
     default:
@@ -76,28 +62,12 @@ bool PlotCanvas::isForQwt() const
 
 std::optional<QColor> PlotCanvas::backgroundColor()
 {
-    if (testAttribute(Qt::WA_StyledBackground)) {
-        QStyleOption option;
-        option.initFrom(this);
-        const auto state = static_cast<int>(option.state);
-        if (!m_styledBackground || m_styledBackground->state != state)
-            m_styledBackground = Background{state, styledColor(option)};
-        return m_styledBackground->color;
-    }
+    if (testAttribute(Qt::WA_StyledBackground))
+        return m_styledBackground.colorOf(*this);
     const QBrush& brush = palette().brush(backgroundRole());
     const bool isPlain = autoFillBackground() && frameWidth() == 0 && borderRadius() <= 0.0
         && brush.style() == Qt::SolidPattern && brush.isOpaque();
     return isPlain ? std::optional<QColor>(brush.color()) : std::nullopt;
-}
-
-std::optional<QColor> PlotCanvas::styledColor(const QStyleOption& option) const
-{
-    QImage image(size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
-    painter.end();
-    return uniformColor(image);
 }
 
 void PlotCanvas::drawContents(QPainter& painter, const QColor& background)

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QColor>
+#include "styledbackground_p.h"
 
 #include <qwt_plot_canvas.h>
 
 #include <optional>
-
-class QStyleOption;
 
 /// The canvas of a plot, made for being painted anew at each step of a zoom.
 ///
@@ -22,8 +20,8 @@ public:
     ~PlotCanvas() override;
 
 public Q_SLOTS:
-    /// Takes the place of the base's slot, which QwtPlot calls by name. The base's own, called by a host, costs
-    /// a pixmap and is right as well.
+    /// Takes the place of the base's slot, which QwtPlot calls by name. The base's own, called by a host,
+    /// costs a pixmap and is right as well.
     void replot();
 
 protected:
@@ -32,21 +30,14 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    /// What a style sheet makes of the whole canvas in one of its states: a colour, or something else.
-    struct Background {
-        int state = 0;
-        std::optional<QColor> color;
-    };
-
     bool isForQwt() const;
     /// The one opaque colour of the background, if it has one.
     std::optional<QColor> backgroundColor();
-    std::optional<QColor> styledColor(const QStyleOption& option) const;
 
     void drawContents(QPainter& painter, const QColor& background);
     bool isStored() const;
     void store(const QColor& background);
 
-    std::optional<Background> m_styledBackground;
+    StyledBackground m_styledBackground;
     bool m_isPainted = false;
 };

@@ -2,6 +2,7 @@
 
 #include "futurelookup_p.h"
 #include "guardedscaleengine_p.h"
+#include "opaqueaxis_p.h"
 #include "plot2d/pricebased2dplotpanner.h"
 #include "plot2d/pricebased2dplotpicker.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
@@ -111,8 +112,10 @@ void PriceBased2dPlot::setUpLook()
     setCanvasBackground(QBrush(PlotLook::canvasColor));
     const QString styleSheet = PlotLook::backgroundStyleSheet();
     setStyleSheet(styleSheet);
-    axisWidget(xBottom)->setStyleSheet(styleSheet);
-    axisWidget(yLeft)->setStyleSheet(styleSheet);
+    for (const int axis : {int(xBottom), int(yLeft)}) {
+        axisWidget(axis)->setStyleSheet(styleSheet);
+        new OpaqueAxis(axisWidget(axis));
+    }
 }
 
 QSize PriceBased2dPlot::minimumSizeHint() const
