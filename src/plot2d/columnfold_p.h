@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+/// No coordinate is further from zero, in pixels, so that differences are whole numbers as well.
+constexpr int farAway = 1000000000;
+
 /// What the samples that fall into one column of pixels come to, in pixels.
 struct PixelColumn {
     int x = 0;
@@ -31,6 +34,9 @@ struct PixelColumn {
         high = std::max(high, y);
     }
 
+    /// Whether a coordinate may have been further away than it can be here.
+    bool isFar() const { return std::abs(x) == farAway || low == -farAway || high == farAway; }
+
     bool covers(int y) const { return low <= y && y <= high; }
 
     bool isBeside(const PixelColumn& other) const { return other.x == x + 1 || other.x == x - 1; }
@@ -54,8 +60,8 @@ struct PixelColumn {
             left.reach(from < to ? to - 1 : to + 1);
     }
 
-    /// Whether a line from here to there has no pixel that the vertical lines of both do not draw: with a pen of
-    /// one pixel its pixels lie in these two columns, between its ends, and with a wider one as far around
+    /// Whether a line from here to there has no pixel that the vertical lines of both do not draw: with a pen
+    /// of one pixel its pixels lie in these two columns, between its ends, and with a wider one as far around
     /// them as the columns' own.
     bool hidesLineTo(const PixelColumn& next) const
     {

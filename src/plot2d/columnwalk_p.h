@@ -7,14 +7,13 @@
 #include <algorithm>
 #include <cmath>
 
-/// The place of a coordinate in whole pixels, halves away from zero as Qwt rounds, at most 1e9 from zero: what is
-/// further away than that looks the same. No number is far away.
+/// The place of a coordinate in whole pixels, halves away from zero as Qwt rounds, at most farAway from zero.
+/// No number is far away.
 inline int wholePixel(double coordinate)
 {
-    constexpr double farAway = 1e9;
     if (!(coordinate < farAway))
-        return static_cast<int>(farAway);
-    const double near = std::max(coordinate, -farAway);
+        return farAway;
+    const double near = std::max<double>(coordinate, -farAway);
     // Conversion cuts towards zero.
     return static_cast<int>(near >= 0.0 ? near + 0.5 : near - 0.5);
 }
@@ -48,12 +47,10 @@ template <class Samples> struct SampleStretch {
         if (!isAscending())
             return *this;
         const bool leftToRight = !xMap.isInverting();
-        const int firstSeen = firstWithout(begin, [&](int i) {
-            return leftToRight ? column(i) < leftColumn : column(i) > rightColumn;
-        });
-        const int firstBehind = firstWithout(firstSeen, [&](int i) {
-            return leftToRight ? column(i) <= rightColumn : column(i) >= leftColumn;
-        });
+        const int firstSeen = firstWithout(
+            begin, [&](int i) { return leftToRight ? column(i) < leftColumn : column(i) > rightColumn; });
+        const int firstBehind = firstWithout(firstSeen,
+            [&](int i) { return leftToRight ? column(i) <= rightColumn : column(i) >= leftColumn; });
         SampleStretch seen = *this;
         seen.begin = std::max(begin, firstSeen - 1);
         seen.end = std::min(end, firstBehind + 1);
@@ -105,8 +102,12 @@ public:
             skipColumn(column);
         else
             walkColumn(column);
+        m_hasBeenFar = m_hasBeenFar || column.isFar();
         return true;
     }
+
+    /// Whether a column was so far away that lines from there may lead elsewhere than they should.
+    bool hasBeenFar() const { return m_hasBeenFar; }
 
     /// The samples of the column that next() has found: the first, and the one after the last.
     int begin() const { return m_begin; }
@@ -117,8 +118,8 @@ private:
 
     void walkColumn(PixelColumn& column)
     {
-        for (++m_next; m_next < m_stretch.end && m_stretch.isFinite(m_next)
-             && m_stretch.column(m_next) == column.x;
+        for (++m_next;
+             m_next < m_stretch.end && m_stretch.isFinite(m_next) && m_stretch.column(m_next) == column.x;
              ++m_next)
             column.append(row(m_next));
     }
@@ -170,5 +171,6 @@ private:
     int m_begin = 0;
     int m_next;
     bool m_skips;
+    bool m_hasBeenFar = false;
     int m_lastLength = 1;
 };

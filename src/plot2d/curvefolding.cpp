@@ -8,20 +8,25 @@ using CurveFolding::Rows;
 using CurveFolding::Shape;
 using CurveFolding::Stretch;
 
+void append(CurveFolding::Strokes& strokes, const PixelColumn& column, int penWidth)
+{
+    constexpr int longestRectangle = 24;
+    if (penWidth > 1 || column.high - column.low < longestRectangle)
+        strokes.columns.append(QRect(QPoint(column.x, column.low), QPoint(column.x, column.high)));
+    else
+        strokes.lines.append(QLine(column.x, column.low, column.x, column.high));
+}
+
 /// Makes the strokes of columns.
 class StrokeFold {
 public:
-    StrokeFold(Shape shape, int penWidth, Rows rows)
+    StrokeFold(Shape shape, int penWidth, Rows rows, int expectedStrokes)
         : m_shape(shape)
         , m_penWidth(penWidth)
         , m_rows(rows)
     {
-    }
-
-    void reserve(int strokes)
-    {
-        m_strokes.columns.reserve(strokes);
-        m_strokes.lines.reserve(strokes);
+        m_strokes.columns.reserve(expectedStrokes);
+        m_strokes.lines.reserve(expectedStrokes);
     }
 
     void add(PixelColumn column, bool joined)
@@ -81,18 +86,8 @@ private:
     void finishColumn()
     {
         if (m_hasColumn && m_column.hasLine)
-            appendColumn();
+            append(m_strokes, m_column, m_penWidth);
         m_hasColumn = false;
-    }
-
-    void appendColumn()
-    {
-        constexpr int longestRectangle = 24;
-        if (m_penWidth > 1 || m_column.high - m_column.low < longestRectangle)
-            m_strokes.columns.append(
-                QRect(QPoint(m_column.x, m_column.low), QPoint(m_column.x, m_column.high)));
-        else
-            m_strokes.lines.append(QLine(m_column.x, m_column.low, m_column.x, m_column.high));
     }
 
     Shape m_shape;
@@ -177,29 +172,52 @@ private:
     QVector<QPolygonF> m_lines;
 };
 
-template <class Fold> void addColumns(Fold& fold, const Stretch& stretch)
+/// False where the stretch goes too far away.
+template <class Fold> bool addColumns(Fold& fold, const Stretch& stretch)
 {
     ColumnWalk<SampleIndex> walk(stretch);
     PixelColumn column;
     bool joined = false;
     while (walk.next(column, joined))
         fold.add(column, joined);
+    return !walk.hasBeenFar();
 }
 
-}
-
-CurveFolding::Strokes CurveFolding::strokes(const Stretch& stretch, Shape shape, int penWidth, Rows rows)
+int expectedStrokes(const Stretch& stretch)
 {
-    StrokeFold fold(shape, penWidth, rows);
     constexpr int strokesOfAWideCanvas = 4096;
-    fold.reserve(std::min(2 * (stretch.end - stretch.begin), strokesOfAWideCanvas));
-    addColumns(fold, stretch);
+    return std::min(stretch.end - stretch.begin, strokesOfAWideCanvas);
+}
+
+}
+
+std::optional<CurveFolding::Strokes> CurveFolding::strokes(
+    const Stretch& stretch, Shape shape, int penWidth, Rows rows)
+{
+    StrokeFold fold(shape, penWidth, rows, expectedStrokes(stretch));
+    if (!addColumns(fold, stretch))
+        return std::nullopt;
     return fold.finished();
 }
 
-QVector<QPolygonF> CurveFolding::polylines(const Stretch& stretch)
+CurveFolding::Strokes CurveFolding::sticks(const Stretch& stretch, int penWidth, int baseRow)
+{
+    Strokes strokes;
+    strokes.columns.reserve(expectedStrokes(stretch));
+    ColumnWalk<SampleIndex> walk(stretch);
+    PixelColumn column;
+    bool joined = false;
+    while (walk.next(column, joined)) {
+        column.reach(baseRow);
+        append(strokes, column, penWidth);
+    }
+    return strokes;
+}
+
+std::optional<QVector<QPolygonF>> CurveFolding::polylines(const Stretch& stretch)
 {
     CornerFold fold;
-    addColumns(fold, stretch);
+    if (!addColumns(fold, stretch))
+        return std::nullopt;
     return fold.finished();
 }

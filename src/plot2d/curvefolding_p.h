@@ -8,12 +8,15 @@
 #include <QRect>
 #include <QVector>
 
+#include <optional>
+
 /// The lines of a curve in whole pixels, folded so that each column of pixels gets as few as it needs.
 ///
 /// Samples that fall into one column lie on one vertical line, from the lowest to the highest of them, and
 /// what leads from column to column needs lines of its own only where those do not cover it. With a pen of
 /// one opaque pixel, not antialiased and with a cap, the same pixels are drawn as by a line from each sample
-/// to the next. Samples that are not finite break the curve.
+/// to the next. Samples that are not finite break the curve. A curve that goes further away than whole
+/// numbers of pixels reach is not folded.
 namespace CurveFolding {
 
 using Stretch = SampleStretch<SampleIndex>;
@@ -38,11 +41,14 @@ struct Strokes {
 };
 
 /// The rows are those that are surely inside of the picture: a line that leaves it is drawn as it is.
-Strokes strokes(const Stretch& stretch, Shape shape, int penWidth, Rows rows);
+std::optional<Strokes> strokes(const Stretch& stretch, Shape shape, int penWidth, Rows rows);
+
+/// Lines from each sample up or down to a row.
+Strokes sticks(const Stretch& stretch, int penWidth, int baseRow);
 
 /// Lines through all of the samples, one for each part between breaks, for pens that are wide or soft. Each
 /// column keeps its lowest and its highest sample, and the first and the last where what leads there would be
 /// missed.
-QVector<QPolygonF> polylines(const Stretch& stretch);
+std::optional<QVector<QPolygonF>> polylines(const Stretch& stretch);
 
 }

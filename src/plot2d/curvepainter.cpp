@@ -105,14 +105,41 @@ bool areCloseTogether(const CurveFolding::Stretch& seen, const QRectF& area)
 
 CurveFolding::Rows rowsInside(const QRectF& area)
 {
-    return {static_cast<int>(std::ceil(area.top())), static_cast<int>(std::floor(area.bottom())) - 1};
+    return {wholePixel(std::ceil(area.top())), wholePixel(std::floor(area.bottom())) - 1};
 }
+
+/// Keeps a painter that is not clipped within an area, and a line's width around it as Qwt does. Qt cuts
+/// lines off far sooner by a rectangle than one by one where they leave the picture.
+class Clip {
+public:
+    Clip(QPainter& painter, const QRectF& area)
+        : m_painter(painter)
+        , m_isNeeded(!painter.hasClipping())
+    {
+        if (!m_isNeeded)
+            return;
+        const double reach = std::max(1.0, painter.pen().widthF());
+        painter.save();
+        painter.setClipRect(area.adjusted(-reach, -reach, reach, reach));
+    }
+    ~Clip()
+    {
+        if (m_isNeeded)
+            m_painter.restore();
+    }
+    Clip(const Clip&) = delete;
+    Clip& operator=(const Clip&) = delete;
+
+private:
+    QPainter& m_painter;
+    bool m_isNeeded;
+};
 
 /// By which lines a pen's way through the samples is drawn.
 enum class Folding { None, Strokes, SoftStrokes, Polylines };
 
-Folding foldingFor(const QPainter& painter, const CurveFolding::Stretch& seen, const QRectF& area,
-    CurveFolding::Shape shape)
+Folding foldingFor(
+    const QPainter& painter, const CurveFolding::Stretch& seen, const QRectF& area, CurveFolding::Shape shape)
 {
     const QPen pen = painter.pen();
     const bool isSoft = painter.testRenderHint(QPainter::Antialiasing);
@@ -127,33 +154,67 @@ Folding foldingFor(const QPainter& painter, const CurveFolding::Stretch& seen, c
     return width > 1 && !isSoft ? Folding::Strokes : Folding::Polylines;
 }
 
+/// The samples that may be seen of a pen's way through them.
+CurveFolding::Stretch seenOf(const CurveFolding::Stretch& all, const QRectF& area, const QPen& pen)
+{
+    const int reach = 1 + static_cast<int>(std::ceil(pen.widthF()));
+    return all.seenBetween(wholePixel(area.left()) - reach, wholePixel(area.right()) + reach);
+}
+
+bool canFold(QPainter& painter, const CurveFolding::Stretch& stretch)
+{
+    return !stretch.xMap.transformation() && !stretch.yMap.transformation() && isPlainPainter(painter)
+        && isOpaqueLine(painter.pen());
+}
+
 }
 
 bool CurvePainter::draw(
     QPainter& painter, const CurveFolding::Stretch& all, const QRectF& area, CurveFolding::Shape shape)
 {
+    if (!canFold(painter, all))
+        return false;
     const QPen pen = painter.pen();
-    if (all.xMap.transformation() || all.yMap.transformation() || !isPlainPainter(painter)
-        || !isOpaqueLine(pen))
-        return false;
-
-    const int reach = 1 + static_cast<int>(std::ceil(pen.widthF()));
-    const CurveFolding::Stretch seen
-        = all.seenBetween(wholePixel(area.left()) - reach, wholePixel(area.right()) + reach);
+    const CurveFolding::Stretch seen = seenOf(all, area, pen);
+    const Clip clip(painter, area);
     switch (foldingFor(painter, seen, area, shape)) {
-    case Folding::None:
-        return false;
     case Folding::Strokes: {
         const int width = pixelWidth(pen);
-        drawStrokes(painter, CurveFolding::strokes(seen, shape, width, rowsInside(area)), width);
+        const auto strokes = CurveFolding::strokes(seen, shape, width, rowsInside(area));
+        if (strokes)
+            drawStrokes(painter, *strokes, width);
+        return strokes.has_value();
+    }
+    case Folding::SoftStrokes: {
+        const auto strokes = SoftFolding::strokes(seen);
+        if (strokes)
+            drawSoftStrokes(painter, *strokes);
+        return strokes.has_value();
+    }
+    case Folding::Polylines: {
+        const auto lines = CurveFolding::polylines(seen);
+        if (lines)
+            drawPolylines(painter, *lines, area);
+        return lines.has_value();
+    }
+    case Folding::None:
         break;
     }
-    case Folding::SoftStrokes:
-        drawSoftStrokes(painter, SoftFolding::strokes(seen));
-        break;
-    case Folding::Polylines:
-        drawPolylines(painter, CurveFolding::polylines(seen), area);
-        break;
-    }
+    return false;
+}
+
+bool CurvePainter::drawSticks(
+    QPainter& painter, const CurveFolding::Stretch& all, const QRectF& area, double baseline)
+{
+    const int width = pixelWidth(painter.pen());
+    if (width == 0 || !canFold(painter, all) || !isPixelPainter(painter))
+        return false;
+    const Clip clip(painter, area);
+    // Qwt draws sticks hard.
+    const bool isSoft = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const CurveFolding::Stretch seen = seenOf(all, area, painter.pen());
+    drawStrokes(painter, CurveFolding::sticks(seen, width, all.row(baseline)), width);
+    painter.setRenderHint(QPainter::Antialiasing, isSoft);
     return true;
 }

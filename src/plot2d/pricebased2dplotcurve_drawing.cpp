@@ -84,12 +84,11 @@ void PriceBased2dPlotCurve::drawLines(QPainter* painter, const QwtScaleMap& xMap
     const SampleIndex* const index = sampleIndex();
     const bool isPlain = !isFilled() && !(testCurveAttribute(Fitted) && curveFitter());
     if (index && isPlain
-        && CurvePainter::draw(*painter, {*index, xMap, yMap, from, to + 1}, canvasRect,
-            CurveFolding::Shape::Straight))
+        && CurvePainter::draw(
+            *painter, {*index, xMap, yMap, from, to + 1}, canvasRect, CurveFolding::Shape::Straight))
         return;
-    SampleRuns::forEach(*data(), index, xMap, yMap, from, to + 1, [&](int first, int last) {
-        QwtPlotCurve::drawLines(painter, xMap, yMap, canvasRect, first, last);
-    });
+    SampleRuns::forEach(*data(), index, xMap, yMap, from, to + 1,
+        [&](int first, int last) { QwtPlotCurve::drawLines(painter, xMap, yMap, canvasRect, first, last); });
 }
 
 void PriceBased2dPlotCurve::drawSteps(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
@@ -102,25 +101,26 @@ void PriceBased2dPlotCurve::drawSteps(QPainter* painter, const QwtScaleMap& xMap
     if (index && !isFilled()
         && CurvePainter::draw(*painter, {*index, xMap, yMap, from, to + 1}, canvasRect, shape))
         return;
-    SampleRuns::forEach(*data(), index, xMap, yMap, from, to + 1, [&](int first, int last) {
-        QwtPlotCurve::drawSteps(painter, xMap, yMap, canvasRect, first, last);
-    });
+    SampleRuns::forEach(*data(), index, xMap, yMap, from, to + 1,
+        [&](int first, int last) { QwtPlotCurve::drawSteps(painter, xMap, yMap, canvasRect, first, last); });
 }
 
 void PriceBased2dPlotCurve::drawSticks(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
     const QRectF& canvasRect, int from, int to) const
 {
-    SampleRuns::forEach(*data(), sampleIndex(), xMap, yMap, from, to + 1, [&](int first, int last) {
-        QwtPlotCurve::drawSticks(painter, xMap, yMap, canvasRect, first, last);
-    });
+    const SampleIndex* const index = sampleIndex();
+    if (index && orientation() == Qt::Vertical
+        && CurvePainter::drawSticks(*painter, {*index, xMap, yMap, from, to + 1}, canvasRect, baseline()))
+        return;
+    SampleRuns::forEach(*data(), index, xMap, yMap, from, to + 1,
+        [&](int first, int last) { QwtPlotCurve::drawSticks(painter, xMap, yMap, canvasRect, first, last); });
 }
 
 void PriceBased2dPlotCurve::drawDots(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
     const QRectF& canvasRect, int from, int to) const
 {
-    SampleRuns::forEach(*data(), sampleIndex(), xMap, yMap, from, to + 1, [&](int first, int last) {
-        QwtPlotCurve::drawDots(painter, xMap, yMap, canvasRect, first, last);
-    });
+    SampleRuns::forEach(*data(), sampleIndex(), xMap, yMap, from, to + 1,
+        [&](int first, int last) { QwtPlotCurve::drawDots(painter, xMap, yMap, canvasRect, first, last); });
 }
 
 void PriceBased2dPlotCurve::drawSymbols(QPainter* painter, const QwtSymbol& curveSymbol,

@@ -78,7 +78,7 @@ private:
 
 }
 
-SoftFolding::Strokes SoftFolding::strokes(const Stretch& stretch)
+std::optional<SoftFolding::Strokes> SoftFolding::strokes(const Stretch& stretch)
 {
     constexpr int columnsOfAWideCanvas = 2048;
     SoftFold fold(std::min(stretch.end - stretch.begin, columnsOfAWideCanvas));
@@ -87,5 +87,7 @@ SoftFolding::Strokes SoftFolding::strokes(const Stretch& stretch)
     bool joined = false;
     while (walk.next(column, joined))
         fold.add(column, passes(stretch, column, walk.begin(), walk.end()), joined);
+    if (walk.hasBeenFar())
+        return std::nullopt;
     return fold.strokes();
 }

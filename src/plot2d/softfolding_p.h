@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <optional>
 
 /// The lines of a curve of close samples, folded into what an antialiased pen of one pixel leaves.
 ///
@@ -32,6 +33,7 @@ struct Strokes {
     QVector<QLine> lines;
 };
 
-Strokes strokes(const CurveFolding::Stretch& stretch);
+/// Nothing where the stretch goes further away than whole numbers of pixels reach.
+std::optional<Strokes> strokes(const CurveFolding::Stretch& stretch);
 
 }

@@ -55,17 +55,16 @@ bool isFinite(const QPointF& point)
     return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
-QImage drawnBySegments(
-    const QVector<QPointF>& samples, const View& view, const QPen& pen, QwtPlotCurve::CurveStyle style,
-    bool verticalFirst)
+QImage drawnBySegments(const QVector<QPointF>& samples, const View& view, const QPen& pen,
+    QwtPlotCurve::CurveStyle style, bool verticalFirst)
 {
     QImage image = blank(view);
     QPainter painter(&image);
     painter.setClipRect(view.canvas);
     painter.setPen(pen);
     const auto pixel = [&view](const QPointF& sample) {
-        return QPoint(wholePixel(view.xMap.transform(sample.x())),
-            wholePixel(view.yMap.transform(sample.y())));
+        return QPoint(
+            wholePixel(view.xMap.transform(sample.x())), wholePixel(view.yMap.transform(sample.y())));
     };
     for (int i = 1; i < samples.size(); ++i) {
         if (!isFinite(samples[i - 1]) || !isFinite(samples[i]))
@@ -190,8 +189,7 @@ void tst_CurveDrawing::equalsSegmentsOneByOne()
         curve.drawSeries(&painter, view.xMap, view.yMap, view.canvas, 0, -1);
         painter.end();
         const bool verticalFirst = inverted != (curve.orientation() == Qt::Vertical);
-        const QImage expected
-            = drawnBySegments(samples, view, curve.pen(), curve.style(), verticalFirst);
+        const QImage expected = drawnBySegments(samples, view, curve.pen(), curve.style(), verticalFirst);
         if (drawn != expected) {
             drawn.save(QStringLiteral("curvedrawing_drawn.png"));
             expected.save(QStringLiteral("curvedrawing_expected.png"));
