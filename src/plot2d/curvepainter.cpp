@@ -41,7 +41,7 @@ bool isOpaqueLine(const QPen& pen)
 }
 
 /// The width of a pen whose lines are made of whole pixels, as long as they run along rows or columns, and
-/// cover their ends; 0 for any other.
+/// cover their ends; 0 for any other. Lines of an odd width stand between pixels where they are not straight.
 int pixelWidth(const QPen& pen)
 {
     constexpr double widest = 8.0;
@@ -49,7 +49,7 @@ int pixelWidth(const QPen& pen)
     if (width <= 1.0)
         return pen.capStyle() == Qt::FlatCap ? 0 : 1;
     const bool isSquare = pen.capStyle() == Qt::SquareCap && !pen.isCosmetic();
-    return isSquare && isWhole(width) && width <= widest ? static_cast<int>(width) : 0;
+    return isSquare && isWhole(width / 2.0) && width <= widest ? static_cast<int>(width) : 0;
 }
 
 void drawStrokes(QPainter& painter, CurveFolding::Strokes strokes, int penWidth)
@@ -68,9 +68,19 @@ void drawStrokes(QPainter& painter, CurveFolding::Strokes strokes, int penWidth)
     painter.setPen(pen);
 }
 
-void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes)
+void drawPolylines(QPainter& painter, const QVector<QPolygonF>& lines, const QRectF& area)
+{
+    // Far corners cost the rasteriser its precision.
+    const double reach = std::max(1.0, painter.pen().widthF());
+    const QRectF clip = area.adjusted(-reach, -reach, reach, reach);
+    for (const QPolygonF& line : lines)
+        QwtPainter::drawPolyline(&painter, QwtClipper::clipPolygonF(clip, line));
+}
+
+void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes, const QRectF& area)
 {
     painter.drawLines(strokes.lines);
+    drawPolylines(painter, strokes.polylines, area);
     painter.save();
     // Qwt asks for antialiasing by more than one hint.
     painter.setRenderHints(painter.renderHints(), false);
@@ -81,19 +91,10 @@ void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes)
         painter.setBrush(color);
         painter.drawRects(rectangles);
     };
-    for (int passes = 1; passes <= SoftFolding::mostPasses; ++passes)
+    for (int passes = 2; passes <= SoftFolding::mostPasses; ++passes)
         fill(strokes.columns[std::size_t(passes)], SoftFolding::coverOfPasses(passes));
     fill(strokes.ends, SoftFolding::coverOfEnds);
     painter.restore();
-}
-
-void drawPolylines(QPainter& painter, const QVector<QPolygonF>& lines, const QRectF& area)
-{
-    // Far corners cost the rasteriser its precision.
-    const double reach = std::max(1.0, painter.pen().widthF());
-    const QRectF clip = area.adjusted(-reach, -reach, reach, reach);
-    for (const QPolygonF& line : lines)
-        QwtPainter::drawPolyline(&painter, QwtClipper::clipPolygonF(clip, line));
 }
 
 /// Whether wide or soft lines through the samples look the same through the columns.
@@ -188,7 +189,7 @@ bool CurvePainter::draw(
     case Folding::SoftStrokes: {
         const auto strokes = SoftFolding::strokes(seen);
         if (strokes)
-            drawSoftStrokes(painter, *strokes);
+            drawSoftStrokes(painter, *strokes, area);
         return strokes.has_value();
     }
     case Folding::Polylines: {

@@ -7,33 +7,43 @@ namespace {
 
 using CurveFolding::Stretch;
 
-/// How many rows the curve goes up and down in a column of at least two samples, by a few of the steps from
-/// sample to sample at its beginning and at its end.
-double rowsPassed(const Stretch& stretch, int begin, int end)
+/// How many rows a few of the steps from sample to sample go up and down.
+struct Passed {
+    double rows = 0.0;
+    int steps = 0;
+};
+
+/// Those at the beginning and at the end of a column of at least two samples.
+Passed passedAtEnds(const Stretch& stretch, int begin, int end)
 {
     constexpr int mostSteps = 8;
     const int steps = end - begin - 1;
-    double rows = 0.0;
+    Passed passed;
     const auto pass = [&](int first, int behind) {
         int from = stretch.row(stretch.samples.y(first));
         for (int i = first + 1; i <= behind; ++i) {
             const int to = stretch.row(stretch.samples.y(i));
-            rows += std::abs(to - from);
+            passed.rows += std::abs(to - from);
             from = to;
         }
-        return behind - first;
+        passed.steps += behind - first;
     };
     const int firstSteps = std::min(steps, mostSteps);
-    int passed = pass(begin, begin + firstSteps);
-    passed += pass(begin + std::max(firstSteps, steps - mostSteps), end - 1);
-    return rows / passed * steps;
+    pass(begin, begin + firstSteps);
+    pass(begin + std::max(firstSteps, steps - mostSteps), end - 1);
+    return passed;
 }
 
 int passes(const Stretch& stretch, const PixelColumn& column, int begin, int end)
 {
-    if (column.low == column.high)
+    const int height = column.high - column.low;
+    if (height == 0)
         return 0;
-    const double times = rowsPassed(stretch, begin, end) / (column.high - column.low);
+    const Passed passed = passedAtEnds(stretch, begin, end);
+    // From one end to the other, and as far as is seen on no detours.
+    if (std::abs(column.last - column.first) == height && passed.rows <= height)
+        return 1;
+    const double times = passed.rows / passed.steps * (end - begin - 1) / height;
     return static_cast<int>(std::clamp(times + 0.5, 1.0, double(SoftFolding::mostPasses)));
 }
 
@@ -48,17 +58,26 @@ public:
 
     void add(const PixelColumn& column, int passes, bool joined)
     {
-        if (passes > 0)
-            appendColumn(column, passes);
         // Where the curve goes up and down, the way from one column into the next is lost among the others.
         const bool isLost = passes > 1 && m_passes > 1 && m_column.hidesLineTo(column);
         if (joined && !isLost)
-            m_strokes.lines.append(QLine(m_column.x, m_column.last, column.x, column.first));
+            appendCorner(column.x, column.first);
+        if (!joined || passes > 1)
+            finishLine();
+        if (passes > 1)
+            appendColumn(column, passes);
+        else if (passes == 1)
+            passColumn(column);
+        appendCorner(column.x, column.last);
         m_column = column;
         m_passes = passes;
     }
 
-    const SoftFolding::Strokes& strokes() const { return m_strokes; }
+    const SoftFolding::Strokes& finished()
+    {
+        finishLine();
+        return m_strokes;
+    }
 
 private:
     void appendColumn(const PixelColumn& column, int passes)
@@ -71,8 +90,35 @@ private:
         m_strokes.ends.append(QRect(left, column.high, width, 1));
     }
 
+    /// Leads the line from the first row to both ends, the nearer one first.
+    void passColumn(const PixelColumn& column)
+    {
+        const bool lowIsNearer = column.first - column.low < column.high - column.first;
+        appendCorner(column.x, column.first);
+        appendCorner(column.x, lowIsNearer ? column.low : column.high);
+        appendCorner(column.x, lowIsNearer ? column.high : column.low);
+    }
+
+    void appendCorner(int x, int y)
+    {
+        const QPointF corner(x, y);
+        if (m_line.isEmpty() || m_line.last() != corner)
+            m_line.append(corner);
+    }
+
+    void finishLine()
+    {
+        if (m_line.size() == 2)
+            m_strokes.lines.append(QLine(m_line.first().toPoint(), m_line.last().toPoint()));
+        else if (m_line.size() > 2)
+            m_strokes.polylines.append(m_line);
+        m_line.clear();
+    }
+
     PixelColumn m_column;
     int m_passes = 0;
+    /// The line that the last column belongs to.
+    QPolygonF m_line;
     SoftFolding::Strokes m_strokes;
 };
 
@@ -89,5 +135,5 @@ std::optional<SoftFolding::Strokes> SoftFolding::strokes(const Stretch& stretch)
         fold.add(column, passes(stretch, column, walk.begin(), walk.end()), joined);
     if (walk.hasBeenFar())
         return std::nullopt;
-    return fold.strokes();
+    return fold.finished();
 }

@@ -25,12 +25,13 @@ inline double coverOfPasses(int passes)
 constexpr double coverOfEnds = 0.4375;
 
 struct Strokes {
-    /// The pieces of columns by the times that the curve passes along them, from 1.
+    /// The pieces of columns by the times that the curve passes along them, from 2.
     std::array<QVector<QRect>, mostPasses + 1> columns;
     /// The pixels above and below them.
     QVector<QRect> ends;
-    /// Lines from column to column.
+    /// Lines from column to column, and those that pass through columns once.
     QVector<QLine> lines;
+    QVector<QPolygonF> polylines;
 };
 
 /// Nothing where the stretch goes further away than whole numbers of pixels reach.
