@@ -1,5 +1,7 @@
 #include "legendcheckbox_p.h"
 
+#include "pixelpainter_p.h"
+
 #include <QEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -61,5 +63,11 @@ void LegendCheckBox::paintEvent(QPaintEvent* event)
     }
     if (m_picture.size() != size() * devicePixelRatioF())
         m_picture = drawn(option);
-    QPainter(this).drawPixmap(0, 0, m_picture);
+    QPainter painter(this);
+    if (isOnPixelsOf(*this, painter)) {
+        painter.drawPixmap(0, 0, m_picture);
+        return;
+    }
+    painter.end();
+    QCheckBox::paintEvent(event);
 }

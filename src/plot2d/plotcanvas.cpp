@@ -1,23 +1,11 @@
 #include "plotcanvas_p.h"
 
+#include "pixelpainter_p.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 
 #include <qwt_plot.h>
-
-#include <cmath>
-
-namespace {
-
-/// Whether the corner of what is painted is the corner of a pixel of the device. On screens of one and a half
-/// pixels to one it may not be, and then a picture kept shows the same at other pixels.
-bool isOnPixels(const QPainter& painter)
-{
-    const QTransform transform = painter.deviceTransform();
-    return std::floor(transform.dx()) == transform.dx() && std::floor(transform.dy()) == transform.dy();
-}
-
-}
 
 PlotCanvas::PlotCanvas(QwtPlot* plot)
     : QwtPlotCanvas(plot)
@@ -103,7 +91,7 @@ void PlotCanvas::paintEvent(QPaintEvent* event)
     }
     QPainter painter(this);
     painter.setClipRegion(event->region());
-    if (!isStored() && !m_isPainted && isOnPixels(painter)) {
+    if (!isStored() && !m_isPainted && isOnPixelsOf(*this, painter)) {
         m_isPainted = true;
         drawContents(painter, *background);
         return;

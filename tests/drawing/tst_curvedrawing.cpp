@@ -256,7 +256,7 @@ void tst_CurveDrawing::looksLikeQwtWhereSoft_data()
     QTest::newRow("few samples") << 30 << 1.0 << 0.0;
     // Of 255, on canvases that are mostly covered by the line.
     QTest::newRow("many samples") << 20000 << 1.0 << 6.0;
-    QTest::newRow("many samples, pen of 2") << 20000 << 2.0 << 1.0;
+    QTest::newRow("many samples, pen of 2") << 20000 << 2.0 << 2.0;
 }
 
 void tst_CurveDrawing::looksLikeQwtWhereSoft()
