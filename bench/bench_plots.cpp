@@ -232,7 +232,7 @@ public:
                 return heapBytes() - before;
             };
             taken(noData);
-            return (taken(data) - taken(noData)) / bytes - 1.0;
+            return std::max(0.0, (taken(data) - taken(noData)) / bytes - 1.0);
         });
     }
 

@@ -53,7 +53,8 @@ using ContenderFactory = std::function<std::unique_ptr<Contender>(const BenchLoo
 std::unique_ptr<Contender> createPlot2dContender(const BenchLook& look);
 std::unique_ptr<Contender> createQwtContender(const BenchLook& look);
 std::unique_ptr<Contender> createQCustomPlotContender(const BenchLook& look);
-/// A bare painter that fills, draws two points per column of pixels and curve, and twelve labels.
+/// A bare painter that fills, draws two points per column of pixels and curve, two axes and twelve
+/// labels.
 std::unique_ptr<Contender> createPainterContender(const BenchLook& look);
 
 /// The view of all samples between two prices, found by looking at each of them.

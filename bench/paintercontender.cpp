@@ -10,6 +10,13 @@
 
 namespace {
 
+QVector<double> copied(const QVector<double>& numbers)
+{
+    QVector<double> copy(numbers.size());
+    std::copy(numbers.cbegin(), numbers.cend(), copy.begin());
+    return copy;
+}
+
 class PainterContender : public Contender {
 public:
     explicit PainterContender(const BenchLook& look)
@@ -23,8 +30,8 @@ public:
         m_prices.clear();
         m_data.values.clear();
         for (const QVector<double>& values : data.values) {
-            m_prices.emplace_back(data.prices.cbegin(), data.prices.cend());
-            m_data.values.emplace_back(values.cbegin(), values.cend());
+            m_prices.push_back(copied(data.prices));
+            m_data.values.push_back(copied(values));
         }
         m_data.prices = data.prices;
         m_view = viewOf(m_data, data.prices.first(), data.prices.last());
@@ -36,7 +43,7 @@ public:
     {
         QPainter painter(&image);
         painter.fillRect(image.rect(), Qt::white);
-        drawLabels(painter);
+        drawAxes(painter);
         painter.setClipRect(m_canvas);
         QwtScaleMap xMap;
         xMap.setScaleInterval(m_view.left, m_view.right);
@@ -58,10 +65,12 @@ public:
     void findRange(double, double) override { }
 
 private:
-    void drawLabels(QPainter& painter) const
+    void drawAxes(QPainter& painter) const
     {
         constexpr int labels = 6;
         painter.setPen(Qt::black);
+        painter.drawLine(m_canvas.left() - 1, m_canvas.top(), m_canvas.left() - 1, m_canvas.bottom());
+        painter.drawLine(m_canvas.left(), m_canvas.bottom() + 1, m_canvas.right(), m_canvas.bottom() + 1);
         for (int i = 0; i < labels; ++i) {
             const int x = m_canvas.left() + i * m_canvas.width() / labels;
             const int y = m_canvas.bottom() - i * m_canvas.height() / labels;

@@ -71,6 +71,10 @@ public:
     /// wins. Nothing happens for another type or without a plot, and the samples stay when markers run out.
     void setMarkerSamples(const QVector<PriceBased2dPlotPoint>& points);
 
+    using QwtPlotCurve::setSamples;
+    /// As of the base class, which takes up to twice the memory that the copies need.
+    void setSamples(const double* prices, const double* values, int count);
+
     /// The colour of the line (style Lines) or of the symbol's pen (style Dots); invalid for other styles.
     QColor getColor() const;
 

@@ -4,10 +4,22 @@
 #include "sampleindex_p.h"
 #include "sampleruns_p.h"
 
+#include <qwt_point_data.h>
 #include <qwt_symbol.h>
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+QVector<double> copied(const double* numbers, int count)
+{
+    QVector<double> copy(std::max(count, 0));
+    std::copy(numbers, numbers + copy.size(), copy.begin());
+    return copy;
+}
+
+}
 
 const SampleIndex* PriceBased2dPlotCurve::sampleIndex() const
 {
@@ -20,6 +32,11 @@ void PriceBased2dPlotCurve::dataChanged()
 {
     m_index = SampleIndex::of(data());
     QwtPlotCurve::dataChanged();
+}
+
+void PriceBased2dPlotCurve::setSamples(const double* prices, const double* values, int count)
+{
+    setData(new QwtPointArrayData(copied(prices, count), copied(values, count)));
 }
 
 QRectF PriceBased2dPlotCurve::boundingRect() const

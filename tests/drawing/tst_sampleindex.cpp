@@ -238,6 +238,10 @@ void tst_SampleIndex::extraMemory()
     curve.setSamples(samples);
     constexpr std::size_t sampleBytes = sizeof(QPointF) * count;
     QVERIFY(curve.sampleIndex()->extraBytes() < sampleBytes / 20);
+    QVector<double> numbers(count, 1.0);
+    curve.setSamples(numbers.constData(), numbers.constData(), count);
+    QCOMPARE(static_cast<QwtPointArrayData*>(curve.data())->xData().capacity(), count);
+    curve.setSamples(samples);
     // The samples themselves are the caller's, not a copy of them.
     QVERIFY(static_cast<QwtPointSeriesData*>(curve.data())->samples().constData() == samples.constData());
 }
