@@ -46,8 +46,8 @@ public:
     {
         return std::abs(m_cursorX - xPercent(x)) + std::abs(m_cursorY - yPercent(y));
     }
-    /// No more than the horizontal distance of any sample with this price or one further up, or down. Rounding
-    /// may put prices next to the cursor's on its other side.
+    /// No more than the horizontal distance of any sample with this price or one further up, or down.
+    /// Rounding may put prices next to the cursor's on its other side.
     double xDistanceAbove(double x) const { return std::max(0.0, xPercent(x) - m_cursorX); }
     double xDistanceBelow(double x) const { return std::max(0.0, m_cursorX - xPercent(x)); }
     /// The cursor's price.
@@ -65,10 +65,7 @@ public:
 
 private:
     double xPercent(double x) const { return (x - m_params.xMin) * percent / m_width; }
-    double yPercent(double y) const
-    {
-        return m_hasHeight ? (y - m_params.yMin) * percent / m_height : 0.0;
-    }
+    double yPercent(double y) const { return m_hasHeight ? (y - m_params.yMin) * percent / m_height : 0.0; }
 
     const ClosestPointCalcParams& m_params;
     double m_width;

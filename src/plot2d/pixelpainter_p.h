@@ -5,9 +5,9 @@
 
 #include <cmath>
 
-/// Whether a painter on a widget puts the widget's pixels onto whole pixels of the device, as on its screen: then
-/// a picture of the widget shows the same as drawing it does. Not so on screens of one and a half pixels to one
-/// where the widget begins between pixels, nor where it is rendered larger than on its screen.
+/// Whether a painter on a widget puts the widget's pixels onto whole pixels of the device, as on its screen:
+/// then a picture of the widget shows the same as drawing it does. Not so on screens of one and a half pixels
+/// to one where the widget begins between pixels, nor where it is rendered larger than on its screen.
 inline bool isOnPixelsOf(const QWidget& widget, const QPainter& painter)
 {
     const QTransform transform = painter.deviceTransform();

@@ -40,8 +40,7 @@ void RememberingTextEngine::textMargins(
     bottom = margins.bottom;
 }
 
-void RememberingTextEngine::draw(
-    QPainter* painter, const QRectF& rect, int flags, const QString& text) const
+void RememberingTextEngine::draw(QPainter* painter, const QRectF& rect, int flags, const QString& text) const
 {
     m_measuring->draw(painter, rect, flags, text);
 }
@@ -54,9 +53,8 @@ bool RememberingTextEngine::mightRender(const QString&) const
 RememberingTextEngine::Measures& RememberingTextEngine::measuresOf(const QFont& font) const
 {
     const double height = QFontMetricsF(font).height();
-    const auto known = std::find_if(m_measures.begin(), m_measures.end(), [&](const Measures& measures) {
-        return measures.height == height && measures.font == font;
-    });
+    const auto known = std::find_if(m_measures.begin(), m_measures.end(),
+        [&](const Measures& measures) { return measures.height == height && measures.font == font; });
     if (known != m_measures.end())
         return *known;
 
@@ -66,8 +64,7 @@ RememberingTextEngine::Measures& RememberingTextEngine::measuresOf(const QFont& 
         m_measures.clear();
     Measures measures{font, height, {}, {}};
     Margins& margins = measures.margins;
-    m_measuring->textMargins(
-        font, QString(), margins.left, margins.right, margins.top, margins.bottom);
+    m_measuring->textMargins(font, QString(), margins.left, margins.right, margins.top, margins.bottom);
     m_measures.push_back(measures);
     return m_measures.back();
 }

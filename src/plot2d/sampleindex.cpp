@@ -127,8 +127,8 @@ template <int Stride> bool SampleIndex::extendFinite(int count)
     const double* const y = m_y + m_finiteCount * Stride;
     if (!areFinite<Stride>(x, count) || !areFinite<Stride>(y, count))
         return false;
-    m_ascending = m_ascending && areAscending<Stride>(x, count)
-        && (m_finiteCount == 0 || !(*x < *(x - Stride)));
+    m_ascending
+        = m_ascending && areAscending<Stride>(x, count) && (m_finiteCount == 0 || !(*x < *(x - Stride)));
     m_finiteCount += count;
     return true;
 }
@@ -205,8 +205,7 @@ SampleIndex::Bounds SampleIndex::scanned(int begin, int end) const
     return m_stride == 1 ? boundsOf<1>(y, end - begin) : boundsOf<2>(y, end - begin);
 }
 
-SampleIndex::Bounds SampleIndex::merged(
-    const std::vector<Bounds>& blocks, int begin, int end, Bounds bounds)
+SampleIndex::Bounds SampleIndex::merged(const std::vector<Bounds>& blocks, int begin, int end, Bounds bounds)
 {
     for (int i = begin; i < end; ++i)
         bounds = united(bounds, blocks[std::size_t(i)]);
@@ -219,8 +218,7 @@ SampleIndex::Bounds SampleIndex::bounds(int begin, int end) const
     const int lastBlock = end / blockSize;
     if (firstBlock >= lastBlock)
         return scanned(begin, end);
-    const Bounds ends
-        = united(scanned(begin, firstBlock * blockSize), scanned(lastBlock * blockSize, end));
+    const Bounds ends = united(scanned(begin, firstBlock * blockSize), scanned(lastBlock * blockSize, end));
 
     const int firstLarge = (firstBlock + blockSize - 1) / blockSize;
     const int lastLarge = lastBlock / blockSize;

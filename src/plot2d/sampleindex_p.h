@@ -50,8 +50,8 @@ public:
     /// The bounds of the values of the samples from begin up to, but without, end. All must be finite.
     Bounds bounds(int begin, int end) const;
 
-    /// The rectangle around all samples, which must be finite; invalid without samples. Qwt's own differs by its
-    /// rounding errors.
+    /// The rectangle around all samples, which must be finite; invalid without samples. Qwt's own differs by
+    /// its rounding errors.
     QRectF boundingRectangle() const { return m_rectangle; }
 
     /// The bytes that the index takes beside the samples.

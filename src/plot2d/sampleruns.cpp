@@ -8,8 +8,8 @@ namespace {
 
 bool isPlaced(const QPointF& sample, const QwtScaleMap& xMap, const QwtScaleMap& yMap)
 {
-    return std::isfinite(sample.x()) && std::isfinite(sample.y())
-        && std::isfinite(xMap.transform(sample.x())) && std::isfinite(yMap.transform(sample.y()));
+    return std::isfinite(sample.x()) && std::isfinite(sample.y()) && std::isfinite(xMap.transform(sample.x()))
+        && std::isfinite(yMap.transform(sample.y()));
 }
 
 /// Whether all samples are, because those at the ends of their ranges are.
