@@ -74,7 +74,7 @@ QVector<CurveTable::Column> CurveTable::columns(const PriceBased2dPlot& plot)
     QVector<Column> found;
     const QVector<const PriceBased2dPlotCurve*> curves = visibleCurves(plot);
     for (const PriceBased2dPlotCurve* const curve : curves) {
-        if (curve->dataType() == PriceBased2dPlotCurve::quoteLineType)
+        if (curve->dataType() == PriceBased2dPlotCurve::quoteLineType || curve->dataType() == barsType)
             continue;
         Column column{curve->title().text(), {}};
         for (std::size_t i = 0; i < curve->dataSize(); ++i)

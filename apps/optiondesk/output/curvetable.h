@@ -16,8 +16,11 @@ struct Column {
     QVector<QPointF> samples;
 };
 
-/// The visible value curves of a plot; the line at the quote, whose ends are those of the picture, is none of
-/// them.
+/// The data type of curves whose samples are the ends of bars between other curves.
+constexpr int barsType = 14;
+
+/// The visible value curves of a plot. The line at the quote, whose ends are those of the picture, and bars,
+/// which tell nothing that the curves at their ends do not, are none of them.
 QVector<Column> columns(const PriceBased2dPlot& plot);
 
 /// The table as CSV (RFC 4180, UTF-8): a row of titles, then a row for each price that any curve has a sample

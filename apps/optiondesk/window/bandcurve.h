@@ -1,5 +1,6 @@
 #pragma once
 
+#include <output/curvetable.h>
 #include <plot2d/pricebased2dplotcurve.h>
 
 /// Vertical bars, one for each pair of successive samples, which have the same price: from the lower end to
@@ -7,7 +8,7 @@
 class BandCurve : public PriceBased2dPlotCurve {
 public:
     /// Of the desk's own, beside those of the library.
-    static constexpr int bandType = 14;
+    static constexpr int bandType = CurveTable::barsType;
 
     BandCurve(PriceBased2dPlot* plot, const QString& title);
 

@@ -203,6 +203,7 @@ void tst_curvetable::takesWhatIsVisible()
             found << column.title;
         return found;
     };
+    // The band tells nothing that the volatilities of bid and ask do not.
     const QStringList all{
         "Smile", "Stated volatility", "Bid volatility", "Ask volatility", "Implied volatility"};
     QCOMPARE(titles(), all);

@@ -59,8 +59,8 @@ QImage tst_legendrows::painted(const QSize& size) const
 
 void tst_legendrows::keepsTheOrderOfTheLegend()
 {
-    const QStringList all{
-        "Smile", "Stated volatility", "Bid volatility", "Ask volatility", "Implied volatility", "Forward"};
+    const QStringList all{"Smile", "Stated volatility", "Bid volatility", "Ask volatility", "Bid-ask band",
+        "Implied volatility", "Forward"};
     QCOMPARE(titles(*m_desk->plot), all);
     m_desk->box(QStringLiteral("Smile"))->setChecked(false);
     QCOMPARE(titles(*m_desk->plot), all.mid(1));
@@ -71,9 +71,9 @@ void tst_legendrows::takesRowsAsNeeded_data()
     QTest::addColumn<int>("width");
     QTest::addColumn<int>("rows");
     QTest::newRow("wide") << 2000 << 1;
-    QTest::newRow("half") << 500 << 2;
-    QTest::newRow("narrower than an entry") << 20 << 6;
-    QTest::newRow("no width") << 0 << 6;
+    QTest::newRow("half") << 700 << 2;
+    QTest::newRow("narrower than an entry") << 20 << 7;
+    QTest::newRow("no width") << 0 << 7;
 }
 
 void tst_legendrows::takesRowsAsNeeded()
@@ -94,7 +94,7 @@ void tst_legendrows::needsNoRoomWithoutCurves()
 
 void tst_legendrows::paintsVisibleCurvesAlone()
 {
-    const QSize size(900, 30);
+    const QSize size(1100, 30);
     const QImage all = painted(size);
     // A line of 24 by 2 pixels, and a square of six.
     QVERIFY(DeskTest::countPixels(all, smileColor) >= 24);

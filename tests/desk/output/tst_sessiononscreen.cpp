@@ -30,9 +30,10 @@ private:
     void answerDialog(const QString& title, const QString& text);
     void exportSvg(const char* name);
     QImage window() const { return m_session->screen().copy(0, 0, 1000, 640); }
+    // Right of the tree, which shows looks of curves.
     int curvePixels(QRgb color) const
     {
-        return DeskTest::countPixels(window().copy(0, 60, 1000, 480), color);
+        return DeskTest::countPixels(window().copy(180, 60, 820, 480), color);
     }
     QString path(const char* name) const { return m_folder->filePath(QString::fromLatin1(name)); }
     QString settingsFile() const { return path("optiondesk/settings.ini"); }
@@ -160,7 +161,8 @@ void tst_sessiononscreen::exports()
     QCOMPARE(content(fileName).left(begin.size()), begin);
     if (name == QLatin1String("a.png")) {
         const QImage image(fileName);
-        QVERIFY(image.width() > 1900 && image.width() <= 2000);
+        // The plot's pixels twice; the tree takes some of the window's thousand.
+        QVERIFY(image.width() > 1500 && image.width() < 1800);
         QVERIFY(DeskTest::countPixels(image, smileColor) > 4 * 300);
     }
     focus(deskTitle);
@@ -236,6 +238,7 @@ void tst_sessiononscreen::comesBackAfterAKill()
     QTRY_VERIFY_WITH_TIMEOUT(curvePixels(askColor) == 0, patience);
     const QImage value = window();
     m_session->press({"ctrl+1"});
+    QTest::qWait(4000); window().save("/tmp/k1.png"); fresh.save("/tmp/k0.png");
     QTRY_VERIFY_WITH_TIMEOUT(window() == fresh, patience);
     m_desk.kill();
     QVERIFY(m_desk.waitForFinished(patience));
