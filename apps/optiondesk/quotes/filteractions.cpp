@@ -31,7 +31,7 @@ FilterActions::FilterActions(DeskWindow* window, QMenu* menu)
     , m_sides(new QActionGroup(this))
     , m_deviations(new QActionGroup(this))
 {
-    QMenu& filter = *menu->addMenu(tr("Filt&er"));
+    QMenu& filter = *menu->addMenu(tr("Fi&lter"));
     filter.setToolTipsVisible(true);
     m_outOfTheMoneyOnly = add(filter,
         {tr("&Out of the money only"), keys(QStringLiteral("Ctrl+M")),

@@ -112,10 +112,10 @@ bool operator==(const AxisReference& a, const AxisReference& b)
 const QVector<AxisModes::Description>& AxisModes::all()
 {
     static const QVector<Description> modes{
-        {AxisMode::Price, QStringLiteral("price"), QStringLiteral("Pric&es")},
+        {AxisMode::Price, QStringLiteral("price"), QStringLiteral("Pr&ices")},
         {AxisMode::PointsFromQuote, QStringLiteral("points"), QStringLiteral("P&oints from the quote")},
         {AxisMode::PercentOfQuote, QStringLiteral("percent"), QStringLiteral("Per&cent of the quote")},
-        {AxisMode::Deviations, QStringLiteral("deviations"), QStringLiteral("Deviations from the &quote")},
+        {AxisMode::Deviations, QStringLiteral("deviations"), QStringLiteral("&Deviations from the quote")},
     };
     return modes;
 }

@@ -13,6 +13,7 @@
 #include <QLayout>
 #include <QMenu>
 #include <QPainter>
+#include <QScrollArea>
 #include <QShortcut>
 
 #include <qwt_legend_label.h>
@@ -43,6 +44,7 @@ DeskLegend::DeskLegend(PriceBased2dPlot* plot)
     , m_plot(plot)
 {
     contentsWidget()->layout()->setSpacing(spacing);
+    findChild<QScrollArea*>()->setAccessibleName(tr("Legend"));
     // Not every platform makes a request for a menu of it.
     new QShortcut(QKeySequence(QStringLiteral("Shift+F10")), this, SLOT(openMenuOfFocus()), nullptr,
         Qt::WidgetWithChildrenShortcut);

@@ -106,6 +106,9 @@ void DeskPlot::setUpItems()
 
     if (auto* const frame = qobject_cast<QwtPlotCanvas*>(canvas()))
         frame->setFrameStyle(QFrame::NoFrame);
+    canvas()->setAccessibleName(tr("Plot"));
+    canvas()->setAccessibleDescription(
+        tr("The curves; F2 goes to the nearest point, the arrows then from point to point"));
     plotLayout()->setAlignCanvasToScales(true);
     for (const int axis : {int(xBottom), int(yLeft)})
         axisWidget(axis)->setSpacing(6);

@@ -87,9 +87,9 @@ void DeskWindow::addViews(QMenu& menu)
 {
     auto* const views = new QActionGroup(this);
     m_volatilityAction = addAction(
-        menu, tr("&Volatility"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
+        menu, tr("Volatilit&y"), QStringLiteral("Ctrl+1"), tr("Show the volatility over the strikes"));
     m_valueAction = addAction(
-        menu, tr("V&alue"), QStringLiteral("Ctrl+2"), tr("Show the options' value over the strikes"));
+        menu, tr("&Value"), QStringLiteral("Ctrl+2"), tr("Show the options' value over the strikes"));
     m_positionAction = addAction(menu, tr("&Position"), QStringLiteral("Ctrl+3"),
         tr("Show profit and loss of the position over the price"));
     const std::pair<QAction*, DeskView> all[] = {{m_volatilityAction, DeskView::Volatility},

@@ -46,7 +46,7 @@ QAction* ViewActions::addForCanvas(QMenu& menu, const MenuEntry& entry)
 void ViewActions::addFits(QMenu& menu)
 {
     m_autoScale = addEntry(menu,
-        {tr("Auto-&scale"), {QKeySequence(QStringLiteral("Ctrl+A"))},
+        {tr("&Auto-scale"), {QKeySequence(QStringLiteral("Ctrl+A"))},
             tr("Keep the vertical axis at the visible curves")});
     m_autoScale->setIcon(autoScaleIcon(m_plot->palette()));
     m_autoScale->setIconVisibleInMenu(false);
@@ -67,7 +67,7 @@ void ViewActions::addFits(QMenu& menu)
 void ViewActions::addZooms(QMenu& menu)
 {
     addForPlot(menu,
-        {tr("Zoom &in"), {QKeySequence(Qt::Key_Plus), QKeySequence(Qt::Key_Equal)},
+        {tr("&Zoom in"), {QKeySequence(Qt::Key_Plus), QKeySequence(Qt::Key_Equal)},
             tr("Show a tenth less about the middle, with auto-scale on of the strikes alone")},
         SLOT(zoomIn()));
     addForPlot(menu,
@@ -78,7 +78,7 @@ void ViewActions::addZooms(QMenu& menu)
         {tr("&Undo zoom or pan"), {QKeySequence(Qt::Key_Backspace)}, tr("Undo the last zoom, pan or fit")},
         SLOT(undo()));
     m_redo = addForPlot(menu,
-        {tr("Re&do zoom or pan"), {QKeySequence(QStringLiteral("Shift+Backspace"))},
+        {tr("R&edo zoom or pan"), {QKeySequence(QStringLiteral("Shift+Backspace"))},
             tr("Redo the zoom, pan or fit undone last")},
         SLOT(redo()));
 }
@@ -113,7 +113,7 @@ void ViewActions::addWalk(QMenu& menu)
     m_walk->setCheckable(true);
     connect(m_walk, SIGNAL(triggered()), this, SLOT(onWalk()));
     m_leave = addForCanvas(
-        menu, {tr("&Leave the points"), {QKeySequence(Qt::Key_Escape)}, tr("Let the arrows pan again")});
+        menu, {tr("Leave t&he points"), {QKeySequence(Qt::Key_Escape)}, tr("Let the arrows pan again")});
     connect(m_leave, SIGNAL(triggered()), m_plot->walk(), SLOT(end()));
 }
 

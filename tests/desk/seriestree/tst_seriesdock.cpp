@@ -183,7 +183,7 @@ void tst_seriesdock::showsTheirValues()
     const double volatility = overlay(june)->maxYValue();
     const QList<QAction*> actions = m_window->viewMenu().actions();
     for (QAction* one : actions) {
-        if (one->text() == QStringLiteral("V&alue"))
+        if (one->text() == QStringLiteral("&Value"))
             one->trigger();
     }
     QCOMPARE(m_window->view(), DeskView::Value);
