@@ -1,5 +1,6 @@
 #include "window/deskdata.h"
 
+#include "window/desktexts.h"
 #include "window/serieschoice.h"
 #include "window/texts.h"
 
@@ -50,7 +51,7 @@ Exception noSuchExpiry(const QString& what, const QDate& expiry, const QVector<Q
         if (!known.contains(text))
             known.append(text);
     }
-    return Exception(QStringLiteral("%1: no series expires on %2; the expiries are %3")
+    return Exception(DeskTexts::tr("%1: no series expires on %2; the expiries are %3")
                          .arg(what, expiry.toString(Qt::ISODate), known.join(QStringLiteral(", "))));
 }
 
@@ -61,7 +62,7 @@ void checkDates(const SeriesFacts& given, const SeriesData& data)
     const bool isGiven = given.asOf.isValid() || given.expiry.isValid();
     if (isGiven && data.asOf.isValid() && expiry.isValid() && expiry <= data.asOf)
         throw Exception(
-            QStringLiteral("%1: the expiry %2 is not after the date of the prices, %3")
+            DeskTexts::tr("%1: the expiry %2 is not after the date of the prices, %3")
                 .arg(data.baseCode, expiry.toString(Qt::ISODate), data.asOf.toString(Qt::ISODate)));
 }
 
@@ -85,7 +86,7 @@ int seriesToShow(const SeriesFacts& given, const OptionChain& chain)
 int applyFacts(const SeriesFacts& given, OptionChain* chain)
 {
     if (chain->series.isEmpty())
-        throw Exception(QStringLiteral("%1: there are no options").arg(chain->baseCode));
+        throw Exception(DeskTexts::tr("%1: there are no options").arg(chain->baseCode));
     if (given.asOf.isValid())
         chain->asOf = given.asOf;
     if (given.expiry.isValid() && chain->series.size() == 1 && !chain->series.first().expiry.isValid())
@@ -124,7 +125,7 @@ int DeskData::import(const OptionChain& chain, int position)
         if (series.expiry == expiry)
             return series.futureIsinId;
     }
-    throw Exception(QStringLiteral("%1: the series was not stored").arg(chain.baseCode));
+    throw Exception(DeskTexts::tr("%1: the series was not stored").arg(chain.baseCode));
 }
 
 void DeskData::importSamples()
@@ -158,7 +159,7 @@ int DeskData::firstSeries(const SeriesFacts& given) const
     }
     if (given.expiry.isValid())
         throw noSuchExpiry(codes.join(QStringLiteral(", ")), given.expiry, expiries);
-    throw Exception(QStringLiteral("no stored series has a forward or the prices to take it from"));
+    throw Exception(DeskTexts::tr("no stored series has a forward or the prices to take it from"));
 }
 
 QVector<StoredSeries> DeskData::series() const
@@ -170,7 +171,7 @@ ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
 {
     const std::optional<StoredSeries> stored = ChainStore::seriesById(futureIsinId);
     if (!stored)
-        throw Exception(QStringLiteral("the series is not stored any more"));
+        throw Exception(DeskTexts::tr("the series is not stored any more"));
     SeriesData data = dataOf(*stored, given);
     const std::optional<decimal> quote = m_quote.own(futureIsinId);
     data.options.forward.reset();

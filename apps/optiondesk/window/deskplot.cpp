@@ -150,6 +150,11 @@ void DeskPlot::setUpObservers()
     connect(&m_refineTimer, SIGNAL(timeout()), this, SLOT(followScales()));
 }
 
+QString DeskPlot::priceTitle() const
+{
+    return m_view == DeskView::Position ? QStringLiteral("Price") : QStringLiteral("Strike");
+}
+
 void DeskPlot::setPlotTitle(const QString& text)
 {
     QwtText changed = title();

@@ -1,5 +1,6 @@
 #include "window/shownseries.h"
 
+#include "window/desktexts.h"
 #include "window/texts.h"
 
 #include <database/exception.h>
@@ -29,8 +30,8 @@ void findForward(const std::optional<double>& given, ShownSeries* series)
     if (!take(given, ForwardSource::Given) && !take(options.forward, ForwardSource::Stated)
         && !take(Pricing::parityForward(options), ForwardSource::Parity))
         throw Exception(
-            QStringLiteral("%1: no forward is stated, and no strike has the prices of a call and a "
-                           "put to take it from; --forward gives one")
+            DeskTexts::tr("%1: no forward is stated, and no strike has the prices of a call and a "
+                          "put to take it from; --forward gives one")
                 .arg(Texts::seriesName(series->data)));
 }
 

@@ -1,0 +1,56 @@
+#include "translations/language.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPointer>
+#include <QTranslator>
+
+// Outside of any namespace, as the resources themselves are.
+static void loadResources()
+{
+    Q_INIT_RESOURCE(translations);
+}
+
+namespace {
+
+const auto english = QStringLiteral("en");
+
+// Replaces what the same translator had; a file that is not there leaves the texts as they are written.
+void install(QPointer<QTranslator>& translator, const QString& name, const QString& folder)
+{
+    delete translator;
+    translator = new QTranslator(qApp);
+    if (translator->load(name, folder))
+        QCoreApplication::installTranslator(translator);
+}
+
+}
+
+QStringList Language::codes()
+{
+    return {english, QStringLiteral("de")};
+}
+
+QString Language::ofUser()
+{
+    const QStringList wanted = QLocale::system().uiLanguages();
+    for (const QString& name : wanted) {
+        const QString code = name.section(QLatin1Char('-'), 0, 0);
+        if (codes().contains(code))
+            return code;
+    }
+    return english;
+}
+
+bool Language::use(const QString& code)
+{
+    static QPointer<QTranslator> ofDesk;
+    static QPointer<QTranslator> ofQt;
+    if (!codes().contains(code))
+        return false;
+    loadResources();
+    install(ofDesk, QStringLiteral("optiondesk_") + code, QStringLiteral(":/translations"));
+    install(ofQt, QStringLiteral("qtbase_") + code, QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    return true;
+}
