@@ -6,6 +6,8 @@
 
 #include <functional>
 
+class SampleIndex;
+
 /// The sample nearest to a cursor.
 namespace ClosestPoint {
 
@@ -20,5 +22,8 @@ bool isUsableView(const ClosestPointCalcParams& params);
 /// the cursor's vertical distance counts as it is. Nothing found where no sample is visible.
 ClosestPointParams find(
     int count, const std::function<QPointF(int)>& sample, const ClosestPointCalcParams& params);
+
+/// The same of indexed samples: of ascending and finite ones only those are looked at that can be nearest.
+ClosestPointParams find(const SampleIndex& index, const ClosestPointCalcParams& params);
 
 }

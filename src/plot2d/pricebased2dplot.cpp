@@ -2,10 +2,12 @@
 
 #include "futurelookup_p.h"
 #include "guardedscaleengine_p.h"
+#include "opaqueaxis_p.h"
 #include "plot2d/pricebased2dplotpanner.h"
 #include "plot2d/pricebased2dplotpicker.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
 #include "plot2d/pricebased2dplotscaleengine.h"
+#include "plotcanvas_p.h"
 #include "plotitems_p.h"
 #include "plotlook_p.h"
 
@@ -42,6 +44,7 @@ void PriceBased2dPlot::construct(bool init)
 {
     qRegisterMetaType<PriceInterval>("PriceInterval");
     initSecColumns();
+    setCanvas(new PlotCanvas(this));
     if (init)
         initPlot();
 }
@@ -109,8 +112,10 @@ void PriceBased2dPlot::setUpLook()
     setCanvasBackground(QBrush(PlotLook::canvasColor));
     const QString styleSheet = PlotLook::backgroundStyleSheet();
     setStyleSheet(styleSheet);
-    axisWidget(xBottom)->setStyleSheet(styleSheet);
-    axisWidget(yLeft)->setStyleSheet(styleSheet);
+    for (const int axis : {int(xBottom), int(yLeft)}) {
+        axisWidget(axis)->setStyleSheet(styleSheet);
+        new OpaqueAxis(axisWidget(axis));
+    }
 }
 
 QSize PriceBased2dPlot::minimumSizeHint() const

@@ -2,6 +2,7 @@
 
 #include "markerplacement_p.h"
 #include "plot2d/pricebased2dplot.h"
+#include "sampleindex_p.h"
 
 #include <QDataStream>
 

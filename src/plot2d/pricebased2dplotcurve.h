@@ -8,8 +8,11 @@
 
 #include <qwt_plot_curve.h>
 
+#include <memory>
+
 class PriceBased2dPlot;
 class QDataStream;
+class SampleIndex;
 
 /// One sample of a curve with marked points.
 struct PriceBased2dPlotPoint {
@@ -68,6 +71,10 @@ public:
     /// wins. Nothing happens for another type or without a plot, and the samples stay when markers run out.
     void setMarkerSamples(const QVector<PriceBased2dPlotPoint>& points);
 
+    using QwtPlotCurve::setSamples;
+    /// As of the base class, which takes up to twice the memory that the copies need.
+    void setSamples(const double* prices, const double* values, int count);
+
     /// The colour of the line (style Lines) or of the symbol's pen (style Dots); invalid for other styles.
     QColor getColor() const;
 
@@ -78,9 +85,37 @@ public:
     /// 0.
     static void read(QDataStream& stream, CurveParams& params);
 
+    /// As of the base class, but for its rounding errors. Costs nothing for samples that are all finite.
+    QRectF boundingRect() const override;
+
+    /// Draws the samples that are seen. A sample that is not finite, or has no place in pixels, is a gap.
+    void drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+
+    /// What is known of the samples beforehand, as long as they stay as they are; null where the samples are
+    /// of a class of the host's. For the library's own use.
+    const SampleIndex* sampleIndex() const;
+
+protected:
+    void drawLines(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawSteps(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawSticks(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawDots(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
+        const QRectF& canvasRect, int from, int to) const override;
+    void drawSymbols(QPainter* painter, const QwtSymbol& symbol, const QwtScaleMap& xMap,
+        const QwtScaleMap& yMap, const QRectF& canvasRect, int from, int to) const override;
+    void dataChanged() override;
+
 private:
     bool showQuote();
+    bool isFilled() const;
+    bool needsSeenSamplesOnly() const;
+    int reachOfASample() const;
 
     int m_dataType = -1;
     QPointer<PriceBased2dPlot> m_plot;
+    mutable std::unique_ptr<SampleIndex> m_index;
 };

@@ -1,5 +1,6 @@
 #include "plot2d/pricebased2dplotlegend.h"
 
+#include "legendcheckbox_p.h"
 #include "legendicons_p.h"
 #include "legendstate_p.h"
 #include "plot2d/pricebased2dplot.h"
@@ -151,7 +152,7 @@ QWidget* PriceBased2dPlotLegend::createWidget(const QwtLegendData&) const
     auto* self = const_cast<PriceBased2dPlotLegend*>(this);
     auto* widget = new LabelWidget(self);
     auto* layout = new QHBoxLayout(widget);
-    auto* checkBox = new QCheckBox(QString(), widget);
+    QCheckBox* checkBox = new LegendCheckBox(widget);
     checkBox->setChecked(true);
     connect(checkBox, SIGNAL(stateChanged(int)), self, SLOT(onCheckBoxChecked(int)), Qt::UniqueConnection);
     layout->addWidget(checkBox);

@@ -102,6 +102,8 @@ ClosestPointParams PriceBased2dPlotPicker::getClosestPointParams(
 {
     if (!curve || !ClosestPoint::isUsableStep(m_priceStep) || !ClosestPoint::isUsableView(params))
         return ClosestPointParams();
+    if (const SampleIndex* index = curve->sampleIndex())
+        return ClosestPoint::find(*index, params);
     return ClosestPoint::find(
         static_cast<int>(curve->dataSize()), [curve](int i) { return curve->sample(i); }, params);
 }

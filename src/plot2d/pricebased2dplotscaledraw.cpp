@@ -2,6 +2,7 @@
 
 #include "labelthinning_p.h"
 #include "ticklabels_p.h"
+#include "ticktext_p.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -40,7 +41,7 @@ PriceBased2dPlotScaleDraw::~PriceBased2dPlotScaleDraw() = default;
 
 QwtText PriceBased2dPlotScaleDraw::label(double value) const
 {
-    return isUsable(scaleDiv()) ? QwtText(convertedValue(value), QwtText::AutoText) : QwtText();
+    return isUsable(scaleDiv()) ? TickText::text(convertedValue(value)) : QwtText();
 }
 
 void PriceBased2dPlotScaleDraw::setCurKotirEnabled(bool enabled)

@@ -2,6 +2,7 @@
 
 #include "halfuprounding_p.h"
 #include "plot2d/pricebased2dplotcurve.h"
+#include "sampleindex_p.h"
 
 #include <c_api/common.h>
 
@@ -18,8 +19,22 @@ bool isQuoteLine(const PriceBased2dPlotCurve& curve)
     return curve.dataType() == 0;
 }
 
+/// Whether a sample's price belongs to the range from x1 to x2. The lower end is fuzzy, the upper end is
+/// exclusive: a sample on it belongs to the next range.
+bool isInside(double x, double x1, double x2)
+{
+    const bool onLowerEnd = commonFuzzyCompare(x, x1);
+    return (x > x1 || onLowerEnd) && (x < x2 || onLowerEnd);
+}
+
+void include(ValueRange::Range& range, double low, double high)
+{
+    range.first = std::min(range.first, low);
+    range.second = std::max(range.second, high);
+}
+
 /// Extends a range by a curve's values from x1 up to x2; false at a sample that is not finite.
-bool extend(ValueRange::Range& range, const PriceBased2dPlotCurve& curve, double x1, double x2)
+bool extendByWalk(ValueRange::Range& range, const PriceBased2dPlotCurve& curve, double x1, double x2)
 {
     const std::size_t size = curve.dataSize();
     for (std::size_t i = 0; i < size; ++i) {
@@ -27,17 +42,42 @@ bool extend(ValueRange::Range& range, const PriceBased2dPlotCurve& curve, double
         const double x = sample.x();
         if (!std::isfinite(x) || !std::isfinite(sample.y()))
             return false;
-
-        // The lower end is fuzzy, the upper end is exclusive: a sample on it belongs to the next range.
-        const bool onLowerEnd = commonFuzzyCompare(x, x1);
-        if ((x > x1 || onLowerEnd) && (x < x2 || onLowerEnd)) {
-            range.first = std::min(range.first, sample.y());
-            range.second = std::max(range.second, sample.y());
-        }
+        if (isInside(x, x1, x2))
+            include(range, sample.y(), sample.y());
         if (x > x2)
             break;
     }
     return true;
+}
+
+/// The same for samples in ascending prices.
+bool extendByIndex(ValueRange::Range& range, const SampleIndex& index, double x1, double x2)
+{
+    const int behind = index.upperBound(x2);
+    // A walk would have come upon what is not finite before it was past the range.
+    if (behind == index.finiteCount() && !index.isFinite())
+        return false;
+
+    // Prices that are fuzzily x1 stand next to it.
+    int begin = index.upperBound(x1);
+    while (begin > 0 && isInside(index.x(begin - 1), x1, x2))
+        begin = index.lowerBound(index.x(begin - 1));
+    int end = std::max(begin, index.lowerBound(x2));
+    // Of those beyond the upper end a walk looks at the first one.
+    while (end < index.finiteCount() && end <= behind && isInside(index.x(end), x1, x2))
+        end = end < behind ? index.upperBound(index.x(end)) : end + 1;
+    if (begin < end) {
+        const SampleIndex::Bounds bounds = index.bounds(begin, end);
+        include(range, bounds.low, bounds.high);
+    }
+    return true;
+}
+
+bool extend(ValueRange::Range& range, const PriceBased2dPlotCurve& curve, double x1, double x2)
+{
+    const SampleIndex* const index = curve.sampleIndex();
+    return index && index->isAscending() ? extendByIndex(range, *index, x1, x2)
+                                         : extendByWalk(range, curve, x1, x2);
 }
 
 }

@@ -33,7 +33,6 @@ QuotesDock::QuotesDock(DeskWindow* window)
             tr("Show or hide the table of the chosen expiry's quotes by strike")});
     new RowPlotLink(m_view, m_model, window->plot());
     connect(window, SIGNAL(shownChanged()), this, SLOT(onShownChanged()));
-    connect(this, SIGNAL(visibilityChanged(bool)), this, SLOT(onShownChanged()));
 }
 
 QWidget* QuotesDock::contents()
@@ -46,6 +45,12 @@ QWidget* QuotesDock::contents()
     layout->addWidget(m_view);
     widget->setFocusProxy(m_view);
     return widget;
+}
+
+void QuotesDock::showEvent(QShowEvent* event)
+{
+    FoldingDock::showEvent(event);
+    onShownChanged();
 }
 
 // A table that nobody sees costs nothing; one that will come with its window has its width by then.

@@ -16,6 +16,9 @@ public:
     /// The window becomes the parent.
     explicit QuotesDock(DeskWindow* window);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private Q_SLOTS:
     void onShownChanged();
 

@@ -33,7 +33,7 @@ SeriesDock::SeriesDock(DeskWindow* window)
     window->addDockWidget(Qt::LeftDockWidgetArea, this);
     window->viewMenu().addSeparator();
     addTo(window->viewMenu(),
-        {tr("&Series"), {QKeySequence(QStringLiteral("Ctrl+E"))},
+        {tr("E&xpiries"), {QKeySequence(QStringLiteral("Ctrl+E"))},
             tr("Show or hide the tree of underlyings and expiries")});
     connect(m_view, SIGNAL(chosen(int)), window, SLOT(chooseSeries(int)));
     connect(m_model, SIGNAL(checksChanged()), this, SLOT(onChecksChanged()));

@@ -2,6 +2,8 @@
 #include "desk/window/desktest.h"
 #include "support/testmain.h"
 
+#include <database/settings.h>
+
 #include <QDir>
 #include <QImage>
 #include <QProcess>
@@ -19,6 +21,7 @@ private Q_SLOTS:
     void writesTheSize_data();
     void writesTheSize();
     void writesWhatIsAskedFor();
+    void writesWhatTheSessionShowed();
     void isTheSameTableInEveryLocale();
     void needsNoDisplay();
     void refusesBadOptions_data();
@@ -94,6 +97,28 @@ void tst_deskexport::writesWhatIsAskedFor()
     QCOMPARE(run({"--chain", "good.csv", "--axis", "percent", "--export", "b.csv"}).exitCode, 0);
     QCOMPARE(run({"--chain", "good.csv", "--export", "c.csv"}).exitCode, 0);
     QCOMPARE(content("b.csv"), content("c.csv"));
+}
+
+// As a window would show it; a file is no session of its own.
+void tst_deskexport::writesWhatTheSessionShowed()
+{
+    {
+        Settings settings(path("s.ini"));
+        settings.setValue(QStringLiteral("session/view"), QStringLiteral("value"));
+        settings.setValue(QStringLiteral("session/series"), QStringList{"COBALT", "2024-04-19"});
+        settings.setValue(QStringLiteral("session/place"), QStringList{"0", "0", "333", "222", "normal"});
+    }
+    const QByteArray before = content("s.ini");
+    const QStringList stored{"--settings", "s.ini"};
+    QCOMPARE(run(stored + QStringList{"--export", "a.csv", "--export", "a.png"}).exitCode, 0);
+    QVERIFY(content("a.csv").startsWith("Strike,Call value,"));
+    QVERIFY(content("a.csv").contains("\r\n4400,"));
+    QCOMPARE(QImage(path("a.png")).size(), QSize(1000, 640));
+    QCOMPARE(run(stored + QStringList{"--view", "volatility", "--export", "b.csv"}).exitCode, 0);
+    QVERIFY(content("b.csv").startsWith("Strike,Smile,"));
+    QCOMPARE(run({"--no-settings", "--export", "c.csv"}).exitCode, 0);
+    QVERIFY(content("c.csv").startsWith("Strike,Smile,"));
+    QCOMPARE(content("s.ini"), before);
 }
 
 void tst_deskexport::isTheSameTableInEveryLocale()

@@ -223,7 +223,7 @@ void tst_legmodel::randomInputKeepsLegsValid()
         QStringLiteral("99"), QStringLiteral("1000000")};
     std::mt19937_64 random(11);
     LegModel model(m_market);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 5000; ++i) {
         const int action = int(random() % 20);
         if (action == 0)
             model.addLeg();

@@ -9,7 +9,14 @@
 using Position::Leg;
 using Position::LegKind;
 
-/// A position by keyboard on an X server, over a restart of the program.
+namespace {
+
+// Of the plot on the screen.
+constexpr int plotTop = 60;
+
+}
+
+/// A position by keyboard and pointer on an X server, over a restart of the program.
 class tst_positiononscreen : public QObject {
     Q_OBJECT
 
@@ -19,15 +26,18 @@ private Q_SLOTS:
     void cleanup();
     void twoLegsByKeyboard();
     void tableGoesWithItsView();
+    void pointerReadsTheBreakEven();
 
 private:
     void start();
     void quit();
     QVector<Leg> keptLegs() const;
     // The plot with its markers, above the table and the legend.
-    QImage plot() const { return m_session->screen().copy(0, 60, 1000, 300); }
+    QImage plot() const { return m_session->screen().copy(0, plotTop, 1000, 300); }
     int pixels(QRgb color) const { return DeskTest::countPixels(plot(), color); }
-    int breakEvens() const;
+    // The middles of the markers, on the screen.
+    QVector<QPoint> markers() const;
+    int breakEvens() const { return markers().size(); }
 
     std::unique_ptr<XSession> m_session;
     std::unique_ptr<QTemporaryDir> m_config;
@@ -113,7 +123,7 @@ QVector<Leg> tst_positiononscreen::keptLegs() const
         .value(QStringLiteral("AMBER"));
 }
 
-int tst_positiononscreen::breakEvens() const
+QVector<QPoint> tst_positiononscreen::markers() const
 {
     const QImage image = plot();
     QVector<QPoint> found;
@@ -126,7 +136,9 @@ int tst_positiononscreen::breakEvens() const
                 found.append({x, y});
         }
     }
-    return found.size();
+    for (QPoint& marker : found)
+        marker += QPoint(markerSize / 2, markerSize / 2 + plotTop);
+    return found;
 }
 
 void tst_positiononscreen::twoLegsByKeyboard()
@@ -184,6 +196,25 @@ void tst_positiononscreen::tableGoesWithItsView()
     QTRY_COMPARE_WITH_TIMEOUT(breakEvens(), 0, patience);
     m_session->press({"ctrl+3"});
     QTRY_COMPARE_WITH_TIMEOUT(breakEvens(), 1, patience);
+    quit();
+}
+
+void tst_positiononscreen::pointerReadsTheBreakEven()
+{
+    start();
+    m_session->press({"Insert"});
+    QTRY_COMPARE_WITH_TIMEOUT(breakEvens(), 1, patience);
+    const QPoint marker = markers().first();
+    const auto darkPixels = [this, marker] {
+        const QImage around = m_session->screen().copy(marker.x() + 10, marker.y() - 100, 200, 200);
+        return DeskTest::countPixels(around, qRgb(0, 0, 0));
+    };
+    const int before = darkPixels();
+    m_session->tool({"mousemove", QString::number(marker.x() + 1), QString::number(marker.y() - 1)});
+    // Three lines of text: what it is, the price, the profit.
+    QTRY_VERIFY_WITH_TIMEOUT(darkPixels() > before + 150, patience);
+    m_session->tool({"mousemove", "1279", "899"});
+    QTRY_VERIFY_WITH_TIMEOUT(darkPixels() <= before, patience);
     quit();
 }
 

@@ -1,0 +1,49 @@
+#include "ticktext_p.h"
+
+#include "rememberingtextengine_p.h"
+
+namespace {
+
+/// One of the formats that Qwt leaves to its users, which nobody uses yet.
+QwtText::TextFormat freeFormat()
+{
+    int format = QwtText::OtherFormat + 19;
+    while (QwtText::textEngine(static_cast<QwtText::TextFormat>(format)))
+        ++format;
+    return static_cast<QwtText::TextFormat>(format);
+}
+
+/// The engine is Qwt's, as long as this library is loaded.
+class Registration {
+public:
+    Registration()
+    {
+        QwtText::setTextEngine(m_format, new RememberingTextEngine(std::make_unique<QwtPlainTextEngine>()));
+    }
+    ~Registration() { QwtText::setTextEngine(m_format, nullptr); }
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+
+    QwtText::TextFormat format() const { return m_format; }
+
+private:
+    QwtText::TextFormat m_format = freeFormat();
+};
+
+bool isPlain(const QString& string)
+{
+    return QwtText::textEngine(string, QwtText::AutoText) == QwtText::textEngine(QwtText::PlainText);
+}
+
+}
+
+QwtText::TextFormat TickText::rememberedFormat()
+{
+    static const Registration registration;
+    return registration.format();
+}
+
+QwtText TickText::text(const QString& string)
+{
+    return QwtText(string, isPlain(string) ? rememberedFormat() : QwtText::AutoText);
+}

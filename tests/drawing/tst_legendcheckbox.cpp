@@ -1,0 +1,78 @@
+#include "pictures.h"
+
+#include "support/testmain.h"
+
+#include <plot2d/legendcheckbox_p.h>
+
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+QImage picture(QWidget& widget, double pixelRatio)
+{
+    QImage image(widget.size() * pixelRatio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(pixelRatio);
+    image.fill(Qt::yellow);
+    widget.render(&image);
+    return image;
+}
+
+}
+
+class tst_LegendCheckBox : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void looksLikeTheStyles_data();
+    void looksLikeTheStyles();
+};
+
+void tst_LegendCheckBox::looksLikeTheStyles_data()
+{
+    QTest::addColumn<QString>("style");
+    QTest::addColumn<QString>("sheet");
+    for (const QString& style : QStyleFactory::keys()) {
+        QTest::newRow(qPrintable(style)) << style << QString();
+        QTest::newRow(qPrintable(style + " with a sheet"))
+            << style << QStringLiteral("QWidget { background-color: white }");
+    }
+}
+
+void tst_LegendCheckBox::looksLikeTheStyles()
+{
+    QFETCH(QString, style);
+    QFETCH(QString, sheet);
+    const std::unique_ptr<QStyle> drawing(QStyleFactory::create(style));
+    QWidget ourParent;
+    QWidget plainParent;
+    LegendCheckBox ours(&ourParent);
+    QCheckBox plain(&plainParent);
+    for (QCheckBox* box : {static_cast<QCheckBox*>(&ours), &plain}) {
+        box->setStyle(drawing.get());
+        box->setStyleSheet(sheet);
+        box->resize(box->sizeHint() + QSize(3, 2));
+    }
+    for (int state = 0; state < 12; ++state) {
+        for (QCheckBox* box : {static_cast<QCheckBox*>(&ours), &plain}) {
+            box->setChecked(state % 2 == 1);
+            box->setEnabled(state % 3 != 2);
+            box->setDown(state % 4 == 3);
+            box->setLayoutDirection(state > 8 ? Qt::RightToLeft : Qt::LeftToRight);
+            if (state == 6)
+                box->setStyleSheet(sheet + QStringLiteral(" QCheckBox { spacing: 9px }"));
+        }
+        for (const double pixelRatio : {1.0, 2.0, 1.5, 3.0}) {
+            // A second time from what is kept.
+            for (int paint = 0; paint < 2; ++paint)
+                QCOMPARE(
+                    Pictures::difference(picture(ours, pixelRatio), picture(plain, pixelRatio)), QString());
+        }
+    }
+}
+
+PLOT2D_TEST_MAIN(tst_LegendCheckBox)
+#include "tst_legendcheckbox.moc"

@@ -1,0 +1,257 @@
+#include "pictures.h"
+
+#include "support/testhost.h"
+#include "support/testmain.h"
+#include "support/testplot.h"
+
+#include <plot2d/plotcanvas_p.h>
+
+#include <QPainter>
+#include <QTest>
+
+#include <qwt_plot_curve.h>
+#include <qwt_plot_grid.h>
+#include <qwt_scale_widget.h>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+using Setup = std::function<void(QwtPlot&)>;
+
+std::unique_ptr<QwtPlot> plotWith(const std::function<QWidget*(QwtPlot*)>& createCanvas, const Setup& setUp)
+{
+    auto plot = std::make_unique<QwtPlot>();
+    plot->setCanvas(createCanvas(plot.get()));
+    plot->resize(320, 240);
+    auto* const grid = new QwtPlotGrid;
+    grid->setPen(Qt::gray, 1.0);
+    grid->attach(plot.get());
+    auto* const curve = new QwtPlotCurve;
+    curve->setSamples({{0.0, 0.0}, {1.0, 10.0}, {2.0, 3.0}});
+    curve->attach(plot.get());
+    plot->setAutoReplot(false);
+    setUp(*plot);
+    plot->replot();
+    return plot;
+}
+
+std::unique_ptr<QwtPlot> ourPlot(const Setup& setUp)
+{
+    return plotWith([](QwtPlot* plot) { return new PlotCanvas(plot); }, setUp);
+}
+
+std::unique_ptr<QwtPlot> plainPlot(const Setup& setUp)
+{
+    return plotWith([](QwtPlot* plot) { return new QwtPlotCanvas(plot); }, setUp);
+}
+
+QwtPlotCanvas& canvasOf(QwtPlot& plot)
+{
+    return *qobject_cast<QwtPlotCanvas*>(plot.canvas());
+}
+
+/// As on the widget's screen, or larger.
+QImage picture(QWidget& widget, double scale = 1.0)
+{
+    const double pixelRatio = widget.devicePixelRatioF() * scale;
+    QImage image(widget.size() * pixelRatio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(pixelRatio);
+    image.fill(Qt::magenta);
+    widget.render(&image);
+    return image;
+}
+
+}
+
+Q_DECLARE_METATYPE(Setup)
+
+class tst_PlotCanvas : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void looksLikeQwts_data();
+    void looksLikeQwts();
+    void followsChangesOfLook();
+    void keepsItsPictureForASecondPaint();
+    void paintsAnewAfterAReplot();
+    void paintsPartsAlike();
+    void isTheCanvasOfAPlot();
+    void axesAreOpaqueWhereTheyHideThePlot();
+    void opaqueAxesLookTheSame();
+};
+
+void tst_PlotCanvas::initTestCase()
+{
+    TestHost::createSecurities();
+    TestHost::createBoards();
+}
+
+void tst_PlotCanvas::looksLikeQwts_data()
+{
+    QTest::addColumn<Setup>("setUp");
+    const auto sheet = [](const char* text) {
+        return Setup([text](QwtPlot& plot) { plot.setStyleSheet(QLatin1String(text)); });
+    };
+
+    QTest::newRow("as it comes") << Setup([](QwtPlot&) {});
+    QTest::newRow("without a frame") << Setup(
+        [](QwtPlot& plot) { canvasOf(plot).setFrameStyle(QFrame::NoFrame); });
+    QTest::newRow("coloured") << Setup([](QwtPlot& plot) {
+        plot.setCanvasBackground(QColor(200, 220, 255));
+        canvasOf(plot).setFrameStyle(QFrame::NoFrame);
+    });
+    QTest::newRow("gradient") << Setup([](QwtPlot& plot) {
+        QLinearGradient gradient(0.0, 0.0, 100.0, 200.0);
+        gradient.setColorAt(0.0, Qt::white);
+        gradient.setColorAt(1.0, Qt::blue);
+        plot.setCanvasBackground(gradient);
+        canvasOf(plot).setFrameStyle(QFrame::NoFrame);
+    });
+    QTest::newRow("sheet") << sheet("QWidget { background-color: #f0fff0 }");
+    QTest::newRow("sheet with a border")
+        << sheet("QwtPlotCanvas { background-color: white; border: 3px solid red }");
+    QTest::newRow("sheet with round corners")
+        << sheet("QwtPlotCanvas { background-color: white; border: 1px solid red; border-radius: 30px }");
+    QTest::newRow("sheet with a gradient") << sheet(
+        "QwtPlotCanvas { background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 red, stop:1 blue) }");
+    QTest::newRow("translucent sheet") << sheet("QwtPlotCanvas { background-color: rgba(0, 0, 255, 60) }");
+    QTest::newRow("without a store") << Setup(
+        [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::BackingStore, false); });
+    QTest::newRow("not opaque") << Setup(
+        [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::Opaque, false); });
+    QTest::newRow("disabled") << Setup([](QwtPlot& plot) { plot.setEnabled(false); });
+}
+
+void tst_PlotCanvas::looksLikeQwts()
+{
+    QFETCH(Setup, setUp);
+    const auto ours = ourPlot(setUp);
+    const auto plain = plainPlot(setUp);
+    for (const double scale : {1.0, 2.0}) {
+        // Directly, from what is kept then, and after a replot.
+        for (int paint = 0; paint < 3; ++paint) {
+            if (paint == 2) {
+                ours->replot();
+                plain->replot();
+            }
+            QCOMPARE(Pictures::difference(picture(*ours, scale), picture(*plain, scale)), QString());
+        }
+    }
+    ours->resize(200, 150);
+    plain->resize(200, 150);
+    QCOMPARE(Pictures::difference(picture(*ours), picture(*plain)), QString());
+}
+
+void tst_PlotCanvas::followsChangesOfLook()
+{
+    const auto ours = ourPlot([](QwtPlot&) {});
+    const auto plain = plainPlot([](QwtPlot&) {});
+    for (const char* sheet : {"QWidget { background-color: white }", "QWidget { background-color: yellow }",
+             "QwtPlotCanvas { border-radius: 10px; background-color: blue }", ""}) {
+        ours->setStyleSheet(QLatin1String(sheet));
+        plain->setStyleSheet(QLatin1String(sheet));
+        // Qwt's canvas shows its old picture until the next replot.
+        ours->replot();
+        plain->replot();
+        QCOMPARE(Pictures::difference(picture(*ours), picture(*plain)), QString());
+    }
+}
+
+void tst_PlotCanvas::keepsItsPictureForASecondPaint()
+{
+    const auto plot
+        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
+    QwtPlotCanvas& canvas = canvasOf(*plot);
+    picture(*plot);
+    plot->replot();
+    const QImage first = picture(canvas);
+    QVERIFY(canvas.backingStore()->isNull());
+    const QImage second = picture(canvas);
+    QCOMPARE(canvas.backingStore()->size(), canvas.size() * canvas.devicePixelRatioF());
+    QCOMPARE(second, first);
+    // What a painter of new samples draws into the store is shown.
+    const_cast<QPixmap*>(canvas.backingStore())->fill(Qt::green);
+    QCOMPARE(picture(canvas).pixelColor(50, 50), QColor(Qt::green));
+    plot->replot();
+    QVERIFY(canvas.backingStore()->isNull());
+    QCOMPARE(picture(canvas), first);
+}
+
+void tst_PlotCanvas::paintsAnewAfterAReplot()
+{
+    const auto plot
+        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
+    const QImage before = picture(*plot);
+    picture(*plot);
+    plot->setAxisScale(QwtPlot::yLeft, -20.0, 20.0);
+    plot->replot();
+    QVERIFY(picture(*plot) != before);
+}
+
+void tst_PlotCanvas::paintsPartsAlike()
+{
+    const auto plot
+        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
+    const QImage whole = picture(canvasOf(*plot));
+    const QRect part(30, 20, 57, 41);
+    for (int paint = 0; paint < 2; ++paint) {
+        plot->replot();
+        QImage image(whole.size(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(whole.devicePixelRatio());
+        image.fill(Qt::magenta);
+        canvasOf(*plot).render(&image, part.topLeft(), part);
+        const int pixelRatio = qRound(whole.devicePixelRatio());
+        const QRect pixels(part.topLeft() * pixelRatio, part.size() * pixelRatio);
+        QCOMPARE(image.copy(pixels), whole.copy(pixels));
+        QCOMPARE(image.pixelColor(pixels.right() + 1, pixels.top()), QColor(Qt::magenta));
+    }
+}
+
+void tst_PlotCanvas::isTheCanvasOfAPlot()
+{
+    TestPlot plot;
+    QVERIFY(qobject_cast<PlotCanvas*>(plot.canvas()));
+    QCOMPARE(plot.canvas()->objectName(), QStringLiteral("QwtPlotCanvas"));
+}
+
+void tst_PlotCanvas::axesAreOpaqueWhereTheyHideThePlot()
+{
+    TestPlot plot;
+    plot.resize(400, 300);
+    plot.show();
+    const auto isOpaque
+        = [&](int axis) { return plot.axisWidget(axis)->testAttribute(Qt::WA_OpaquePaintEvent); };
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
+        QVERIFY(isOpaque(axis));
+        plot.axisWidget(axis)->setStyleSheet("QWidget { background-color: rgba(255, 255, 255, 100) }");
+        QVERIFY(!isOpaque(axis));
+        plot.axisWidget(axis)->setStyleSheet("QWidget { background-color: white; border-radius: 5px }");
+        QVERIFY(!isOpaque(axis));
+        plot.axisWidget(axis)->setStyleSheet("QWidget { background-color: yellow }");
+        QVERIFY(isOpaque(axis));
+        plot.axisWidget(axis)->setStyleSheet(
+            "QWidget { background-color: yellow } QWidget:disabled { background-color: transparent }");
+        QVERIFY(isOpaque(axis));
+        plot.axisWidget(axis)->setEnabled(false);
+        QVERIFY(!isOpaque(axis));
+    }
+}
+
+void tst_PlotCanvas::opaqueAxesLookTheSame()
+{
+    TestPlot plot;
+    plot.resize(400, 300);
+    plot.setStyleSheet("QWidget { background-color: yellow }");
+    const QImage opaque = picture(plot);
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
+        QVERIFY(plot.axisWidget(axis)->testAttribute(Qt::WA_OpaquePaintEvent));
+        plot.axisWidget(axis)->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    }
+    QCOMPARE(Pictures::difference(picture(plot), opaque), QString());
+}
+
+PLOT2D_TEST_MAIN(tst_PlotCanvas)
+#include "tst_plotcanvas.moc"

@@ -1,0 +1,140 @@
+#include "support/testmain.h"
+
+#include <plot2d/rememberingtextengine_p.h>
+#include <plot2d/ticktext_p.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+
+#include <qwt_text.h>
+
+namespace {
+
+/// Qwt's engine, with its measurements counted.
+class CountingEngine : public QwtPlainTextEngine {
+public:
+    QSizeF textSize(const QFont& font, int flags, const QString& text) const override
+    {
+        ++sizes;
+        return QwtPlainTextEngine::textSize(font, flags, text);
+    }
+    void textMargins(const QFont& font, const QString& text, double& left, double& right, double& top,
+        double& bottom) const override
+    {
+        ++margins;
+        QwtPlainTextEngine::textMargins(font, text, left, right, top, bottom);
+    }
+
+    mutable int sizes = 0;
+    mutable int margins = 0;
+};
+
+QFont fontOf(int pixelSize)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(pixelSize);
+    return font;
+}
+
+QImage drawn(const QwtText& text)
+{
+    QImage image(120, 40, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(fontOf(13));
+    text.draw(&painter, QRectF(4.0, 4.0, 110.0, 30.0));
+    return image;
+}
+
+}
+
+class tst_RememberingTextEngine : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void measuresOnce();
+    void answersAsTheMeasuringEngine();
+    void forgetsWhatIsTooMuch();
+    void tickTextsLookLikePlainOnes_data();
+    void tickTextsLookLikePlainOnes();
+};
+
+void tst_RememberingTextEngine::measuresOnce()
+{
+    auto counting = std::make_unique<CountingEngine>();
+    const CountingEngine& counts = *counting;
+    const RememberingTextEngine engine(std::move(counting));
+    double margin = 0.0;
+    for (int round = 0; round < 3; ++round) {
+        for (const int size : {11, 12}) {
+            for (const char* text : {"1", "2.5"}) {
+                engine.textSize(fontOf(size), Qt::AlignCenter, QLatin1String(text));
+                engine.textMargins(fontOf(size), QLatin1String(text), margin, margin, margin, margin);
+            }
+        }
+    }
+    QCOMPARE(counts.sizes, 4);
+    QCOMPARE(counts.margins, 2);
+}
+
+void tst_RememberingTextEngine::answersAsTheMeasuringEngine()
+{
+    const RememberingTextEngine engine(std::make_unique<QwtPlainTextEngine>());
+    const QwtPlainTextEngine plain;
+    for (int round = 0; round < 2; ++round) {
+        for (const int size : {8, 12, 30}) {
+            for (const int flags : {int(Qt::AlignCenter), int(Qt::AlignLeft | Qt::TextExpandTabs)}) {
+                for (const char* string : {"", "1", "-1234.5", "two\nlines\there"}) {
+                    const QString text = QLatin1String(string);
+                    const QFont font = fontOf(size);
+                    QCOMPARE(engine.textSize(font, flags, text), plain.textSize(font, flags, text));
+                    QCOMPARE(engine.heightForWidth(font, flags, text, 20.0),
+                        plain.heightForWidth(font, flags, text, 20.0));
+                    double ours[4] = {};
+                    double theirs[4] = {};
+                    engine.textMargins(font, text, ours[0], ours[1], ours[2], ours[3]);
+                    plain.textMargins(font, text, theirs[0], theirs[1], theirs[2], theirs[3]);
+                    for (int side = 0; side < 4; ++side)
+                        QCOMPARE(ours[side], theirs[side]);
+                }
+            }
+        }
+    }
+    QVERIFY(!engine.mightRender(QStringLiteral("1")));
+}
+
+void tst_RememberingTextEngine::forgetsWhatIsTooMuch()
+{
+    const RememberingTextEngine engine(std::make_unique<QwtPlainTextEngine>());
+    const QwtPlainTextEngine plain;
+    for (int i = 0; i < 2500; ++i) {
+        const QFont font = fontOf(8 + i / 200);
+        const QString text = QString::number(i % 1500);
+        QCOMPARE(engine.textSize(font, 0, text), plain.textSize(font, 0, text));
+    }
+}
+
+void tst_RememberingTextEngine::tickTextsLookLikePlainOnes_data()
+{
+    QTest::addColumn<QString>("string");
+    QTest::newRow("number") << QStringLiteral("-92.85");
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("unit") << QStringLiteral("+5 %");
+    QTest::newRow("rich") << QStringLiteral("<b>5</b> up");
+    QTest::newRow("lines") << QStringLiteral("1\n2");
+}
+
+void tst_RememberingTextEngine::tickTextsLookLikePlainOnes()
+{
+    QFETCH(QString, string);
+    const QwtText ours = TickText::text(string);
+    const QwtText plain(string, QwtText::AutoText);
+    QCOMPARE(ours.text(), plain.text());
+    QCOMPARE(ours.textSize(fontOf(13)), plain.textSize(fontOf(13)));
+    QCOMPARE(drawn(ours), drawn(plain));
+    QCOMPARE(TickText::rememberedFormat(), TickText::rememberedFormat());
+}
+
+PLOT2D_TEST_MAIN(tst_RememberingTextEngine)
+#include "tst_rememberingtextengine.moc"
