@@ -32,15 +32,19 @@ QStringList Language::codes()
     return {english, QStringLiteral("de")};
 }
 
-QString Language::ofUser()
+QString Language::among(const QStringList& wanted)
 {
-    const QStringList wanted = QLocale::system().uiLanguages();
     for (const QString& name : wanted) {
         const QString code = name.section(QLatin1Char('-'), 0, 0);
         if (codes().contains(code))
             return code;
     }
     return english;
+}
+
+QString Language::ofUser()
+{
+    return among(QLocale::system().uiLanguages());
 }
 
 bool Language::use(const QString& code)

@@ -9,7 +9,10 @@ namespace Language {
 /// The codes of those there are, "en" first, which the texts are written in.
 QStringList codes();
 
-/// The first that the user's locale asks for and that is there; "en" if there is none.
+/// The first of the wanted ones, such as "de-AT", that is there; "en" if there is none.
+QString among(const QStringList& wanted);
+
+/// The one that the user's locale asks for.
 QString ofUser();
 
 /// Lets the desk, and Qt where its translations are installed, speak this language from now on: texts that

@@ -245,7 +245,7 @@
     </message>
     <message>
         <source>Profit and loss</source>
-        <translation>Gewinn und Verlust</translation>
+        <translation>Gewinn/Verlust</translation>
     </message>
     <message>
         <source>Plot</source>
@@ -650,6 +650,10 @@
     <message>
         <source>The language of the window, %1; otherwise that of the locale.</source>
         <translation>Die Sprache des Fensters, %1; sonst die der Systemeinstellung.</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
     </message>
 </context>
 <context>
@@ -1143,7 +1147,7 @@
     </message>
     <message>
         <source>Profit now</source>
-        <translation>Gewinn jetzt</translation>
+        <translation>Gewinn</translation>
     </message>
     <message>
         <source>Of the whole leg</source>
@@ -1522,12 +1526,12 @@ Preis %2, %3 vom Kurs
         <translation>Serien</translation>
     </message>
     <message>
-        <source>&amp;Series</source>
-        <translation>S&amp;erien</translation>
-    </message>
-    <message>
         <source>Show or hide the tree of underlyings and expiries</source>
         <translation>Den Baum der Basiswerte und Verfallstage zeigen oder ausblenden</translation>
+    </message>
+    <message>
+        <source>E&amp;xpiries</source>
+        <translation>V&amp;erfallstage</translation>
     </message>
 </context>
 <context>

@@ -47,7 +47,7 @@ Exception noSuchExpiry(const QString& what, const QDate& expiry, const QVector<Q
 {
     QStringList known;
     for (const QDate& date : expiries) {
-        const QString text = date.isValid() ? date.toString(Qt::ISODate) : QStringLiteral("unknown");
+        const QString text = date.isValid() ? date.toString(Qt::ISODate) : DeskTexts::tr("unknown");
         if (!known.contains(text))
             known.append(text);
     }

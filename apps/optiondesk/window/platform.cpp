@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFont>
+#include <QPalette>
+#include <QStyle>
 
 #include <qwt_painter.h>
 
@@ -24,6 +26,17 @@ void nameRuntimeFolder()
             QFile::encodeName(QStringLiteral("%1/runtime-%2").arg(QDir::tempPath()).arg(::geteuid())));
 }
 
+// The plot is white, and the colours of the curves are chosen for that. A style of a dark desktop may draw
+// dark whatever the palette.
+void stayLight()
+{
+    const QPalette palette = QApplication::palette();
+    if (palette.color(QPalette::Window).lightnessF() >= palette.color(QPalette::WindowText).lightnessF())
+        return;
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+}
+
 }
 
 void Platform::prepare()
@@ -35,10 +48,15 @@ void Platform::prepare()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (displayMissing)
         qputenv("QT_QPA_PLATFORM", offscreen.toLatin1());
+    // Whatever the screen's scale is, also a quarter more.
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 }
 
 void Platform::setUp()
 {
+    stayLight();
     constexpr int usualPointSize = 10;
     if (QApplication::platformName() == offscreen) {
         QFont font = QApplication::font();
