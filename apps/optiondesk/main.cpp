@@ -170,7 +170,7 @@ int run(const CommandLine& options)
 
 int main(int argc, char** argv)
 {
-    Platform::prepare();
+    Platform::prepare(argc, argv);
     QApplication application(argc, argv);
     Language::use(languageFor(QCoreApplication::arguments()));
     Platform::setUp();

@@ -998,7 +998,7 @@
     <message>
         <source>d MMM yyyy</source>
         <extracomment>The form of a date, as QLocale::toString() takes it</extracomment>
-        <translation>d. MMM yyyy</translation>
+        <translation>dd.MM.yyyy</translation>
     </message>
     <message>
         <source>above %1</source>

@@ -5,10 +5,13 @@
 #include <QFile>
 #include <QFont>
 #include <QPalette>
+#include <QScreen>
 #include <QStyle>
+#include <QVector>
 
 #include <qwt_painter.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include <unistd.h>
@@ -26,6 +29,24 @@ void nameRuntimeFolder()
             QFile::encodeName(QStringLiteral("%1/runtime-%2").arg(QDir::tempPath()).arg(::geteuid())));
 }
 
+// A screen of 96 points an inch, the usual ones, may say 95.9 or, without a desktop, 100: what is drawn at
+// such a factor is blurred and not any larger.
+constexpr double smallestScaledFactor = 1.1;
+
+// Only an application knows its screens, and may not change its mind once it does.
+double largestFactor(int argc, char** argv)
+{
+    constexpr double usualDotsPerInch = 96.0;
+    QVector<char*> arguments(argv, argv + argc);
+    arguments.append(nullptr);
+    const QGuiApplication probe(argc, arguments.data());
+    double factor = 1.0;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* const screen : screens)
+        factor = std::max(factor, screen->logicalDotsPerInch() / usualDotsPerInch);
+    return factor;
+}
+
 // The plot is white, and the colours of the curves are chosen for that. A style of a dark desktop may draw
 // dark whatever the palette.
 void stayLight()
@@ -39,7 +60,7 @@ void stayLight()
 
 }
 
-void Platform::prepare()
+void Platform::prepare(int argc, char** argv)
 {
     // Where files may not be that large a write shall fail instead of ending the desk.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -48,10 +69,10 @@ void Platform::prepare()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (displayMissing)
         qputenv("QT_QPA_PLATFORM", offscreen.toLatin1());
-    // Whatever the screen's scale is, also a quarter more.
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    if (!displayMissing && largestFactor(argc, argv) >= smallestScaledFactor)
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
 }
 
 void Platform::setUp()
