@@ -29,7 +29,7 @@ bool isPlainPainter(QPainter& painter)
 /// Whether whole numbers are pixels of the device.
 bool isPixelPainter(const QPainter& painter)
 {
-    const QTransform transform = painter.deviceTransform();
+    const QTransform& transform = painter.deviceTransform();
     return transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy())
         && !painter.testRenderHint(QPainter::Qt4CompatiblePainting);
 }
@@ -142,7 +142,7 @@ enum class Folding { None, Strokes, SoftStrokes, Polylines };
 Folding foldingFor(
     const QPainter& painter, const CurveFolding::Stretch& seen, const QRectF& area, CurveFolding::Shape shape)
 {
-    const QPen pen = painter.pen();
+    const QPen& pen = painter.pen();
     const bool isSoft = painter.testRenderHint(QPainter::Antialiasing);
     const int width = isPixelPainter(painter) ? pixelWidth(pen) : 0;
     if (width == 1 && !isSoft)

@@ -10,7 +10,7 @@
 /// to one where the widget begins between pixels, nor where it is rendered larger than on its screen.
 inline bool isOnPixelsOf(const QWidget& widget, const QPainter& painter)
 {
-    const QTransform transform = painter.deviceTransform();
+    const QTransform& transform = painter.deviceTransform();
     const double pixelRatio = widget.devicePixelRatioF();
     return transform.type() <= QTransform::TxScale && transform.m11() == pixelRatio
         && transform.m22() == pixelRatio && std::floor(transform.dx()) == transform.dx()

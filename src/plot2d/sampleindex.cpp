@@ -25,7 +25,7 @@ Bounds united(Bounds a, Bounds b)
 
 std::uint64_t bitsOf(double value)
 {
-    std::uint64_t bits;
+    std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof(bits));
     return bits;
 }
@@ -123,8 +123,8 @@ bool SampleIndex::describes(const QwtSeriesData<QPointF>* series) const
 
 template <int Stride> bool SampleIndex::extendFinite(int count)
 {
-    const double* const x = m_x + m_finiteCount * Stride;
-    const double* const y = m_y + m_finiteCount * Stride;
+    const double* const x = m_x + std::ptrdiff_t(m_finiteCount) * Stride;
+    const double* const y = m_y + std::ptrdiff_t(m_finiteCount) * Stride;
     if (!areFinite<Stride>(x, count) || !areFinite<Stride>(y, count))
         return false;
     m_ascending
@@ -137,7 +137,8 @@ template <int Stride> void SampleIndex::buildBlocks()
 {
     m_blocks.reserve(std::size_t(m_size / blockSize));
     while (m_finiteCount + blockSize <= m_size && extendFinite<Stride>(blockSize))
-        m_blocks.push_back(boundsOf<Stride>(m_y + (m_finiteCount - blockSize) * Stride, blockSize));
+        m_blocks.push_back(
+            boundsOf<Stride>(m_y + std::ptrdiff_t(m_finiteCount - blockSize) * Stride, blockSize));
     while (m_finiteCount < m_size && extendFinite<Stride>(1)) { }
 
     const int blocks = static_cast<int>(m_blocks.size());

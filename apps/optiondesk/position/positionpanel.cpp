@@ -56,6 +56,7 @@ void PositionPanel::setUpTable()
         | QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
     m_table->setCornerButtonEnabled(false);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_table->horizontalHeader()->setSectionResizeMode(LegModel::Expiry, QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);

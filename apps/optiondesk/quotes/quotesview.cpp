@@ -54,6 +54,22 @@ void QuotesView::fitColumns()
 {
     if (showColumns())
         resizeColumnsToContents();
+    else
+        widenColumns();
+}
+
+// Quotes come by the dozen a second: what is out of sight is not measured.
+void QuotesView::widenColumns()
+{
+    QHeaderView& header = *horizontalHeader();
+    const int precision = header.resizeContentsPrecision();
+    header.setResizeContentsPrecision(0);
+    for (int i = 0; i < quotesColumnCount; ++i) {
+        const int needed = isColumnHidden(i) ? 0 : sizeHintForColumn(i);
+        if (needed > columnWidth(i))
+            setColumnWidth(i, needed);
+    }
+    header.setResizeContentsPrecision(precision);
 }
 
 void QuotesView::onReset()

@@ -20,7 +20,7 @@ public:
 
 public Q_SLOTS:
     /// Shows the columns that have values now. Where those are others than before, all become as wide as they
-    /// need; otherwise, and so with most quotes, their widths stay.
+    /// need; otherwise those get wider whose visible numbers have outgrown them.
     void fitColumns();
 
 private Q_SLOTS:
@@ -28,6 +28,7 @@ private Q_SLOTS:
 
 private:
     bool showColumns();
+    void widenColumns();
     QModelIndex atTheMoney() const;
     void showAtTheMoney();
 

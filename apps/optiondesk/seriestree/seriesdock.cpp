@@ -38,6 +38,8 @@ SeriesDock::SeriesDock(DeskWindow* window)
     connect(m_view, SIGNAL(chosen(int)), window, SLOT(chooseSeries(int)));
     connect(m_model, SIGNAL(checksChanged()), this, SLOT(onChecksChanged()));
     connect(window->plot(), SIGNAL(seriesReplaced()), this, SLOT(onSeriesReplaced()));
+    // Curves of the chosen series may have come again, and their entries in the legend come first.
+    connect(window, SIGNAL(filterChanged()), this, SLOT(onSeriesReplaced()));
     connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
     onStoredSeriesChanged();
 }

@@ -244,6 +244,7 @@ void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
 void DeskPlot::replot()
 {
     m_axis.settleTicks(false);
+    m_marks.placeLabels();
     if (m_walk)
         m_walk->refresh();
     PriceBased2dPlot::replot();

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QPen>
 
+#include <qwt_interval.h>
 #include <qwt_plot_marker.h>
 #include <qwt_plot_textlabel.h>
 #include <qwt_text.h>
@@ -28,6 +29,12 @@ Qt::Alignment placeOf(int index, int count, bool rises)
     if (count > 1 && index == count - 1)
         return Qt::AlignRight | (rises ? Qt::AlignBottom : Qt::AlignTop);
     return Qt::AlignTop | (rises ? Qt::AlignLeft : Qt::AlignRight);
+}
+
+Qt::Alignment opposite(Qt::Alignment place)
+{
+    return (place & Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft)
+        | (place & Qt::AlignTop ? Qt::AlignBottom : Qt::AlignTop);
 }
 
 bool risesAt(const Position::Profile& position, double price)
@@ -62,6 +69,7 @@ void PositionMarks::hide()
 {
     m_zeroLine->detach();
     m_hint->detach();
+    m_places.clear();
 }
 
 void PositionMarks::showHint(const QString& text)
@@ -87,9 +95,29 @@ void PositionMarks::labelMarkers(const ShownSeries& series)
         text.setBackgroundBrush(m_plot.canvasBackground());
         text.setColor(QColor(Qt::black));
         markers[i]->setLabel(text);
-        markers[i]->setLabelAlignment(placeOf(i, markers.size(), risesAt(series.position, price)));
+        m_places.append(placeOf(i, markers.size(), risesAt(series.position, price)));
         markers[i]->setSpacing(6);
         markers[i]->setZ(markerZ);
+    }
+    placeLabels();
+}
+
+// The opposite quadrant is as free of the profit as the first one.
+void PositionMarks::placeLabels()
+{
+    if (m_places.isEmpty())
+        return;
+    // Of the canvas; more than the widest price.
+    constexpr double width = 0.09;
+    m_plot.updateAxes();
+    const QwtInterval prices = m_plot.axisScaleDiv(QwtPlot::xBottom).interval();
+    const double room = prices.width() * width;
+    const QList<QwtPlotMarker*> markers = m_plot.attachedMarkers();
+    for (int i = 0; i < std::min(markers.size(), m_places.size()); ++i) {
+        const double price = markers[i]->xValue();
+        const bool isCut = m_places[i] & Qt::AlignLeft ? price < prices.minValue() + room
+                                                       : price > prices.maxValue() - room;
+        markers[i]->setLabelAlignment(isCut ? opposite(m_places[i]) : m_places[i]);
     }
 }
 

@@ -21,11 +21,16 @@ public:
     void show(const ShownSeries& series, DeskView view);
     void hide();
 
+    /// Keeps the prices at the markers inside the canvas; with every change of the scale.
+    void placeLabels();
+
 private:
     void labelMarkers(const ShownSeries& series);
     void showHint(const QString& text);
 
     PriceBased2dPlot& m_plot;
+    /// Where the price stands at each marker if there is room.
+    QVector<Qt::Alignment> m_places;
     /// Attached to the plot while they are shown.
     std::unique_ptr<QwtPlotMarker> m_zeroLine;
     std::unique_ptr<QwtPlotTextLabel> m_hint;

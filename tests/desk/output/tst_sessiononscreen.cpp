@@ -58,7 +58,7 @@ const QString exportTitle = QStringLiteral("Export the plot");
 
 void tst_sessiononscreen::initTestCase()
 {
-    if (!XSession::isPossible())
+    if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
     QVERIFY(m_session->start());

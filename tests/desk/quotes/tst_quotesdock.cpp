@@ -41,6 +41,7 @@ private Q_SLOTS:
     void hoveringSelectsTheRow();
     void aCursorAtRestSelectsNothing();
     void followsQuotesInPlace();
+    void columnsGrowWithTheirNumbers();
     void followsStrikes();
     void hiddenItDoesNothing();
     void filtersTableAndPlot();
@@ -271,6 +272,24 @@ void tst_quotesdock::followsQuotesInPlace()
     QCOMPARE(currentStrike(), 110.0);
     QCOMPARE(m_view->verticalScrollBar()->value(), scrolled);
     QVERIFY(isMarked(110.0));
+}
+
+void tst_quotesdock::columnsGrowWithTheirNumbers()
+{
+    const auto fits = [this](QuotesColumn column) {
+        const QString text = m_model->index(rowOf(DeskTest::forward), int(column)).data().toString();
+        QFont bold = m_view->font();
+        bold.setBold(true);
+        return QFontMetrics(bold).horizontalAdvance(text) < m_view->columnWidth(int(column));
+    };
+    QVERIFY(fits(QuotesColumn::CallSettlement));
+    const int before = m_view->columnWidth(int(QuotesColumn::CallSettlement));
+    // A thousand times as much.
+    LiveTable::price(options(), 1000.0 * DeskTest::forward, 0.0);
+    LiveTable::setQuote(m_futureIsinId, DeskTest::forward);
+    m_window->setFilter({false, Pricing::OptionSide::CallsAndPuts, 0});
+    QTRY_VERIFY(m_view->columnWidth(int(QuotesColumn::CallSettlement)) > before + 10);
+    QVERIFY(fits(QuotesColumn::CallSettlement));
 }
 
 void tst_quotesdock::followsStrikes()

@@ -279,6 +279,9 @@ void tst_seriesdock::listsTheChosenSeriesFirst()
     QCOMPARE(entries(), (QStringList{"Smile", "Implied volatility", "Forward", june, december}));
     m_window->chooseSeries(m_dock->findChild<SeriesTreeModel*>()->seriesAt(row(december)));
     QTRY_COMPARE(entries(), (QStringList{"Smile", "Implied volatility", "Forward", april, june}));
+    m_window->setFilter({true, Pricing::OptionSide::Calls, 0});
+    m_window->setFilter({true, Pricing::OptionSide::CallsAndPuts, 0});
+    QCOMPARE(entries(), (QStringList{"Smile", "Implied volatility", "Forward", april, june}));
     auto* model = m_dock->findChild<SeriesTreeModel*>();
     model->setData(row(april), Qt::Unchecked, Qt::CheckStateRole);
     model->setData(row(april), Qt::Checked, Qt::CheckStateRole);

@@ -210,6 +210,13 @@ void tst_positiondesk::drawsCurvesAndMarks()
     QCOMPARE(markers[0]->value(), QPointF(93.0, 0.0));
     QCOMPARE(markers[0]->label().text(), QStringLiteral("93"));
     QCOMPARE(markers[1]->label().text(), QStringLiteral("107"));
+    // The prices stand outside of both, or, where there is no room for that, inside.
+    QVERIFY(markers[0]->labelAlignment() & Qt::AlignLeft);
+    QVERIFY(markers[1]->labelAlignment() & Qt::AlignRight);
+    plot().setAxisScale(QwtPlot::xBottom, 92.5, 107.5, 0.0);
+    plot().replot();
+    QVERIFY(markers[0]->labelAlignment() & Qt::AlignRight);
+    QVERIFY(markers[1]->labelAlignment() & Qt::AlignLeft);
     // The line of no profit is a marker as well.
     QCOMPARE(plot().itemList(QwtPlotItem::Rtti_PlotMarker).size(), 3);
     QVERIFY2(summary().contains(QStringLiteral("93 and 107")), qPrintable(summary()));
