@@ -9,10 +9,13 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 #include <algorithm>
 
 namespace {
+
+Q_LOGGING_CATEGORY(importLog, "optiondesk.import", QtWarningMsg)
 
 // So many rows decide what the header leaves open.
 constexpr int sampleRows = 1000;
@@ -135,5 +138,8 @@ OptionChain readChain(const QString& fileName, const ChainProgress& progress)
 
 OptionChain readChain(QIODevice& device, const QString& name, const ChainProgress& progress)
 {
-    return ChainReading(device, name, progress).read();
+    OptionChain chain = ChainReading(device, name, progress).read();
+    qCDebug(importLog) << name << "holds" << chain.series.size() << "series of" << chain.baseCode
+                       << "with prices of" << chain.asOf;
+    return chain;
 }

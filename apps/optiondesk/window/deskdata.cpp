@@ -10,7 +10,11 @@
 #include <chain/samplechains.h>
 #include <database/exception.h>
 
+#include <QLoggingCategory>
+
 namespace {
+
+Q_LOGGING_CATEGORY(databaseLog, "optiondesk.database", QtWarningMsg)
 
 SqlStorage::Connection connectionTo(const QString& file)
 {
@@ -108,6 +112,8 @@ DeskData::DeskData(const QString& databaseFile)
     const ChainTables tables = ChainTables::make();
     m_storage.attach(tables.boards);
     m_storage.attach(tables.securities);
+    qCDebug(databaseLog) << "opened" << (databaseFile.isEmpty() ? QStringLiteral("memory") : databaseFile)
+                         << "with" << ChainStore::series().size() << "series";
     QObject::connect(&m_storage, &SqlStorage::aboutToCommit, [this] { m_quote.takeBack(); });
 }
 
@@ -119,6 +125,7 @@ bool DeskData::isEmpty() const
 int DeskData::import(const OptionChain& chain, int position)
 {
     ChainImport(m_storage).import(chain);
+    qCDebug(databaseLog) << "stored" << chain.series.size() << "series of" << chain.baseCode;
     const QVector<StoredSeries> stored = ChainStore::series(chain.baseCode);
     const QDate expiry = chain.series.at(position).expiry;
     for (const StoredSeries& series : stored) {

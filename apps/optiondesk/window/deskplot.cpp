@@ -4,6 +4,7 @@
 #include "window/curvetracker.h"
 #include "window/curvewalk.h"
 #include "window/desklegend.h"
+#include "window/gridlines.h"
 #include "window/percentconversion.h"
 #include "window/positioncurves.h"
 #include "window/texts.h"
@@ -244,6 +245,7 @@ void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
 void DeskPlot::replot()
 {
     m_axis.settleTicks(false);
+    GridLines::fit(*this);
     m_marks.placeLabels();
     if (m_walk)
         m_walk->refresh();
