@@ -35,7 +35,7 @@ QStringList Language::codes()
 QString Language::among(const QStringList& wanted)
 {
     for (const QString& name : wanted) {
-        const QString code = name.section(QLatin1Char('-'), 0, 0);
+        QString code = name.section(QLatin1Char('-'), 0, 0);
         if (codes().contains(code))
             return code;
     }

@@ -70,6 +70,7 @@ QColor colorOf(CurveRole role)
 
 }
 
+Q_DECLARE_METATYPE(CurveRole)
 Q_DECLARE_METATYPE(Matrix)
 
 /// That people with the common colour deficiencies tell the curves apart.
