@@ -6,9 +6,11 @@
 #include "seriestree/seriesdock.h"
 #include "window/commandline.h"
 #include "window/curvechoices.h"
+#include "window/curvelook.h"
 #include "window/deskplot.h"
 #include "window/desksession.h"
 #include "window/desksettings.h"
+#include "window/desktexts.h"
 #include "window/deskwindow.h"
 #include "window/platform.h"
 #include "window/positiondesk.h"
@@ -19,6 +21,7 @@
 #include <chain/chaintables.h>
 #include <database/exception.h>
 #include <database/settings.h>
+#include <translations/language.h>
 
 #include <QApplication>
 #include <QFileInfo>
@@ -52,7 +55,7 @@ void printPath(const QString& fileName)
 
 void exportPlot(DeskWindow& window, const CommandLine& options, const QString& fileName)
 {
-    const ExportOptions how{options.size, options.exportScale, window.plot()->priceTitle()};
+    const ExportOptions how{options.size, options.exportScale, window.plot()->priceTitle(), &CurveLook::key};
     PlotExport::save(*window.plot(), *PlotExport::formatOf(fileName), how, fileName);
     printPath(fileName);
 }
@@ -76,7 +79,7 @@ void tellOfUnknown(const QStringList& names, int quotes)
 {
     constexpr int mostNames = 10;
     const QString more = names.size() > mostNames ? QStringLiteral(", ...") : QString();
-    say(QStringLiteral("the replay had %1 quotes of %2 unknown instruments: %3")
+    say(DeskTexts::tr("the replay had %1 quotes of %2 unknown instruments: %3")
             .arg(quotes)
             .arg(names.size())
             .arg(names.mid(0, mostNames).join(QStringLiteral(", ")) + more));
@@ -89,7 +92,7 @@ std::unique_ptr<QuoteReplay> startReplay(
         ChainTables::find().securities, std::move(quotes), futureIsinId, speed);
     QObject::connect(replay.get(), &QuoteReplay::unknownInstruments, tellOfUnknown);
     QObject::connect(replay.get(), &QuoteReplay::failed, &window, [&window](const QString& reason) {
-        const QString text = QStringLiteral("the replay has ended: ") + reason;
+        const QString text = DeskTexts::tr("the replay has ended: %1").arg(reason);
         say(text);
         window.statusBar()->showMessage(Texts::oneLine(text));
     });
@@ -159,7 +162,7 @@ int run(const CommandLine& options)
         replay = startReplay(std::move(quotes), window.futureIsinId(), options.replaySpeed, window);
     const int exitCode = QApplication::exec();
     if (settings && !settings->save())
-        say(QStringLiteral("%1: the settings could not be written").arg(settings->host()->fileName()));
+        say(DeskTexts::tr("%1: the settings could not be written").arg(settings->host()->fileName()));
     return exitCode;
 }
 
@@ -167,11 +170,12 @@ int run(const CommandLine& options)
 
 int main(int argc, char** argv)
 {
-    Platform::prepare();
+    Platform::prepare(argc, argv);
     QApplication application(argc, argv);
+    Language::use(languageFor(QCoreApplication::arguments()));
     Platform::setUp();
     QApplication::setApplicationName(QStringLiteral("optiondesk"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Option desk"));
+    QApplication::setApplicationDisplayName(DeskTexts::tr("Option desk"));
     QApplication::setDesktopFileName(QStringLiteral("optiondesk"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/desktop/optiondesk.svg")));
     QApplication::setApplicationVersion(QStringLiteral(OPTIONDESK_VERSION));
@@ -184,7 +188,7 @@ int main(int argc, char** argv)
     if (commandLine.action == ParsedCommandLine::Action::Fail)
         return fail(commandLine.text, badInput);
     if (Platform::isInvisible() && !asksForFiles(commandLine.options))
-        return fail(QStringLiteral("there is no display; --picture and --export write files without one"),
+        return fail(DeskTexts::tr("there is no display; --picture and --export write files without one"),
             failedOutput);
     try {
         return run(commandLine.options);

@@ -1,6 +1,7 @@
 #include "chain/chainbuilder.h"
 
 #include "chain/chainerror.h"
+#include "chain/chaintexts.h"
 #include "chain/pricestep.h"
 
 #include <QMap>
@@ -55,7 +56,7 @@ ChainBuilder::ChainBuilder(const QString& fileName)
 void ChainBuilder::add(const ReadOption& option)
 {
     if (m_options.size() >= maxOptions)
-        throw ChainError(m_fileName, option.line, QStringLiteral("more than %1 options").arg(maxOptions));
+        throw ChainError(m_fileName, option.line, ChainTexts::tr("more than %1 options").arg(maxOptions));
     m_options.append(option);
 }
 
@@ -79,7 +80,7 @@ QDate ChainBuilder::singleQuoteDate() const
         const QDate other = m_quoteDates.date(number);
         if (other != first)
             throw ChainError(m_fileName, m_quoteDateLines.at(number),
-                QStringLiteral("prices of %1 after prices of %2: a chain is of one day")
+                ChainTexts::tr("prices of %1 after prices of %2: a chain is of one day")
                     .arg(other.toString(Qt::ISODate), first.toString(Qt::ISODate)));
     }
     return m_quoteDates.size() > 0 ? m_quoteDates.date(0) : QDate();
@@ -112,9 +113,9 @@ void ChainBuilder::sortAndMerge()
             return false;
         if (!sameQuote(first.quote, second.quote))
             throw ChainError(m_fileName, second.line,
-                QStringLiteral("the %1 of strike %2 has other values here than in line %3")
-                    .arg(second.quote.type == OptionType::Call ? QStringLiteral("call")
-                                                               : QStringLiteral("put"),
+                ChainTexts::tr("the %1 of strike %2 has other values here than in line %3")
+                    .arg(second.quote.type == OptionType::Call ? ChainTexts::tr("call")
+                                                               : ChainTexts::tr("put"),
                         second.quote.strike.toString(), QString::number(first.line)));
         return true;
     };
@@ -146,7 +147,7 @@ void ChainBuilder::addForwards(OptionChain* chain) const
 OptionChain ChainBuilder::finish()
 {
     if (m_options.isEmpty())
-        throw ChainError(m_fileName, 0, QStringLiteral("no options below the header"));
+        throw ChainError(m_fileName, 0, ChainTexts::tr("no options below the header"));
     OptionChain chain;
     chain.asOf = singleQuoteDate();
     scaleVolatilities();

@@ -1,5 +1,7 @@
 #include "chain/chainerror.h"
 
+#include "chain/chaintexts.h"
+
 namespace {
 
 QString fullText(const QString& file, int line, const QString& reason)
@@ -21,7 +23,7 @@ ChainError::ChainError(const QString& file, int line, const QString& reason)
 
 ChainError ChainError::cancelled(const QString& file)
 {
-    ChainError error(file, 0, QStringLiteral("cancelled"));
+    ChainError error(file, 0, ChainTexts::tr("cancelled"));
     error.m_cancelled = true;
     return error;
 }

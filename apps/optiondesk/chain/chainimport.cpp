@@ -1,6 +1,7 @@
 #include "chain/chainimport.h"
 
 #include "chain/chaintables.h"
+#include "chain/chaintexts.h"
 #include "chain/securityrows.h"
 
 #include <database/exception.h>
@@ -26,21 +27,21 @@ int sessionOf(const QDate& asOf)
 void checkForward(const std::optional<double>& forward)
 {
     if (forward && !(*forward > 0.0 && *forward < maxForward))
-        throw Exception(QStringLiteral("A forward of %1 is not positive or too large.").arg(*forward));
+        throw Exception(ChainTexts::tr("A forward of %1 is not positive or too large.").arg(*forward));
 }
 
 void checkChain(const OptionChain& chain)
 {
     if (chain.baseCode.isEmpty())
-        throw Exception(QStringLiteral("The chain has no base code."));
+        throw Exception(ChainTexts::tr("The chain has no base code."));
     if (chain.series.isEmpty())
-        throw Exception(QStringLiteral("The chain of %1 has no series.").arg(chain.baseCode));
+        throw Exception(ChainTexts::tr("The chain of %1 has no series.").arg(chain.baseCode));
     if (chain.priceStep <= decimal::zero || chain.decimals < 0 || chain.decimals > decimal::maxDecimals)
-        throw Exception(QStringLiteral("The chain of %1 has no valid price step.").arg(chain.baseCode));
+        throw Exception(ChainTexts::tr("The chain of %1 has no valid price step.").arg(chain.baseCode));
     for (const OptionSeries& series : chain.series) {
         checkForward(series.forward);
         if (series.quotes.isEmpty())
-            throw Exception(QStringLiteral("A series of %1 has no options.").arg(chain.baseCode));
+            throw Exception(ChainTexts::tr("A series of %1 has no options.").arg(chain.baseCode));
     }
 }
 
@@ -100,7 +101,7 @@ Record ChainRows::makeRow(const OptionSeries& series, const QString& nameEnd)
 {
     if (m_lastIsinId >= std::numeric_limits<qint32>::max()
         || m_lastSecId >= std::numeric_limits<qint64>::max())
-        throw Exception(QStringLiteral("There are no ids left in the table of securities."));
+        throw Exception(ChainTexts::tr("There are no ids left in the table of securities."));
     Record row = m_rows.table().createRow();
     QString name = m_chain.baseCode;
     if (series.expiry.isValid())

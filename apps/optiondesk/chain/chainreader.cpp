@@ -3,15 +3,19 @@
 #include "chain/chainbuilder.h"
 #include "chain/chainerror.h"
 #include "chain/chainfilename.h"
+#include "chain/chaintexts.h"
 #include "chain/rowparser.h"
 #include "chain/textdecoder.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 #include <algorithm>
 
 namespace {
+
+Q_LOGGING_CATEGORY(importLog, "optiondesk.import", QtWarningMsg)
 
 // So many rows decide what the header leaves open.
 constexpr int sampleRows = 1000;
@@ -121,18 +125,21 @@ OptionChain readChain(const QString& fileName, const ChainProgress& progress)
 {
     const QFileInfo info(fileName);
     if (!info.exists())
-        throw ChainError(fileName, 0, QStringLiteral("there is no such file"));
+        throw ChainError(fileName, 0, ChainTexts::tr("there is no such file"));
     if (info.isDir())
-        throw ChainError(fileName, 0, QStringLiteral("is a folder"));
+        throw ChainError(fileName, 0, ChainTexts::tr("is a folder"));
     if (!info.isFile())
-        throw ChainError(fileName, 0, QStringLiteral("is not an ordinary file"));
+        throw ChainError(fileName, 0, ChainTexts::tr("is not an ordinary file"));
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        throw ChainError(fileName, 0, QStringLiteral("cannot be opened: %1").arg(file.errorString()));
+        throw ChainError(fileName, 0, ChainTexts::tr("cannot be opened: %1").arg(file.errorString()));
     return readChain(file, fileName, progress);
 }
 
 OptionChain readChain(QIODevice& device, const QString& name, const ChainProgress& progress)
 {
-    return ChainReading(device, name, progress).read();
+    OptionChain chain = ChainReading(device, name, progress).read();
+    qCDebug(importLog) << name << "holds" << chain.series.size() << "series of" << chain.baseCode
+                       << "with prices of" << chain.asOf;
+    return chain;
 }

@@ -1,5 +1,7 @@
 #include "chain/columnmap.h"
 
+#include "chain/chaintexts.h"
+
 #include <algorithm>
 
 namespace {
@@ -89,7 +91,7 @@ void ColumnMap::take(const ColumnName& name, int cell, const QString& header)
     }
     Place& known = place(name.column, name.side);
     if (known.cell >= 0 && known.rank == name.rank)
-        m_ambiguity = QStringLiteral("the column \"%1\" occurs twice").arg(header);
+        m_ambiguity = ChainTexts::tr("the column \"%1\" occurs twice").arg(header);
     if (known.cell < 0 || name.rank < known.rank)
         known = {cell, name.rank, name.percent};
 }

@@ -1,6 +1,7 @@
 #include "chain/csvreader.h"
 
 #include "chain/chainerror.h"
+#include "chain/chaintexts.h"
 #include "chain/textdecoder.h"
 
 #include <algorithm>
@@ -74,7 +75,7 @@ bool CsvReader::readRow(CsvRow* row)
             complete = splitCsv(text, m_delimiter, &row->cells);
         }
         if (!complete)
-            throw ChainError(m_text.name(), row->line, QStringLiteral("a quote is not closed"));
+            throw ChainError(m_text.name(), row->line, ChainTexts::tr("a quote is not closed"));
         const bool comment = row->cells.size() == 1 && row->cells.first().startsWith(QLatin1Char('#'));
         if (!comment && !isBlank(row->cells))
             return true;

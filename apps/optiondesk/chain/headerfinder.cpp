@@ -1,6 +1,7 @@
 #include "chain/headerfinder.h"
 
 #include "chain/chainerror.h"
+#include "chain/chaintexts.h"
 #include "chain/csvreader.h"
 #include "chain/textdecoder.h"
 
@@ -42,7 +43,7 @@ ChainHeader bestReading(QString text)
 
 QString lookedFor()
 {
-    return QStringLiteral("a strike (%1), the option's type (%2) or columns of calls and puts (call_..., "
+    return ChainTexts::tr("a strike (%1), the option's type (%2) or columns of calls and puts (call_..., "
                           "put_...), and a price (%3; %4; %5) or an implied volatility (%6)")
         .arg(columnExamples(Column::Strike), columnExamples(Column::Type), columnExamples(Column::Settlement),
             columnExamples(Column::Bid), columnExamples(Column::Last), columnExamples(Column::Volatility));
@@ -54,7 +55,7 @@ QString found(const QStringList& names)
     for (const QString& name : names.mid(0, maxNamesInMessage))
         shown.append(QLatin1Char('"') + name.left(maxNameLength) + QLatin1Char('"'));
     if (names.size() > maxNamesInMessage)
-        shown.append(QStringLiteral("and %1 more").arg(names.size() - maxNamesInMessage));
+        shown.append(ChainTexts::tr("and %1 more").arg(names.size() - maxNamesInMessage));
     return shown.join(QStringLiteral(", "));
 }
 
@@ -79,8 +80,8 @@ ChainHeader findHeader(TextDecoder& text)
         ++others;
     }
     if (best.line == 0)
-        throw ChainError(text.name(), 0, QStringLiteral("the file is empty"));
+        throw ChainError(text.name(), 0, ChainTexts::tr("the file is empty"));
     throw ChainError(text.name(), best.line,
-        QStringLiteral("no header of an option chain: looked for %1; found %2")
+        ChainTexts::tr("no header of an option chain: looked for %1; found %2")
             .arg(lookedFor(), found(best.names)));
 }

@@ -2,6 +2,7 @@
 
 #include "chain/chainbuilder.h"
 #include "chain/chainerror.h"
+#include "chain/chaintexts.h"
 #include "chain/optioncode.h"
 
 #include <algorithm>
@@ -66,7 +67,7 @@ void RowParser::checkCellCount(const CsvRow& row) const
         --filled;
     if (row.cells.size() < expected || filled > most)
         throw ChainError(m_format.fileName, row.line,
-            QStringLiteral("%1 cells instead of %2").arg(row.cells.size()).arg(expected));
+            ChainTexts::tr("%1 cells instead of %2").arg(row.cells.size()).arg(expected));
 }
 
 void RowParser::noteCodes(const CsvRow& row)
@@ -88,7 +89,7 @@ void RowParser::noteQuoteDate(const CsvRow& row) const
     const int column = m_format.columns.index(Column::QuoteDate);
     const QString cell = m_format.cell(row, column);
     if (column >= 0 && !isMissingValue(cell) && !m_builder.addQuoteDate(cell, row.line))
-        fail(row, column, QStringLiteral("is no date, or not in the order of day and month before it"));
+        fail(row, column, ChainTexts::tr("is no date, or not in the order of day and month before it"));
 }
 
 void RowParser::addOption(const CsvRow& row, ReadOption option, OptionType type, Side side) const
@@ -113,12 +114,12 @@ OptionType RowParser::typeOf(const CsvRow& row) const
     if (column < 0) {
         const std::optional<OptionCode> code = parseOptionCode(m_format.cell(row, m_format.codeColumn));
         if (!code)
-            fail(row, m_format.codeColumn, QStringLiteral("is no option code"));
+            fail(row, m_format.codeColumn, ChainTexts::tr("is no option code"));
         return code->type;
     }
     const std::optional<OptionType> type = parseOptionType(m_format.cell(row, column));
     if (!type)
-        fail(row, column, QStringLiteral("is no option type, such as C, P, call or put"));
+        fail(row, column, ChainTexts::tr("is no option type, such as C, P, call or put"));
     return *type;
 }
 
@@ -128,14 +129,14 @@ int RowParser::expiryOf(const CsvRow& row) const
     if (column >= 0) {
         const std::optional<int> expiry = m_builder.expiries().add(m_format.cell(row, column));
         if (!expiry)
-            fail(row, column, QStringLiteral("is no date, or not in the order of day and month before it"));
+            fail(row, column, ChainTexts::tr("is no date, or not in the order of day and month before it"));
         return *expiry;
     }
     if (m_format.codeColumn < 0)
         return -1;
     const std::optional<OptionCode> code = parseOptionCode(m_format.cell(row, m_format.codeColumn));
     if (!code)
-        fail(row, m_format.codeColumn, QStringLiteral("is no option code"));
+        fail(row, m_format.codeColumn, ChainTexts::tr("is no option code"));
     return m_builder.expiries().add(code->expiry.toString(Qt::ISODate)).value_or(-1);
 }
 
@@ -143,7 +144,7 @@ decimal RowParser::strikeOf(const CsvRow& row) const
 {
     const std::optional<decimal> strike = number(row, Column::Strike, Side::Row);
     if (!strike || *strike <= decimal::zero)
-        fail(row, m_format.columns.index(Column::Strike), QStringLiteral("is no positive strike"));
+        fail(row, m_format.columns.index(Column::Strike), ChainTexts::tr("is no positive strike"));
     return *strike;
 }
 
@@ -155,7 +156,7 @@ std::optional<decimal> RowParser::number(const CsvRow& row, Column column, Side 
         return std::nullopt;
     const std::optional<ParsedNumber> number = parseNumber(cell, m_format.mark);
     if (!number || (number->percent && !percent))
-        fail(row, index, QStringLiteral("is no number"));
+        fail(row, index, ChainTexts::tr("is no number"));
     if (percent)
         *percent = number->percent;
     return number->value;
@@ -165,7 +166,7 @@ std::optional<decimal> RowParser::amount(const CsvRow& row, Column column, Side 
 {
     const std::optional<decimal> value = number(row, column, side);
     if (value && *value < decimal::zero)
-        fail(row, m_format.columns.index(column, side), QStringLiteral("is negative"));
+        fail(row, m_format.columns.index(column, side), ChainTexts::tr("is negative"));
     return value;
 }
 
@@ -175,7 +176,7 @@ std::optional<qint64> RowParser::count(const CsvRow& row, Column column, Side si
     if (!value)
         return std::nullopt;
     if (value->rounded(0) != *value)
-        fail(row, m_format.columns.index(column, side), QStringLiteral("is no whole number"));
+        fail(row, m_format.columns.index(column, side), ChainTexts::tr("is no whole number"));
     return value->toString().toLongLong();
 }
 
@@ -184,7 +185,7 @@ std::optional<double> RowParser::volatility(const CsvRow& row, Side side) const
     bool percent = false;
     const std::optional<decimal> value = number(row, Column::Volatility, side, &percent);
     if (value && *value < decimal::zero)
-        fail(row, m_format.columns.index(Column::Volatility, side), QStringLiteral("is negative"));
+        fail(row, m_format.columns.index(Column::Volatility, side), ChainTexts::tr("is negative"));
     if (percent)
         m_builder.setPercent();
     // A volatility of 0 is how tables state that there is none.
@@ -204,7 +205,7 @@ std::optional<double> RowParser::positive(const CsvRow& row, Column column) cons
 void RowParser::fail(const CsvRow& row, int column, const QString& what) const
 {
     throw ChainError(m_format.fileName, row.line,
-        QStringLiteral("\"%1\" in column \"%2\" %3")
+        ChainTexts::tr("\"%1\" in column \"%2\" %3")
             .arg(m_format.cell(row, column).left(maxCellInMessage),
                 m_format.names.value(column).left(maxCellInMessage), what));
 }

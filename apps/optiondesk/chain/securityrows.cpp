@@ -1,6 +1,7 @@
 #include "chain/securityrows.h"
 
 #include "chain/chaintables.h"
+#include "chain/chaintexts.h"
 
 #include <database/exception.h>
 #include <database/table.h>
@@ -17,7 +18,7 @@ int SecurityRows::column(const char* name) const
 {
     const int index = m_table.columnIndex(QString::fromLatin1(name));
     if (index < 0)
-        throw Exception(QStringLiteral("The table \"%1\" has no column \"%2\".")
+        throw Exception(ChainTexts::tr("The table \"%1\" has no column \"%2\".")
                             .arg(m_table.name(), QString::fromLatin1(name)));
     return index;
 }

@@ -1,6 +1,7 @@
 #include "chain/textdecoder.h"
 
 #include "chain/chainerror.h"
+#include "chain/chaintexts.h"
 
 #include <QIODevice>
 #include <QTextCodec>
@@ -19,7 +20,7 @@ constexpr std::array<ushort, 32> windows1252 = {0x20AC, 0, 0x201A, 0x0192, 0x201
 
 QString notText()
 {
-    return QStringLiteral("not a text file");
+    return ChainTexts::tr("not a text file");
 }
 
 }
@@ -37,7 +38,7 @@ void TextDecoder::detectEncoding()
     if (m_buffer.startsWith("\x1f\x8b") || m_buffer.startsWith("PK\x03\x04") || m_buffer.startsWith("BZh")
         || m_buffer.startsWith("\xfd"
                                "7zXZ"))
-        fail(QStringLiteral("not a text file but a compressed one"));
+        fail(ChainTexts::tr("not a text file but a compressed one"));
     if (m_buffer.startsWith("\xef\xbb\xbf")) {
         m_hasMark = true;
         m_start = 3;
@@ -61,7 +62,7 @@ bool TextDecoder::fill()
     const qint64 count = m_device.read(m_buffer.data() + before, blockSize);
     m_buffer.resize(before + int(std::max<qint64>(count, 0)));
     if (count < 0)
-        fail(QStringLiteral("cannot be read: %1").arg(m_device.errorString()));
+        fail(ChainTexts::tr("cannot be read: %1").arg(m_device.errorString()));
     m_bytesRead += count;
     m_atEnd = count == 0;
     return count > 0;
@@ -103,7 +104,7 @@ int TextDecoder::findLineEnd()
         if (unit < ' ' && unit != '\t')
             fail(notText());
         if (index >= maxLineLength)
-            fail(QStringLiteral("the line is longer than %1 characters").arg(maxLineLength));
+            fail(ChainTexts::tr("the line is longer than %1 characters").arg(maxLineLength));
     }
 }
 
@@ -149,7 +150,7 @@ QString TextDecoder::decodeBytes(const QByteArray& bytes)
         if (state.invalidChars == 0 && state.remainingChars == 0)
             return text;
         if (m_hasMark)
-            fail(QStringLiteral("the line is not UTF-8, which the file's first bytes announce"));
+            fail(ChainTexts::tr("the line is not UTF-8, which the file's first bytes announce"));
         m_encoding = Encoding::Windows1252;
     }
     QString text = QString::fromLatin1(bytes);

@@ -1,6 +1,7 @@
 #include "output/plotexport.h"
 
 #include "output/curvetable.h"
+#include "output/outputtexts.h"
 #include "output/plotdrawing.h"
 #include "output/wholefile.h"
 
@@ -32,7 +33,7 @@ void paintOn(QPaintDevice& device, PriceBased2dPlot& plot, const QSize& size)
 {
     QPainter painter;
     if (!painter.begin(&device))
-        throw Exception(QStringLiteral("the plot could not be drawn"));
+        throw Exception(OutputTexts::tr("the plot could not be drawn"));
     PlotDrawing::paint(plot, size, painter, whole(device));
 }
 
@@ -41,7 +42,7 @@ QByteArray png(PriceBased2dPlot& plot, const ExportOptions& options)
     QByteArray bytes;
     QBuffer buffer(&bytes);
     if (!PlotExport::image(plot, options).save(&buffer, "PNG"))
-        throw Exception(QStringLiteral("the picture could not be written"));
+        throw Exception(OutputTexts::tr("the picture could not be written"));
     return bytes;
 }
 
@@ -95,13 +96,13 @@ QImage PlotExport::image(PriceBased2dPlot& plot, const ExportOptions& options)
     const QSize size = options.size * options.scale;
     if (size.boundedTo({largestSide, largestSide}) != size)
         throw Exception(
-            QStringLiteral("a picture of %1 by %2 pixels is too large, at most %3 a side can be drawn")
+            OutputTexts::tr("a picture of %1 by %2 pixels is too large, at most %3 a side can be drawn")
                 .arg(size.width())
                 .arg(size.height())
                 .arg(largestSide));
     QImage result(size, QImage::Format_RGB32);
     if (result.isNull())
-        throw Exception(QStringLiteral("there is no memory for a picture of %1 by %2 pixels")
+        throw Exception(OutputTexts::tr("there is no memory for a picture of %1 by %2 pixels")
                             .arg(size.width())
                             .arg(size.height()));
     const double dotsPerMeter = plot.logicalDpiX() * options.scale * 1000.0 / millimetersPerInch;
@@ -124,7 +125,12 @@ QByteArray PlotExport::content(PriceBased2dPlot& plot, ExportFormat format, cons
     case ExportFormat::Csv:
         break;
     }
-    return CurveTable::csv(options.priceTitle, CurveTable::columns(plot));
+    QVector<CurveTable::Column> columns = CurveTable::columns(plot);
+    for (CurveTable::Column& column : columns) {
+        if (options.columnTitle)
+            column.title = options.columnTitle(column.title);
+    }
+    return CurveTable::csv(options.priceTitle, columns);
 }
 
 void PlotExport::save(

@@ -24,6 +24,8 @@ struct ExportOptions {
     int scale = 1;
     /// Of the column of prices in a table.
     QString priceTitle;
+    /// Gives the title of a curve's column for the title of the curve; the same without a function.
+    QString (*columnTitle)(const QString&) = nullptr;
 };
 
 /// The plot as files and for the clipboard.

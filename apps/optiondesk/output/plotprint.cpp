@@ -1,5 +1,6 @@
 #include "output/plotprint.h"
 
+#include "output/outputtexts.h"
 #include "output/plotdrawing.h"
 #include "output/wholefile.h"
 
@@ -19,14 +20,14 @@ void paintPage(PriceBased2dPlot& plot, QPrinter& printer)
 {
     QPainter painter;
     if (!painter.begin(&printer))
-        throw Exception(QStringLiteral("the printer cannot be used"));
+        throw Exception(OutputTexts::tr("the printer cannot be used"));
     // The painter begins at the corner of the printable area.
     const QRectF page(QPointF(), printer.pageRect(QPrinter::DevicePixel).size());
     const QSizeF inches = printer.pageRect(QPrinter::Inch).size();
     const QSizeF size(inches.width() * plot.logicalDpiX(), inches.height() * plot.logicalDpiY());
     PlotDrawing::paint(plot, size, painter, page);
     if (!painter.end() || printer.printerState() == QPrinter::Error)
-        throw Exception(QStringLiteral("the printer has failed"));
+        throw Exception(OutputTexts::tr("the printer has failed"));
 }
 
 }

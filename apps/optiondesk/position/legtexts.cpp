@@ -39,7 +39,12 @@ QString LegTexts::kind(LegKind kind)
 
 QString LegTexts::expiry(const QDate& date)
 {
-    return date.isValid() ? QLocale::c().toString(date, QStringLiteral("d MMM yyyy")) : tr("none");
+    if (!date.isValid())
+        return tr("none");
+    //: The code of this language, whose names of months dates have
+    const QLocale language(tr("en"));
+    //: The form of a date, as QLocale::toString() takes it
+    return language.toString(date, tr("d MMM yyyy"));
 }
 
 QString LegTexts::number(double value, int decimals)
@@ -114,8 +119,8 @@ QString LegTexts::summary(const Profile& profile, int decimals)
     if (profile.leftOut() == 1)
         parts.append(tr("1 leg left out: its series is not there or has no forward"));
     else if (profile.leftOut() > 1)
-        parts.append(
-            tr("%1 legs left out: their series are not there or have no forward").arg(profile.leftOut()));
+        parts.append(tr(
+            "%n legs left out: their series are not there or have no forward", nullptr, profile.leftOut()));
     return parts.join(separator);
 }
 

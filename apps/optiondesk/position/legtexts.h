@@ -15,7 +15,7 @@ class LegTexts {
 
 public:
     static QString kind(LegKind kind);
-    /// "14 Nov 2012"; "none" for an invalid date.
+    /// "14 Nov 2012" in the language of the texts; "none" for an invalid date.
     static QString expiry(const QDate& date);
 
     /// With at most this many decimals, without trailing zeros and without separators of thousands, so that

@@ -1,5 +1,6 @@
 #include "position/positionfile.h"
 
+#include "position/legtexts.h"
 #include "position/positionjson.h"
 
 #include <QDir>
@@ -58,7 +59,7 @@ PositionFile::PositionFile(const QString& fileName)
     if (!file.exists())
         return;
     if (!file.open(QIODevice::ReadOnly)) {
-        m_problem = QStringLiteral("%1: %2; positions are not kept").arg(fileName, file.errorString());
+        m_problem = LegTexts::tr("%1: %2; positions are not kept").arg(fileName, file.errorString());
         m_fileName.clear();
         return;
     }
@@ -69,11 +70,11 @@ PositionFile::PositionFile(const QString& fileName)
     file.close();
     const QString aside = nameAside(fileName);
     if (QFile::rename(fileName, aside)) {
-        m_problem = QStringLiteral("%1: this is no file of positions; it is kept as %2").arg(fileName, aside);
+        m_problem = LegTexts::tr("%1: this is no file of positions; it is kept as %2").arg(fileName, aside);
         return;
     }
     m_problem
-        = QStringLiteral("%1: this is no file of positions; it is left as it is, and positions are not kept")
+        = LegTexts::tr("%1: this is no file of positions; it is left as it is, and positions are not kept")
               .arg(fileName);
     m_fileName.clear();
 }

@@ -4,8 +4,11 @@
 #include <database/table.h>
 
 #include <QElapsedTimer>
+#include <QLoggingCategory>
 
 namespace {
+
+Q_LOGGING_CATEGORY(replayLog, "optiondesk.replay", QtWarningMsg)
 
 constexpr int tickMilliseconds = 20;
 constexpr qint64 sliceMicroseconds = 5000;
@@ -45,6 +48,7 @@ void QuoteReplay::start()
         return;
     m_state = State::Running;
     m_startTime = m_clock();
+    qCDebug(replayLog) << "started at the speed" << m_speed.value_or(0.0);
     m_timer.start(tickMilliseconds);
 }
 
@@ -104,6 +108,9 @@ void QuoteReplay::finish()
 {
     m_state = State::Finished;
     m_timer.stop();
+    qCDebug(replayLog) << "ended after ms" << (m_clock() - m_startTime) / 1000 << "with"
+                       << m_quotes->instruments().size() << "instruments," << m_unknownQuotes
+                       << "quotes of unknown ones" << m_failure;
     const QPointer<QuoteReplay> self(this);
     if (m_unknownQuotes > 0) {
         QStringList names;

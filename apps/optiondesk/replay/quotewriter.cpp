@@ -1,5 +1,7 @@
 #include "replay/quotewriter.h"
 
+#include "replay/replaytexts.h"
+
 #include <chain/securityrows.h>
 #include <database/exception.h>
 #include <database/table.h>
@@ -37,7 +39,7 @@ QuoteWriter::QuoteWriter(Table* securities, const QStringList& instruments, int 
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         m_columns[i] = rows.column(columnNames[i]);
         if (securities->fieldDefs().at(m_columns[i])->type != FieldType::Decimal)
-            throw Exception(QStringLiteral("The column \"%1\" of the table \"%2\" holds no prices.")
+            throw Exception(ReplayTexts::tr("The column \"%1\" of the table \"%2\" holds no prices.")
                                 .arg(QLatin1String(columnNames[i]), securities->name()));
     }
     connect(securities, SIGNAL(rowsInserted(QVector<Record>)), SLOT(onRowsReplaced()));

@@ -1,5 +1,6 @@
 #include "replay/replayfile.h"
 
+#include "replay/replaytexts.h"
 #include "replay/replaytime.h"
 
 #include <chain/chainerror.h>
@@ -52,12 +53,12 @@ std::unique_ptr<QIODevice> opened(const QString& fileName)
 {
     const QFileInfo info(fileName);
     if (!info.exists())
-        throw ChainError(fileName, 0, QStringLiteral("there is no such file"));
+        throw ChainError(fileName, 0, ReplayTexts::tr("there is no such file"));
     if (!info.isFile())
-        throw ChainError(fileName, 0, QStringLiteral("is not an ordinary file"));
+        throw ChainError(fileName, 0, ReplayTexts::tr("is not an ordinary file"));
     auto file = std::make_unique<QFile>(fileName);
     if (!file->open(QIODevice::ReadOnly))
-        throw ChainError(fileName, 0, QStringLiteral("cannot be opened: %1").arg(file->errorString()));
+        throw ChainError(fileName, 0, ReplayTexts::tr("cannot be opened: %1").arg(file->errorString()));
     return file;
 }
 
@@ -117,18 +118,18 @@ void ReplayFile::Rows::findHeader()
             continue;
         if (!m_header.columns.repeatedName().isEmpty())
             throw ChainError(m_text.name(), m_text.lineNumber(),
-                QStringLiteral("there are two columns %1").arg(shown(m_header.columns.repeatedName())));
+                ReplayTexts::tr("there are two columns %1").arg(shown(m_header.columns.repeatedName())));
         if (m_header.columns.isComplete())
             return;
         QStringList names;
         for (const QString& name : m_header.names.mid(0, maxCellsInMessage))
             names.append(shown(name));
         throw ChainError(m_text.name(), m_text.lineNumber(),
-            QStringLiteral("no header of recorded quotes: looked for time, instrument and one of bid, ask "
-                           "and last; found %1")
+            ReplayTexts::tr("no header of recorded quotes: looked for time, instrument and one of bid, ask "
+                            "and last; found %1")
                 .arg(names.join(QStringLiteral(", "))));
     }
-    throw ChainError(m_text.name(), 0, QStringLiteral("the file is empty"));
+    throw ChainError(m_text.name(), 0, ReplayTexts::tr("the file is empty"));
 }
 
 void ReplayFile::Rows::findMark(const QVector<CsvRow>& rows)
@@ -155,7 +156,7 @@ void ReplayFile::Rows::readFirstRows()
     while (rows.size() < sampleRows && m_reader->readRow(&row))
         rows.append(row);
     if (rows.isEmpty())
-        throw ChainError(m_text.name(), 0, QStringLiteral("there are no quotes"));
+        throw ChainError(m_text.name(), 0, ReplayTexts::tr("there are no quotes"));
     findMark(rows);
     for (const CsvRow& early : qAsConst(rows))
         m_first.push_back(parse(early));
@@ -179,7 +180,7 @@ void ReplayFile::Rows::checkCellCount(const CsvRow& row) const
         --filled;
     if (row.cells.size() < m_header.columns.cellCount() || filled > m_header.names.size())
         throw ChainError(m_text.name(), row.line,
-            QStringLiteral("%1 cells instead of %2").arg(row.cells.size()).arg(m_header.names.size()));
+            ReplayTexts::tr("%1 cells instead of %2").arg(row.cells.size()).arg(m_header.names.size()));
 }
 
 RecordedQuote ReplayFile::Rows::parse(const CsvRow& row)
@@ -198,16 +199,16 @@ qint64 ReplayFile::Rows::timeOf(const CsvRow& row)
     const int column = m_header.columns.time();
     const std::optional<QuoteTime> time = parseQuoteTime(row.cells.at(column));
     if (!time)
-        fail(row, column, QStringLiteral("is no time (milliseconds, HH:MM:SS.zzz or an ISO date and time)"));
+        fail(row, column, ReplayTexts::tr("is no time (milliseconds, HH:MM:SS.zzz or an ISO date and time)"));
     if (!m_form) {
         m_form = time->form;
         m_zero = time->form == TimeForm::Elapsed ? 0 : time->milliseconds;
     }
     if (time->form != *m_form)
-        fail(row, column, QStringLiteral("is a time of another form than those before"));
+        fail(row, column, ReplayTexts::tr("is a time of another form than those before"));
     const qint64 sinceStart = time->milliseconds - m_zero;
     if (sinceStart < m_lastTime)
-        fail(row, column, QStringLiteral("is before the time of the row before"));
+        fail(row, column, ReplayTexts::tr("is before the time of the row before"));
     m_lastTime = sinceStart;
     return sinceStart;
 }
@@ -217,14 +218,14 @@ int ReplayFile::Rows::instrumentOf(const CsvRow& row)
     const int column = m_header.columns.instrument();
     const QString& name = row.cells.at(column);
     if (name.isEmpty())
-        fail(row, column, QStringLiteral("names no instrument"));
+        fail(row, column, ReplayTexts::tr("names no instrument"));
     const auto known = m_positions.constFind(name);
     if (known != m_positions.constEnd())
         return *known;
     const int position = m_instruments.size();
     if (position == m_mostInstruments)
         throw ChainError(m_text.name(), row.line,
-            QStringLiteral("there are more than %1 instruments").arg(m_mostInstruments));
+            ReplayTexts::tr("there are more than %1 instruments").arg(m_mostInstruments));
     m_positions.insert(name, position);
     m_instruments.append(name);
     return position;
@@ -237,16 +238,16 @@ void ReplayFile::Rows::takePrice(const CsvRow& row, QuoteField field, RecordedQu
         return;
     const std::optional<ParsedNumber> number = parseNumber(row.cells.at(column), m_mark);
     if (!number || number->percent)
-        fail(row, column, QStringLiteral("is no price"));
+        fail(row, column, ReplayTexts::tr("is no price"));
     if (number->value < decimal::zero)
-        fail(row, column, QStringLiteral("is negative"));
+        fail(row, column, ReplayTexts::tr("is negative"));
     quote->setPrice(field, number->value);
 }
 
 void ReplayFile::Rows::fail(const CsvRow& row, int column, const QString& what) const
 {
     throw ChainError(m_text.name(), row.line,
-        QStringLiteral("%1 in column %2 %3")
+        ReplayTexts::tr("%1 in column %2 %3")
             .arg(shown(row.cells.value(column)), shown(m_header.names.value(column)), what));
 }
 

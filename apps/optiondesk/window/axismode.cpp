@@ -112,10 +112,13 @@ bool operator==(const AxisReference& a, const AxisReference& b)
 const QVector<AxisModes::Description>& AxisModes::all()
 {
     static const QVector<Description> modes{
-        {AxisMode::Price, QStringLiteral("price"), QStringLiteral("Pr&ices")},
-        {AxisMode::PointsFromQuote, QStringLiteral("points"), QStringLiteral("P&oints from the quote")},
-        {AxisMode::PercentOfQuote, QStringLiteral("percent"), QStringLiteral("Per&cent of the quote")},
-        {AxisMode::Deviations, QStringLiteral("deviations"), QStringLiteral("&Deviations from the quote")},
+        {AxisMode::Price, QStringLiteral("price"), QT_TRANSLATE_NOOP("AxisModes", "Pr&ices")},
+        {AxisMode::PointsFromQuote, QStringLiteral("points"),
+            QT_TRANSLATE_NOOP("AxisModes", "P&oints from the quote")},
+        {AxisMode::PercentOfQuote, QStringLiteral("percent"),
+            QT_TRANSLATE_NOOP("AxisModes", "Per&cent of the quote")},
+        {AxisMode::Deviations, QStringLiteral("deviations"),
+            QT_TRANSLATE_NOOP("AxisModes", "&Deviations from the quote")},
     };
     return modes;
 }

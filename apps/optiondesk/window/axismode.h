@@ -34,7 +34,8 @@ namespace AxisModes {
 struct Description {
     AxisMode mode;
     QString name;
-    QString menuText;
+    /// In English, to be translated in the context AxisModes.
+    const char* menuText;
 };
 
 /// All modes, in the order of the menu.

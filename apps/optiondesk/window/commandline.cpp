@@ -3,8 +3,10 @@
 #include "output/picture.h"
 #include "output/plotexport.h"
 #include "window/commandoptions.h"
+#include "window/desktexts.h"
 
 #include <database/exception.h>
+#include <translations/language.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -26,14 +28,14 @@ Exception invalid(const QString& option, const QString& value, const QString& wa
 
 Exception unexpected(const QString& argument)
 {
-    return Exception(QStringLiteral("unexpected argument \"%1\"").arg(argument));
+    return Exception(DeskTexts::tr("unexpected argument \"%1\"").arg(argument));
 }
 
 QString fileName(const QCommandLineParser& parser, const QString& option)
 {
     QString name = parser.value(option);
     if (parser.isSet(option) && name.isEmpty())
-        throw invalid(option, name, QStringLiteral("a file name is needed"));
+        throw invalid(option, name, DeskTexts::tr("a file name is needed"));
     return name;
 }
 
@@ -56,7 +58,7 @@ std::optional<double> forward(const QCommandLineParser& parser)
     bool ok = false;
     const double value = text.toDouble(&ok);
     if (!ok || !(value >= lowestForward && value <= highestForward))
-        throw invalid(CommandOptions::forward, text, QStringLiteral("a price from 0.00001 to 1e9 is needed"));
+        throw invalid(CommandOptions::forward, text, DeskTexts::tr("a price from 0.00001 to 1e9 is needed"));
     return value;
 }
 
@@ -67,7 +69,7 @@ QDate date(const QCommandLineParser& parser, const QString& option)
     const QDate value = dateFromOption(parser.value(option));
     if (!value.isValid())
         throw invalid(option, parser.value(option),
-            QStringLiteral("a date of the calendar is needed, YYYY-MM-DD or YYYYMMDD"));
+            DeskTexts::tr("a date of the calendar is needed, YYYY-MM-DD or YYYYMMDD"));
     return value;
 }
 
@@ -76,7 +78,7 @@ DeskView view(const QCommandLineParser& parser)
     const QString text = parser.value(CommandOptions::view);
     if (const std::optional<DeskView> named = viewFromName(text))
         return *named;
-    throw invalid(CommandOptions::view, text, QStringLiteral("volatility, value or position is needed"));
+    throw invalid(CommandOptions::view, text, DeskTexts::tr("volatility, value or position is needed"));
 }
 
 AxisMode axisMode(const QCommandLineParser& parser)
@@ -84,7 +86,7 @@ AxisMode axisMode(const QCommandLineParser& parser)
     const QString text = parser.value(CommandOptions::axis);
     if (const std::optional<AxisMode> mode = AxisModes::fromName(text))
         return *mode;
-    throw invalid(CommandOptions::axis, text, CommandOptions::axisNames() + QStringLiteral(" is needed"));
+    throw invalid(CommandOptions::axis, text, DeskTexts::tr("%1 is needed").arg(CommandOptions::axisNames()));
 }
 
 Pricing::SmileModel smileModel(const QCommandLineParser& parser)
@@ -92,7 +94,8 @@ Pricing::SmileModel smileModel(const QCommandLineParser& parser)
     const QString text = parser.value(CommandOptions::smile);
     if (const std::optional<Pricing::SmileModel> model = SmileModels::fromKey(text))
         return *model;
-    throw invalid(CommandOptions::smile, text, CommandOptions::smileNames() + QStringLiteral(" is needed"));
+    throw invalid(
+        CommandOptions::smile, text, DeskTexts::tr("%1 is needed").arg(CommandOptions::smileNames()));
 }
 
 QString pictureFile(const QCommandLineParser& parser)
@@ -100,7 +103,7 @@ QString pictureFile(const QCommandLineParser& parser)
     QString name = fileName(parser, CommandOptions::picture);
     if (!name.isEmpty() && Picture::formatOf(name).isEmpty())
         throw invalid(CommandOptions::picture, name,
-            QStringLiteral("the suffix is none of ") + Picture::suffixes().join(QStringLiteral(", ")));
+            DeskTexts::tr("the suffix is none of %1").arg(Picture::suffixes().join(QStringLiteral(", "))));
     return name;
 }
 
@@ -110,7 +113,8 @@ QStringList exportFiles(const QCommandLineParser& parser)
     for (const QString& name : names) {
         if (!PlotExport::formatOf(name))
             throw invalid(CommandOptions::exportFile, name,
-                QStringLiteral("the suffix is none of ") + PlotExport::suffixes().join(QStringLiteral(", ")));
+                DeskTexts::tr("the suffix is none of %1")
+                    .arg(PlotExport::suffixes().join(QStringLiteral(", "))));
     }
     return names;
 }
@@ -121,9 +125,9 @@ int exportScale(const QCommandLineParser& parser)
     bool ok = false;
     const int value = text.toInt(&ok);
     if (!ok || value < PlotExport::smallestScale || value > PlotExport::largestScale)
-        throw invalid(CommandOptions::scale, text, QStringLiteral("a whole number from 1 to 4 is needed"));
+        throw invalid(CommandOptions::scale, text, DeskTexts::tr("a whole number from 1 to 4 is needed"));
     if (parser.isSet(CommandOptions::scale) && !parser.isSet(CommandOptions::exportFile))
-        throw invalid(CommandOptions::scale, text, QStringLiteral("a file to --export is needed"));
+        throw invalid(CommandOptions::scale, text, DeskTexts::tr("a file to --export is needed"));
     return value;
 }
 
@@ -135,7 +139,7 @@ QSize size(const QCommandLineParser& parser)
     const QSize value(match.captured(1).toInt(), match.captured(2).toInt());
     if (!match.hasMatch() || value.boundedTo(largestSize).expandedTo(smallestSize) != value)
         throw invalid(CommandOptions::size, text,
-            QStringLiteral("a size from 200x150 to 10000x10000 is needed, as 1000x640"));
+            DeskTexts::tr("a size from 200x150 to 10000x10000 is needed, as 1000x640"));
     return value;
 }
 
@@ -145,7 +149,7 @@ QString replayFile(const QCommandLineParser& parser)
     for (const QString& output : {CommandOptions::picture, CommandOptions::exportFile}) {
         if (!name.isEmpty() && parser.isSet(output))
             throw invalid(CommandOptions::replay, name,
-                QStringLiteral("a window is needed, no file as of --") + output);
+                DeskTexts::tr("a window is needed, no file as of --%1").arg(output));
     }
     return name;
 }
@@ -154,20 +158,31 @@ std::optional<double> replaySpeed(const QCommandLineParser& parser)
 {
     const QString text = parser.value(CommandOptions::speed);
     if (parser.isSet(CommandOptions::speed) && !parser.isSet(CommandOptions::replay))
-        throw invalid(CommandOptions::speed, text, QStringLiteral("a recording to --replay is needed"));
+        throw invalid(CommandOptions::speed, text, DeskTexts::tr("a recording to --replay is needed"));
     if (text == QLatin1String("max"))
         return std::nullopt;
     if (text == QLatin1String("1") || text == QLatin1String("10"))
         return text.toDouble();
-    throw invalid(CommandOptions::speed, text, QStringLiteral("1, 10 or max is needed"));
+    throw invalid(CommandOptions::speed, text, DeskTexts::tr("1, 10 or max is needed"));
+}
+
+QString language(const QCommandLineParser& parser)
+{
+    if (!parser.isSet(CommandOptions::language))
+        return Language::ofUser();
+    QString code = parser.value(CommandOptions::language);
+    if (!Language::codes().contains(code))
+        throw invalid(CommandOptions::language, code,
+            DeskTexts::tr("%1 is needed").arg(CommandOptions::languageNames()));
+    return code;
 }
 
 QString settingsFile(const QCommandLineParser& parser)
 {
     QString name = fileName(parser, CommandOptions::settings);
     if (!name.isEmpty() && parser.isSet(CommandOptions::noSettings))
-        throw invalid(
-            CommandOptions::settings, name, QStringLiteral("contradicts --") + CommandOptions::noSettings);
+        throw invalid(CommandOptions::settings, name,
+            DeskTexts::tr("contradicts --%1").arg(CommandOptions::noSettings));
     return name;
 }
 
@@ -180,7 +195,7 @@ CommandLine options(const QCommandLineParser& parser)
     result.expiry = date(parser, CommandOptions::expiry);
     if (result.asOf.isValid() && result.expiry.isValid() && result.expiry <= result.asOf)
         throw invalid(CommandOptions::expiry, parser.value(CommandOptions::expiry),
-            QStringLiteral("a date after that of --asof is needed"));
+            DeskTexts::tr("a date after that of --asof is needed"));
     result.view = view(parser);
     result.axisMode = axisMode(parser);
     result.smileModel = smileModel(parser);
@@ -190,6 +205,7 @@ CommandLine options(const QCommandLineParser& parser)
     result.exportScale = exportScale(parser);
     result.replayFile = replayFile(parser);
     result.replaySpeed = replaySpeed(parser);
+    result.language = language(parser);
     result.settingsFile = settingsFile(parser);
     result.positionsFile = fileName(parser, CommandOptions::positions);
     result.usesSettings = !parser.isSet(CommandOptions::noSettings);
@@ -225,6 +241,15 @@ std::optional<DeskView> viewFromName(const QString& name)
     return std::nullopt;
 }
 
+QString languageFor(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    parser.addOptions(CommandOptions::all());
+    parser.parse(arguments);
+    const QString named = parser.value(CommandOptions::language);
+    return Language::codes().contains(named) ? named : Language::ofUser();
+}
+
 QDate dateFromOption(const QString& text)
 {
     static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{4})(-?)([0-9]{2})\\g2([0-9]{2})\\z"));
@@ -237,10 +262,10 @@ QDate dateFromOption(const QString& text)
 ParsedCommandLine parseCommandLine(const QStringList& arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Draws the volatility smile of an option chain."));
+    parser.setApplicationDescription(DeskTexts::tr("Draws the volatility smile of an option chain."));
     parser.addOptions(CommandOptions::all());
     parser.addPositionalArgument(
-        QStringLiteral("file"), QStringLiteral("The same as --chain <file>."), QStringLiteral("[file]"));
+        QStringLiteral("file"), DeskTexts::tr("The same as --chain <file>."), QStringLiteral("[file]"));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
 

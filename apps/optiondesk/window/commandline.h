@@ -49,6 +49,8 @@ struct CommandLine {
     QString replayFile;
     /// A factor on the recording's time; empty for as fast as possible.
     std::optional<double> replaySpeed = 1.0;
+    /// Of the texts, one of Language::codes(): the user's, unless it is named.
+    QString language;
     /// Of the window, picture or exported plot, in pixels: 200x150 to 10000x10000.
     QSize size = QSize(1000, 640);
 };
@@ -73,6 +75,10 @@ struct ParsedCommandLine {
 /// Reads the arguments, the first of which is the program's name. The application object must exist: its
 /// name and version go into the texts.
 ParsedCommandLine parseCommandLine(const QStringList& arguments);
+
+/// The language that the arguments name, or the user's where they name none that is there: for the texts of
+/// parseCommandLine() itself.
+QString languageFor(const QStringList& arguments);
 
 /// A date as YYYY-MM-DD or YYYYMMDD; invalid for anything else.
 QDate dateFromOption(const QString& text);

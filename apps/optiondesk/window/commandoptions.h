@@ -24,11 +24,13 @@ const auto replay = QStringLiteral("replay");
 const auto speed = QStringLiteral("speed");
 const auto settings = QStringLiteral("settings");
 const auto positions = QStringLiteral("positions");
+const auto language = QStringLiteral("language");
 const auto noSettings = QStringLiteral("no-settings");
 
-/// "price, points or percent": what may stand after --axis, and after --smile.
+/// "price, points or percent": what may stand after --axis, after --smile, and after --language.
 QString axisNames();
 QString smileNames();
+QString languageNames();
 
 /// All of them with what --help says of them.
 QList<QCommandLineOption> all();

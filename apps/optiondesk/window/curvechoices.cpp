@@ -19,7 +19,7 @@ const auto legendKey = QStringLiteral("legendItemKeys");
 
 QString colorKey(const QString& title)
 {
-    return QStringLiteral("curveColors/") + title;
+    return QStringLiteral("curveColors/") + CurveLook::key(title);
 }
 
 QColor askByDialog(const QString& title, const QColor& current, QWidget* parent)

@@ -1,6 +1,7 @@
 #include "window/curvelook.h"
 
 #include "window/bandcurve.h"
+#include "window/desktexts.h"
 #include "window/overlaycurve.h"
 
 #include <plot2d/pricebased2dplotcurve.h>
@@ -36,34 +37,39 @@ Look lookOf(CurveRole role)
 {
     switch (role) {
     case CurveRole::Smile:
-        return {"Smile", 9, blue, 2.0, Qt::SolidLine, 40.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Smile"), 9, blue, 2.0, Qt::SolidLine, 40.0};
     case CurveRole::StatedVolatility:
-        return {"Stated volatility", 10, black, 1.0, Qt::DotLine, 41.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Stated volatility"), 10, black, 1.0, Qt::DotLine, 41.0};
     case CurveRole::BidVolatility:
-        return {"Bid volatility", 11, bluishGreen, 1.0, Qt::SolidLine, 20.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Bid volatility"), 11, bluishGreen, 1.0, Qt::SolidLine, 20.0};
     case CurveRole::AskVolatility:
-        return {"Ask volatility", 12, reddishPurple, 1.0, Qt::SolidLine, 20.0};
+        return {
+            QT_TRANSLATE_NOOP("DeskTexts", "Ask volatility"), 12, reddishPurple, 1.0, Qt::SolidLine, 20.0};
     case CurveRole::BidAskBand:
-        return {"Bid-ask band", BandCurve::bandType, skyBlue, 5.0, Qt::SolidLine, 16.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Bid-ask band"), BandCurve::bandType, skyBlue, 5.0,
+            Qt::SolidLine, 16.0};
     case CurveRole::ImpliedVolatility:
-        return {"Implied volatility", PriceBased2dPlotCurve::markedType, orange, 1.0, Qt::SolidLine, 25.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Implied volatility"), PriceBased2dPlotCurve::markedType,
+            orange, 1.0, Qt::SolidLine, 25.0};
     case CurveRole::CallValue:
-        return {"Call value", 11, blue, 2.0, Qt::SolidLine, 40.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Call value"), 11, blue, 2.0, Qt::SolidLine, 40.0};
     case CurveRole::PutValue:
-        return {"Put value", 12, bluishGreen, 2.0, Qt::DashLine, 40.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Put value"), 12, bluishGreen, 2.0, Qt::DashLine, 40.0};
     case CurveRole::MarketPrice:
-        return {"Market price", PriceBased2dPlotCurve::markedType, orange, 1.0, Qt::SolidLine, 25.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Market price"), PriceBased2dPlotCurve::markedType, orange,
+            1.0, Qt::SolidLine, 25.0};
     case CurveRole::ProfitAtExpiry:
-        return {"Profit at expiry", 9, blue, 2.0, Qt::SolidLine, 40.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Profit at expiry"), 9, blue, 2.0, Qt::SolidLine, 40.0};
     case CurveRole::ProfitToday:
-        return {"Profit today", 10, bluishGreen, 2.0, Qt::DashLine, 39.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Profit today"), 10, bluishGreen, 2.0, Qt::DashLine, 39.0};
     case CurveRole::BreakEven:
-        return {"Break-even", PriceBased2dPlotCurve::markedType, black, 1.0, Qt::SolidLine, 42.0};
+        return {QT_TRANSLATE_NOOP("DeskTexts", "Break-even"), PriceBased2dPlotCurve::markedType, black, 1.0,
+            Qt::SolidLine, 42.0};
     case CurveRole::Forward:
         break;
     }
-    return {"Forward", PriceBased2dPlotCurve::quoteLineType, PriceBased2dPlotCurve::CurKotirCurveColor, 1.0,
-        Qt::SolidLine, 15.0};
+    return {QT_TRANSLATE_NOOP("DeskTexts", "Forward"), PriceBased2dPlotCurve::quoteLineType,
+        PriceBased2dPlotCurve::CurKotirCurveColor, 1.0, Qt::SolidLine, 15.0};
 }
 
 bool allMarked(const QVector<PriceBased2dPlotPoint>& points)
@@ -97,7 +103,14 @@ const QVector<CurveRole>& CurveLook::roles()
 
 QString CurveLook::title(CurveRole role)
 {
-    return QString::fromLatin1(lookOf(role).title);
+    return DeskTexts::tr(lookOf(role).title);
+}
+
+QString CurveLook::key(const QString& title)
+{
+    const auto role = std::find_if(
+        roles().begin(), roles().end(), [&title](CurveRole each) { return CurveLook::title(each) == title; });
+    return role == roles().end() ? title : QString::fromLatin1(lookOf(*role).title);
 }
 
 bool CurveLook::isOverStrikes(const QString& title)

@@ -14,8 +14,12 @@ namespace CurveLook {
 /// All of them.
 const QVector<CurveRole>& roles();
 
-/// The curve's title, which names it in the legend.
+/// The curve's title, which names it in the legend, in the language of the user.
 QString title(CurveRole role);
+
+/// The name in settings and tables of the curve with this title, the same in every language; the title
+/// itself where no curve of ours has it.
+QString key(const QString& title);
 
 /// Whether the prices under the curve of this title are strikes; those under a profit are prices of the
 /// future.

@@ -1,5 +1,6 @@
 #include "window/deskdata.h"
 
+#include "window/desktexts.h"
 #include "window/serieschoice.h"
 #include "window/texts.h"
 
@@ -9,7 +10,11 @@
 #include <chain/samplechains.h>
 #include <database/exception.h>
 
+#include <QLoggingCategory>
+
 namespace {
+
+Q_LOGGING_CATEGORY(databaseLog, "optiondesk.database", QtWarningMsg)
 
 SqlStorage::Connection connectionTo(const QString& file)
 {
@@ -46,11 +51,11 @@ Exception noSuchExpiry(const QString& what, const QDate& expiry, const QVector<Q
 {
     QStringList known;
     for (const QDate& date : expiries) {
-        const QString text = date.isValid() ? date.toString(Qt::ISODate) : QStringLiteral("unknown");
+        const QString text = date.isValid() ? date.toString(Qt::ISODate) : DeskTexts::tr("unknown");
         if (!known.contains(text))
             known.append(text);
     }
-    return Exception(QStringLiteral("%1: no series expires on %2; the expiries are %3")
+    return Exception(DeskTexts::tr("%1: no series expires on %2; the expiries are %3")
                          .arg(what, expiry.toString(Qt::ISODate), known.join(QStringLiteral(", "))));
 }
 
@@ -61,7 +66,7 @@ void checkDates(const SeriesFacts& given, const SeriesData& data)
     const bool isGiven = given.asOf.isValid() || given.expiry.isValid();
     if (isGiven && data.asOf.isValid() && expiry.isValid() && expiry <= data.asOf)
         throw Exception(
-            QStringLiteral("%1: the expiry %2 is not after the date of the prices, %3")
+            DeskTexts::tr("%1: the expiry %2 is not after the date of the prices, %3")
                 .arg(data.baseCode, expiry.toString(Qt::ISODate), data.asOf.toString(Qt::ISODate)));
 }
 
@@ -85,7 +90,7 @@ int seriesToShow(const SeriesFacts& given, const OptionChain& chain)
 int applyFacts(const SeriesFacts& given, OptionChain* chain)
 {
     if (chain->series.isEmpty())
-        throw Exception(QStringLiteral("%1: there are no options").arg(chain->baseCode));
+        throw Exception(DeskTexts::tr("%1: there are no options").arg(chain->baseCode));
     if (given.asOf.isValid())
         chain->asOf = given.asOf;
     if (given.expiry.isValid() && chain->series.size() == 1 && !chain->series.first().expiry.isValid())
@@ -107,6 +112,8 @@ DeskData::DeskData(const QString& databaseFile)
     const ChainTables tables = ChainTables::make();
     m_storage.attach(tables.boards);
     m_storage.attach(tables.securities);
+    qCDebug(databaseLog) << "opened" << (databaseFile.isEmpty() ? QStringLiteral("memory") : databaseFile)
+                         << "with" << ChainStore::series().size() << "series";
     QObject::connect(&m_storage, &SqlStorage::aboutToCommit, [this] { m_quote.takeBack(); });
 }
 
@@ -118,13 +125,14 @@ bool DeskData::isEmpty() const
 int DeskData::import(const OptionChain& chain, int position)
 {
     ChainImport(m_storage).import(chain);
+    qCDebug(databaseLog) << "stored" << chain.series.size() << "series of" << chain.baseCode;
     const QVector<StoredSeries> stored = ChainStore::series(chain.baseCode);
     const QDate expiry = chain.series.at(position).expiry;
     for (const StoredSeries& series : stored) {
         if (series.expiry == expiry)
             return series.futureIsinId;
     }
-    throw Exception(QStringLiteral("%1: the series was not stored").arg(chain.baseCode));
+    throw Exception(DeskTexts::tr("%1: the series was not stored").arg(chain.baseCode));
 }
 
 void DeskData::importSamples()
@@ -158,7 +166,7 @@ int DeskData::firstSeries(const SeriesFacts& given) const
     }
     if (given.expiry.isValid())
         throw noSuchExpiry(codes.join(QStringLiteral(", ")), given.expiry, expiries);
-    throw Exception(QStringLiteral("no stored series has a forward or the prices to take it from"));
+    throw Exception(DeskTexts::tr("no stored series has a forward or the prices to take it from"));
 }
 
 QVector<StoredSeries> DeskData::series() const
@@ -170,7 +178,7 @@ ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
 {
     const std::optional<StoredSeries> stored = ChainStore::seriesById(futureIsinId);
     if (!stored)
-        throw Exception(QStringLiteral("the series is not stored any more"));
+        throw Exception(DeskTexts::tr("the series is not stored any more"));
     SeriesData data = dataOf(*stored, given);
     const std::optional<decimal> quote = m_quote.own(futureIsinId);
     data.options.forward.reset();

@@ -4,6 +4,7 @@
 #include "window/curvetracker.h"
 #include "window/curvewalk.h"
 #include "window/desklegend.h"
+#include "window/gridlines.h"
 #include "window/percentconversion.h"
 #include "window/positioncurves.h"
 #include "window/texts.h"
@@ -150,6 +151,11 @@ void DeskPlot::setUpObservers()
     connect(&m_refineTimer, SIGNAL(timeout()), this, SLOT(followScales()));
 }
 
+QString DeskPlot::priceTitle() const
+{
+    return m_view == DeskView::Position ? QStringLiteral("Price") : QStringLiteral("Strike");
+}
+
 void DeskPlot::setPlotTitle(const QString& text)
 {
     QwtText changed = title();
@@ -239,6 +245,7 @@ void DeskPlot::setUpAxes(const ShownSeries& series, DeskView view)
 void DeskPlot::replot()
 {
     m_axis.settleTicks(false);
+    GridLines::fit(*this);
     m_marks.placeLabels();
     if (m_walk)
         m_walk->refresh();

@@ -54,7 +54,7 @@ public:
     void resetView();
 
     /// What the prices of the curves are: strikes, or prices of the future.
-    const QString& priceTitle() const { return m_axis.name(); }
+    QString priceTitle() const;
 
     /// What the user chooses about the curves.
     CurveChoices& choices() const { return *m_choices; }

@@ -3,10 +3,13 @@
 #include <database/settings.h>
 
 #include <QEvent>
+#include <QLoggingCategory>
 #include <QTimer>
 #include <QWidget>
 
 namespace {
+
+Q_LOGGING_CATEGORY(sessionLog, "optiondesk.session", QtWarningMsg)
 
 QString pathOf(const QString& key)
 {
@@ -39,8 +42,10 @@ void DeskSession::restore(const QStringList& except)
 {
     for (const Entry& entry : qAsConst(m_entries)) {
         const QVariant value = m_known.value(entry.key);
-        if (value.isValid() && !except.contains(entry.key))
-            entry.apply(value);
+        if (!value.isValid() || except.contains(entry.key))
+            continue;
+        qCDebug(sessionLog) << entry.key << "was" << value;
+        entry.apply(value);
     }
 }
 
@@ -69,6 +74,7 @@ void DeskSession::save()
         if (readTheSame(value, m_known.value(entry.key)))
             continue;
         m_known.insert(entry.key, value);
+        qCDebug(sessionLog) << entry.key << "is now" << value;
         m_settings->setValue(pathOf(entry.key), value);
     }
 }

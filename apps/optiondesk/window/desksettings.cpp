@@ -1,5 +1,6 @@
 #include "window/desksettings.h"
 
+#include "window/desktexts.h"
 #include "window/settingsfile.h"
 
 #include <database/settings.h>
@@ -49,10 +50,10 @@ void DeskSettings::replace(const QString& fileName, Broken broken)
         = canBeRead && broken == Broken::SetAside ? SettingsFile::setAside(fileName) : QString();
     if (!kept.isEmpty() && open(fileName))
         m_problem
-            = QStringLiteral("%1: this is no settings file; it is kept as %2, and the settings begin anew")
+            = DeskTexts::tr("%1: this is no settings file; it is kept as %2, and the settings begin anew")
                   .arg(fileName, QFileInfo(kept).fileName());
     else
-        m_problem = QStringLiteral("%1: this is no settings file; it is left as it is, and nothing is kept")
+        m_problem = DeskTexts::tr("%1: this is no settings file; it is left as it is, and nothing is kept")
                         .arg(fileName);
 }
 

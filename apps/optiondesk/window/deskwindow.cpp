@@ -2,6 +2,7 @@
 
 #include "window/chainloader.h"
 #include "window/deskplot.h"
+#include "window/desktexts.h"
 #include "window/elidedlabel.h"
 #include "window/exportactions.h"
 #include "window/menuentry.h"
@@ -116,7 +117,8 @@ void DeskWindow::addAxisModeActions(QMenu& menu)
     m_axisModes = new QActionGroup(this);
     int key = 1;
     for (const AxisModes::Description& mode : AxisModes::all()) {
-        QAction* const action = addAction(menu, mode.menuText, QStringLiteral("Alt+%1").arg(key++),
+        QAction* const action = addAction(menu, QCoreApplication::translate("AxisModes", mode.menuText),
+            QStringLiteral("Alt+%1").arg(key++),
             tr("Label the price axis so: %1").arg(AxisModes::axisTitle(mode.mode, tr("Strike"))));
         action->setCheckable(true);
         action->setChecked(mode.mode == AxisMode::Price);
@@ -132,8 +134,9 @@ void DeskWindow::addSmileModels(QMenu& menu)
     m_smileModels = new QActionGroup(this);
     int key = 1;
     for (const SmileModels::Description& model : SmileModels::all()) {
-        QAction* const action = addAction(models, model.menuText, QStringLiteral("Alt+Shift+%1").arg(key++),
-            tr("Fit the smile so: %1").arg(SmileModels::name(model.model)));
+        QAction* const action
+            = addAction(models, DeskTexts::tr(model.menuText), QStringLiteral("Alt+Shift+%1").arg(key++),
+                tr("Fit the smile so: %1").arg(SmileModels::name(model.model)));
         action->setCheckable(true);
         action->setChecked(model.model == Pricing::SmileModel::Spline);
         action->setData(int(model.model));

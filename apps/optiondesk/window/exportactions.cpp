@@ -1,6 +1,7 @@
 #include "window/exportactions.h"
 
 #include "output/plotprint.h"
+#include "window/curvelook.h"
 #include "window/deskplot.h"
 #include "window/menuentry.h"
 #include "window/texts.h"
@@ -181,7 +182,7 @@ void ExportActions::onScaleChosen(QAction* action)
 
 ExportOptions ExportActions::options() const
 {
-    return {m_plot->size(), m_scale, m_plot->priceTitle()};
+    return {m_plot->size(), m_scale, m_plot->priceTitle(), &CurveLook::key};
 }
 
 QString ExportActions::suggestion(ExportFormat format) const

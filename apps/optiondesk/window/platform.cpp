@@ -4,9 +4,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFont>
+#include <QPalette>
+#include <QScreen>
+#include <QStyle>
+#include <QVector>
 
 #include <qwt_painter.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include <unistd.h>
@@ -24,9 +29,38 @@ void nameRuntimeFolder()
             QFile::encodeName(QStringLiteral("%1/runtime-%2").arg(QDir::tempPath()).arg(::geteuid())));
 }
 
+// A screen of 96 points an inch, the usual ones, may say 95.9 or, without a desktop, 100: what is drawn at
+// such a factor is blurred and not any larger.
+constexpr double smallestScaledFactor = 1.1;
+
+// Only an application knows its screens, and may not change its mind once it does.
+double largestFactor(int argc, char** argv)
+{
+    constexpr double usualDotsPerInch = 96.0;
+    QVector<char*> arguments(argv, argv + argc);
+    arguments.append(nullptr);
+    const QGuiApplication probe(argc, arguments.data());
+    double factor = 1.0;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* const screen : screens)
+        factor = std::max(factor, screen->logicalDotsPerInch() / usualDotsPerInch);
+    return factor;
 }
 
-void Platform::prepare()
+// The plot is white, and the colours of the curves are chosen for that. A style of a dark desktop may draw
+// dark whatever the palette.
+void stayLight()
+{
+    const QPalette palette = QApplication::palette();
+    if (palette.color(QPalette::Window).lightnessF() >= palette.color(QPalette::WindowText).lightnessF())
+        return;
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+}
+
+}
+
+void Platform::prepare(int argc, char** argv)
 {
     // Where files may not be that large a write shall fail instead of ending the desk.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -35,10 +69,15 @@ void Platform::prepare()
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
     if (displayMissing)
         qputenv("QT_QPA_PLATFORM", offscreen.toLatin1());
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    if (!displayMissing && largestFactor(argc, argv) >= smallestScaledFactor)
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
 }
 
 void Platform::setUp()
 {
+    stayLight();
     constexpr int usualPointSize = 10;
     if (QApplication::platformName() == offscreen) {
         QFont font = QApplication::font();

@@ -1,15 +1,21 @@
 #include "window/shownseries.h"
 
+#include "window/desktexts.h"
+#include "window/smilemodels.h"
 #include "window/texts.h"
 
 #include <database/exception.h>
 #include <pricing/expirytime.h>
 #include <pricing/parityforward.h>
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
+Q_LOGGING_CATEGORY(pricingLog, "optiondesk.pricing", QtWarningMsg)
 
 constexpr double daysPerYear = 365.0;
 constexpr double visibleDeviations = 3.5;
@@ -29,8 +35,8 @@ void findForward(const std::optional<double>& given, ShownSeries* series)
     if (!take(given, ForwardSource::Given) && !take(options.forward, ForwardSource::Stated)
         && !take(Pricing::parityForward(options), ForwardSource::Parity))
         throw Exception(
-            QStringLiteral("%1: no forward is stated, and no strike has the prices of a call and a "
-                           "put to take it from; --forward gives one")
+            DeskTexts::tr("%1: no forward is stated, and no strike has the prices of a call and a "
+                          "put to take it from; --forward gives one")
                 .arg(Texts::seriesName(series->data)));
 }
 
@@ -81,6 +87,10 @@ ShownSeries valuedSeries(
     series.analysis = Pricing::analyseSeries(data.options, series.market, data.priceStep);
     series.smileModel = smileModel;
     series.smile = Pricing::Smile::fit(series.analysis.points, smileModel, series.market);
+    qCDebug(pricingLog) << data.baseCode << data.options.expiry << "forward" << series.market.forward
+                        << "years" << series.market.time << "points" << series.analysis.points.size()
+                        << "smile" << SmileModels::key(series.smile ? series.smile->model() : smileModel)
+                        << "error" << (series.smile ? series.smile->rmsError() : -1.0);
     return series;
 }
 

@@ -1,13 +1,16 @@
 #include "window/smilemodels.h"
 
+#include "window/desktexts.h"
+
 #include <algorithm>
 
 const QVector<SmileModels::Description>& SmileModels::all()
 {
     static const QVector<Description> models{
-        {Pricing::SmileModel::Spline, QStringLiteral("spline"), QStringLiteral("&Smoothing spline")},
-        {Pricing::SmileModel::Svi, QStringLiteral("svi"), QStringLiteral("S&VI")},
-        {Pricing::SmileModel::Sabr, QStringLiteral("sabr"), QStringLiteral("S&ABR")},
+        {Pricing::SmileModel::Spline, QStringLiteral("spline"),
+            QT_TRANSLATE_NOOP("DeskTexts", "&Smoothing spline")},
+        {Pricing::SmileModel::Svi, QStringLiteral("svi"), QT_TRANSLATE_NOOP("DeskTexts", "S&VI")},
+        {Pricing::SmileModel::Sabr, QStringLiteral("sabr"), QT_TRANSLATE_NOOP("DeskTexts", "S&ABR")},
     };
     return models;
 }
@@ -36,5 +39,5 @@ QString SmileModels::name(Pricing::SmileModel model)
     case Pricing::SmileModel::Spline:
         break;
     }
-    return QStringLiteral("spline");
+    return DeskTexts::tr("spline");
 }

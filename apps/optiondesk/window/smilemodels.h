@@ -14,7 +14,8 @@ namespace SmileModels {
 struct Description {
     Pricing::SmileModel model;
     QString key;
-    QString menuText;
+    /// In English, to be translated by DeskTexts::tr().
+    const char* menuText;
 };
 
 /// All models, in the order of the menu.

@@ -1,6 +1,9 @@
 #include "window/texts.h"
 
+#include "window/desktexts.h"
 #include "window/smilemodels.h"
+
+#include <position/legtexts.h>
 
 #include <QLocale>
 #include <QStringList>
@@ -18,25 +21,27 @@ QString days(double time)
 {
     const double count = time * daysPerYear;
     // Under ten days the half days of an inferred time matter.
-    const QString number = QString::number(count, 'f', count < 9.95 && count != std::floor(count) ? 1 : 0);
-    return number + (number == QLatin1String("1") ? QStringLiteral(" day") : QStringLiteral(" days"));
+    if (count < 9.95 && count != std::floor(count))
+        return DeskTexts::tr("%1 days").arg(QString::number(count, 'f', 1));
+    const int whole = qRound(count);
+    return whole == 1 ? DeskTexts::tr("1 day") : DeskTexts::tr("%n days", nullptr, whole);
 }
 
 QString reason(Pricing::Refusal refusal)
 {
     switch (refusal) {
     case Pricing::Refusal::InvalidInput:
-        return QStringLiteral("invalid");
+        return DeskTexts::tr("invalid");
     case Pricing::Refusal::NoPrice:
-        return QStringLiteral("without price");
+        return DeskTexts::tr("without price");
     case Pricing::Refusal::ZeroPrice:
-        return QStringLiteral("at zero");
+        return DeskTexts::tr("at zero");
     case Pricing::Refusal::BelowIntrinsic:
-        return QStringLiteral("below intrinsic");
+        return DeskTexts::tr("below intrinsic");
     case Pricing::Refusal::AboveBound:
-        return QStringLiteral("above any value");
+        return DeskTexts::tr("above any value");
     case Pricing::Refusal::NoConvergence:
-        return QStringLiteral("unsolved");
+        return DeskTexts::tr("unsolved");
     }
     return QString();
 }
@@ -50,17 +55,17 @@ QString leftOut(const QMap<Pricing::Refusal, int>& counts)
         reasons.append(QStringLiteral("%1 %2").arg(count.value()).arg(reason(count.key())));
     }
     if (total == 0)
-        return QStringLiteral("none left out");
-    return QStringLiteral("%1 left out: %2").arg(total).arg(reasons.join(QStringLiteral(", ")));
+        return DeskTexts::tr("none left out");
+    return DeskTexts::tr("%1 left out: %2").arg(total).arg(reasons.join(QStringLiteral(", ")));
 }
 
 QString smileName(const ShownSeries& series)
 {
     const Pricing::SmileModel used = series.smile->model();
     if (used == series.smileModel)
-        return used == Pricing::SmileModel::Spline ? QStringLiteral("smile")
-                                                   : SmileModels::name(used) + QStringLiteral(" smile");
-    return QStringLiteral("no %1 smile fits, spline").arg(SmileModels::name(series.smileModel));
+        return used == Pricing::SmileModel::Spline ? DeskTexts::tr("smile")
+                                                   : DeskTexts::tr("%1 smile").arg(SmileModels::name(used));
+    return DeskTexts::tr("no %1 smile fits, spline").arg(SmileModels::name(series.smileModel));
 }
 
 QString smileError(const ShownSeries& series)
@@ -68,8 +73,8 @@ QString smileError(const ShownSeries& series)
     const double points = series.smile->rmsError() * 100.0;
     const QString name = smileName(series);
     if (points < 0.005)
-        return QStringLiteral("%1 error below %2 vol points").arg(name, QLocale().toString(0.01, 'f', 2));
-    return QStringLiteral("%1 error %2 vol points").arg(name, QLocale().toString(points, 'f', 2));
+        return DeskTexts::tr("%1 error below %2 vol points").arg(name, QLocale().toString(0.01, 'f', 2));
+    return DeskTexts::tr("%1 error %2 vol points").arg(name, QLocale().toString(points, 'f', 2));
 }
 
 QString forward(const ShownSeries& series)
@@ -83,11 +88,11 @@ QString forward(const ShownSeries& series)
         number.chop(1);
     switch (series.forwardSource) {
     case ForwardSource::Given:
-        return QStringLiteral("Forward %1 (as given)").arg(number);
+        return DeskTexts::tr("Forward %1 (as given)").arg(number);
     case ForwardSource::Stated:
-        return QStringLiteral("Forward %1").arg(number);
+        return DeskTexts::tr("Forward %1").arg(number);
     case ForwardSource::Parity:
-        return QStringLiteral("Forward %1 (parity)").arg(number);
+        return DeskTexts::tr("Forward %1 (parity)").arg(number);
     }
     return QString();
 }
@@ -96,16 +101,14 @@ QString forward(const ShownSeries& series)
 
 QString Texts::expiry(const QDate& date)
 {
-    // The desk speaks English whatever the locale of its numbers.
-    return date.isValid() ? QLocale::c().toString(date, QStringLiteral("d MMM yyyy"))
-                          : QStringLiteral("no expiry");
+    return date.isValid() ? Position::LegTexts::expiry(date) : DeskTexts::tr("no expiry");
 }
 
 QString Texts::seriesName(const SeriesData& data)
 {
     if (!data.options.expiry.isValid())
         return data.baseCode;
-    return QStringLiteral("%1, expiry %2").arg(data.baseCode, expiry(data.options.expiry));
+    return DeskTexts::tr("%1, expiry %2").arg(data.baseCode, expiry(data.options.expiry));
 }
 
 QString Texts::documentName(const SeriesData& data)
@@ -119,16 +122,16 @@ QString Texts::title(const ShownSeries& series)
 {
     QStringList parts{series.data.baseCode};
     if (series.data.options.expiry.isValid())
-        parts.append(QStringLiteral("expiry ") + expiry(series.data.options.expiry));
+        parts.append(DeskTexts::tr("expiry %1").arg(expiry(series.data.options.expiry)));
     switch (series.timeSource) {
     case TimeSource::Dates:
         parts.append(days(series.market.time));
         break;
     case TimeSource::Volatilities:
-        parts.append(days(series.market.time) + QStringLiteral(" (inferred)"));
+        parts.append(DeskTexts::tr("%1 (inferred)").arg(days(series.market.time)));
         break;
     case TimeSource::Assumed:
-        parts.append(days(series.market.time) + QStringLiteral(" (assumed)"));
+        parts.append(DeskTexts::tr("%1 (assumed)").arg(days(series.market.time)));
         break;
     }
     return parts.join(separator);
@@ -138,7 +141,7 @@ QString Texts::status(const ShownSeries& series)
 {
     const int points = series.analysis.points.size();
     QStringList parts{forward(series),
-        points == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(points),
+        points == 1 ? DeskTexts::tr("1 point") : DeskTexts::tr("%n points", nullptr, points),
         leftOut(series.analysis.leftOut)};
     if (series.smile)
         parts.append(smileError(series));
@@ -149,9 +152,9 @@ QString Texts::notice(const ShownSeries& series)
 {
     if (series.timeSource != TimeSource::Assumed)
         return QString();
-    return QStringLiteral("the dates of %1 do not tell the time to expiry: %2 days are assumed")
-        .arg(seriesName(series.data))
-        .arg(assumedDays);
+    return DeskTexts::tr(
+        "the dates of %1 do not tell the time to expiry: %n days are assumed", nullptr, assumedDays)
+        .arg(seriesName(series.data));
 }
 
 QString Texts::oneLine(const QString& text)

@@ -7,7 +7,7 @@
 /// What the desk says of a series.
 namespace Texts {
 
-/// "14 Nov 2012"; "no expiry" for an invalid date.
+/// "14 Nov 2012" in the language of the texts; "no expiry" for an invalid date.
 QString expiry(const QDate& date);
 
 /// "WTI, expiry 14 Nov 2012", or the base code alone without an expiry.

@@ -3,6 +3,7 @@
 
 #include <quotes/quotesdock.h>
 #include <seriestree/seriesdock.h>
+#include <translations/language.h>
 #include <window/deskdata.h>
 #include <window/deskwindow.h>
 
@@ -11,17 +12,19 @@
 #include <QMenuBar>
 #include <QSet>
 
-/// The commands of the whole window, with all its parts.
+/// The commands of the whole window, with all its parts, in every language.
 class tst_commands : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase_data();
+    void init();
     void areWhole();
     void haveTheirOwnKeys();
     void haveTheirOwnMnemonics();
     void areInTheMenu();
     void partsHaveNames();
+    void cleanup();
     void cleanupTestCase();
 
 private:
@@ -55,8 +58,18 @@ QVector<QMenu*> menus(const QWidget& window)
 
 }
 
-void tst_commands::initTestCase()
+void tst_commands::initTestCase_data()
 {
+    QTest::addColumn<QString>("language");
+    const QStringList codes = Language::codes();
+    for (const QString& code : codes)
+        QTest::newRow(qPrintable(code)) << code;
+}
+
+void tst_commands::init()
+{
+    QFETCH_GLOBAL(QString, language);
+    QVERIFY(Language::use(language));
     m_data = std::make_unique<DeskData>(QString());
     const int futureIsinId = m_data->import(DeskTest::quotedChain(QStringLiteral("FIRST")), 0);
     m_window = std::make_unique<DeskWindow>(*m_data, DeskView::Volatility);
@@ -140,10 +153,16 @@ void tst_commands::partsHaveNames()
     QVERIFY(found > 5);
 }
 
-void tst_commands::cleanupTestCase()
+void tst_commands::cleanup()
 {
+    m_commands.clear();
     m_window.reset();
     m_data.reset();
+}
+
+void tst_commands::cleanupTestCase()
+{
+    QVERIFY(Language::use(QStringLiteral("en")));
 }
 
 PLOT2D_TEST_MAIN(tst_commands)

@@ -16,6 +16,9 @@ DeskRun runDesk(const QStringList& arguments, const QString& folder, const QProc
     process.setWorkingDirectory(folder);
     QProcessEnvironment isolated = environment;
     isolated.insert(QStringLiteral("XDG_CONFIG_HOME"), folder + QStringLiteral("/config"));
+    // The texts that tests expect are English.
+    if (!isolated.contains(QStringLiteral("LANGUAGE")))
+        isolated.insert(QStringLiteral("LANGUAGE"), QStringLiteral("en"));
     process.setProcessEnvironment(isolated);
     process.start(QStringLiteral(OPTIONDESK_PROGRAM), arguments);
     const bool ended = process.waitForFinished(patience);

@@ -253,10 +253,9 @@ void tst_commandline::printsHelpAndVersion()
 
     const ParsedCommandLine help = parsed({"--help"});
     QCOMPARE(help.action, ParsedCommandLine::Action::PrintText);
-    for (const char* option :
-        {"--chain", "--forward", "--asof", "--expiry", "--view", "--database", "--picture", "--export",
-            "--scale", "--size", "--replay", "--speed", "--settings", "--no-settings", "--positions",
-            "--smile"})
+    for (const char* option : {"--chain", "--forward", "--asof", "--expiry", "--view", "--database",
+             "--picture", "--export", "--scale", "--size", "--replay", "--speed", "--settings",
+             "--no-settings", "--positions", "--language", "--smile"})
         QVERIFY2(help.text.contains(QLatin1String(option)), option);
 }
 

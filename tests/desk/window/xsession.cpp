@@ -20,6 +20,7 @@ QProcessEnvironment XSession::environment(const QString& configFolder) const
 {
     QProcessEnvironment result = m_server.environment();
     result.insert(QStringLiteral("XDG_CONFIG_HOME"), configFolder.isEmpty() ? m_folder.path() : configFolder);
+    result.insert(QStringLiteral("LANGUAGE"), QStringLiteral("en"));
     return result;
 }
 
