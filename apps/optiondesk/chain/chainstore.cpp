@@ -64,6 +64,13 @@ std::optional<OptionQuote> readOption(const SecurityRows& rows, const Record& ro
     return quote;
 }
 
+void sortByStrike(QVector<OptionQuote>* quotes)
+{
+    std::stable_sort(quotes->begin(), quotes->end(), [](const OptionQuote& a, const OptionQuote& b) {
+        return std::make_tuple(a.strike, char(a.type)) < std::make_tuple(b.strike, char(b.type));
+    });
+}
+
 // All stored series, in the order of their expiry.
 QVector<StoredSeries> allSeries()
 {
@@ -131,25 +138,39 @@ std::optional<StoredSeries> ChainStore::seriesOf(const Record& row)
     return table ? readFuture(SecurityRows(*table), row) : std::nullopt;
 }
 
+std::map<int, ChainStore::WholeSeries> ChainStore::wholeSeries(const QVector<int>& futureIsinIds)
+{
+    std::map<int, WholeSeries> found;
+    std::map<qint64, QVector<OptionQuote>> quotes;
+    for (const int id : futureIsinIds)
+        quotes[id];
+    Table* const table = ChainTables::find().securities;
+    if (!table)
+        return found;
+    const SecurityRows rows(*table);
+    for (const Record& row : table->masterIndex()) {
+        const auto list = quotes.find(rows.integer(row, "fut_isin_id").value_or(0));
+        if (list != quotes.end() && isOf(rows, row, "O")) {
+            if (const std::optional<OptionQuote> quote = readOption(rows, row))
+                list->second.append(*quote);
+        } else if (quotes.count(rows.integer(row, "isin_id").value_or(0)) > 0) {
+            const std::optional<StoredSeries> stored = readFuture(rows, row);
+            if (stored)
+                found.insert({stored->futureIsinId, {*stored, {stored->expiry, stored->forward, {}}}});
+        }
+    }
+    for (auto& [id, series] : found) {
+        series.options.quotes = std::move(quotes[id]);
+        sortByStrike(&series.options.quotes);
+        series.stored.optionCount = series.options.quotes.size();
+    }
+    return found;
+}
+
 OptionSeries ChainStore::options(int futureIsinId)
 {
-    const std::optional<StoredSeries> stored = seriesById(futureIsinId);
-    if (!stored)
-        return {};
-    Table* const table = ChainTables::find().securities;
-    const SecurityRows rows(*table);
-    OptionSeries series{stored->expiry, stored->forward, {}};
-    for (const Record& row : table->masterIndex()) {
-        if (!isOf(rows, row, "O") || rows.integer(row, "fut_isin_id") != qint64(futureIsinId))
-            continue;
-        if (const std::optional<OptionQuote> quote = readOption(rows, row))
-            series.quotes.append(*quote);
-    }
-    std::stable_sort(
-        series.quotes.begin(), series.quotes.end(), [](const OptionQuote& a, const OptionQuote& b) {
-            return std::make_tuple(a.strike, char(a.type)) < std::make_tuple(b.strike, char(b.type));
-        });
-    return series;
+    const std::map<int, WholeSeries> found = wholeSeries({futureIsinId});
+    return found.empty() ? OptionSeries() : found.begin()->second.options;
 }
 
 std::optional<OptionChain> ChainStore::chain(const QString& baseCode)
