@@ -10,6 +10,7 @@
 #include <window/deskwindow.h>
 #include <window/menuentry.h>
 #include <window/storedserieswatch.h>
+#include <work/workbar.h>
 
 #include <QEvent>
 #include <QMenu>
@@ -38,7 +39,9 @@ SeriesDock::SeriesDock(DeskWindow* window)
     connect(m_view, SIGNAL(chosen(int)), window, SLOT(chooseSeries(int)));
     connect(m_model, SIGNAL(checksChanged()), this, SLOT(onChecksChanged()));
     connect(window->plot(), SIGNAL(seriesReplaced()), this, SLOT(onSeriesReplaced()));
+    connect(window, SIGNAL(shownChanged()), this, SLOT(onShownChanged()));
     connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
+    window->workBar()->add(m_overlays->work());
     onStoredSeriesChanged();
 }
 
@@ -82,6 +85,12 @@ void SeriesDock::onSeriesReplaced()
     if (isOther)
         m_view->setCurrentIndex(m_model->indexOf(chosen));
     showOverlays();
+}
+
+void SeriesDock::onShownChanged()
+{
+    if (m_window->data().smileModel() != m_overlays->smileModel())
+        showOverlays();
 }
 
 void SeriesDock::onChecksChanged()
