@@ -41,7 +41,7 @@ ImportActions::ImportActions(
                     tr("Import an option chain from a file")}),
         SIGNAL(triggered()), this, SLOT(onImport()));
     bar->setCancelAction(addEntry(*menu,
-        {tr("&Cancel"), {QKeySequence(QStringLiteral("Ctrl+."))},
+        {tr("Ca&ncel"), {QKeySequence(QStringLiteral("Ctrl+."))},
             tr("Stop the import or the fit that is going on (Escape does, too)")}));
     bar->add(m_importer->work());
     connect(m_importer, SIGNAL(failed(QString)), this, SLOT(onFailed(QString)));

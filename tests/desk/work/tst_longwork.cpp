@@ -47,8 +47,8 @@ private Q_SLOTS:
     void answersDuringALargeImport();
 
 private:
-    ImportActions& imports() const { return *m_window->imports(); }
-    ChainImporter& importer() const { return *imports().importer(); }
+    ImportActions& commands() const { return *m_window->imports(); }
+    ChainImporter& importer() const { return *commands().importer(); }
     QString message() const { return m_window->statusBar()->currentMessage(); }
     QStringList all() const;
 
@@ -161,7 +161,7 @@ void tst_longwork::imports()
 {
     QSignalSpy reached(importer().work(), SIGNAL(reached(int)));
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
-    imports().import(m_file);
+    commands().import(m_file);
     QVERIFY(importer().isRunning());
     QCOMPARE(m_window->shownSeries()->data.baseCode, QStringLiteral("TEST"));
     QTRY_COMPARE(imported.size(), 1);
@@ -169,7 +169,7 @@ void tst_longwork::imports()
     QCOMPARE(m_window->shownSeries()->data.baseCode, QStringLiteral("LONG"));
     QCOMPARE(m_window->shownSeries()->data.options.quotes.size(), 2 * strikesOfAFile);
     QCOMPARE(m_data->series().size(), 1 + expiriesOfAFile);
-    QCOMPARE(imports().folder(), m_folder.path());
+    QCOMPARE(commands().folder(), m_folder.path());
     QVERIFY2(message().contains(QStringLiteral("long.csv is imported")), qPrintable(message()));
     int last = -1;
     for (const QList<QVariant>& signal : qAsConst(reached)) {
@@ -183,7 +183,7 @@ void tst_longwork::imports()
 void tst_longwork::importsFromTheMenu()
 {
     QString folderAsked;
-    imports().setFileQuestion([&](const QString& folder, QWidget*) {
+    commands().setFileQuestion([&](const QString& folder, QWidget*) {
         folderAsked = folder;
         return m_file;
     });
@@ -215,7 +215,7 @@ void tst_longwork::refusesOtherDrops()
 void tst_longwork::refusesASecondOne()
 {
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
-    imports().import(m_file);
+    commands().import(m_file);
     const QString second
         = DeskTest::write(m_folder.filePath(QStringLiteral("second.csv")), DeskTest::csv());
     QVERIFY(drop(*m_window, {QUrl::fromLocalFile(second)}));
@@ -223,7 +223,7 @@ void tst_longwork::refusesASecondOne()
     QVERIFY2(message().contains(QStringLiteral("second.csv")), qPrintable(message()));
     QTRY_VERIFY(!importer().isRunning());
     QCOMPARE(imported, (QList<QList<QVariant>>{{m_file}}));
-    imports().import(second);
+    commands().import(second);
     QTRY_COMPARE(imported.size(), 2);
     QCOMPARE(m_window->shownSeries()->data.baseCode, QStringLiteral("TEST"));
 }
@@ -252,7 +252,7 @@ void tst_longwork::cancels()
         if (percent >= 0 && now >= percent)
             importer().work()->cancel();
     });
-    imports().import(m_file);
+    commands().import(m_file);
     if (percent < 0)
         importer().work()->cancel();
     QTRY_COMPARE(cancelled.size(), 1);
@@ -273,7 +273,7 @@ void tst_longwork::cancels()
 void tst_longwork::cancelsByEscape()
 {
     const QStringList before = all();
-    imports().import(m_file);
+    commands().import(m_file);
     QTest::keyClick(m_window->plot(), Qt::Key_Escape);
     QVERIFY(!importer().isRunning());
     QCOMPARE(all(), before);
@@ -283,9 +283,9 @@ void tst_longwork::importsAfterACancel()
 {
     // The thread of the first one may go on for a while.
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
-    imports().import(m_file);
+    commands().import(m_file);
     importer().cancel();
-    imports().import(m_file);
+    commands().import(m_file);
     QTRY_COMPARE(imported.size(), 1);
     QTRY_VERIFY(importer().findChildren<QThread*>().isEmpty());
     QCoreApplication::processEvents();
@@ -307,7 +307,7 @@ void tst_longwork::closes()
         if (now >= percent && !closed)
             closed = m_window->close();
     });
-    imports().import(m_file);
+    commands().import(m_file);
     QTRY_VERIFY(closed);
     QVERIFY(!importer().isRunning());
     m_window.reset();
@@ -317,7 +317,7 @@ void tst_longwork::closes()
 
     // Without being closed before.
     m_window = std::make_unique<DeskWindow>(*m_data, DeskView::Volatility);
-    imports().import(m_file);
+    commands().import(m_file);
     m_window.reset();
     QCoreApplication::processEvents();
     QCOMPARE(rowsOf(*ChainTables::find().securities), rows);
@@ -330,8 +330,9 @@ void tst_longwork::tellsOfAnErrorInTheLastRow()
     const QStringList before = all();
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
     QString text;
-    connect(&importer(), &ChainImporter::failed, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
-    imports().import(file);
+    // The box has an event loop of its own; it opens after the end of the work.
+    connect(importer().work(), &Work::ended, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
+    commands().import(file);
     QTRY_VERIFY(!text.isEmpty());
     const int lastLine = 2 + 2 * expiriesOfAFile * strikesOfAFile;
     QVERIFY2(text.startsWith(QStringLiteral("%1:%2: ").arg(file).arg(lastLine)), qPrintable(text));
@@ -343,8 +344,9 @@ void tst_longwork::tellsOfAnErrorInTheLastRow()
 void tst_longwork::tellsOfAFileThatIsNotThere()
 {
     QString text;
-    connect(&importer(), &ChainImporter::failed, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
-    imports().import(m_folder.filePath(QStringLiteral("none.csv")));
+    // The box has an event loop of its own; it opens after the end of the work.
+    connect(importer().work(), &Work::ended, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
+    commands().import(m_folder.filePath(QStringLiteral("none.csv")));
     QTRY_VERIFY2(text.contains(QStringLiteral("there is no such file")), qPrintable(text));
 }
 
@@ -358,7 +360,7 @@ void tst_longwork::keepsIdsApart()
             m_data->import(DeskTest::chain(QStringLiteral("BETWEEN")), 0);
         }
     });
-    imports().import(m_file);
+    commands().import(m_file);
     QTRY_VERIFY(!importer().isRunning());
     disconnect(importer().work(), nullptr, this, nullptr);
     QVERIFY(added);
@@ -393,7 +395,7 @@ void tst_longwork::answersDuringALargeImport()
         }
     });
     answers.start();
-    imports().import(file);
+    commands().import(file);
     QTRY_VERIFY_WITH_TIMEOUT(!importer().isRunning(), patience);
     answers.stop();
     disconnect(importer().work(), nullptr, this, nullptr);

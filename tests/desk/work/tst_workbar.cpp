@@ -45,6 +45,8 @@ private:
 void tst_workbar::init()
 {
     m_window = std::make_unique<QMainWindow>();
+    // The platform of the tests says that it takes no hints for sizes.
+    m_window->setMinimumSize(1, 1);
     m_edit = new QLineEdit(window());
     m_window->setCentralWidget(m_edit);
     m_bar = new WorkBar(window());
