@@ -27,8 +27,8 @@ public:
     /// stand as at the last commit.
     void import(const OptionChain& chain);
 
-    /// The same in two steps, between which time may pass: rows() makes none yet, and changes nothing; store()
-    /// makes those that are still missing. Both throw as import() does.
+    /// The same in two steps, between which time may pass: rows() makes none yet, and changes nothing;
+    /// store() makes those that are still missing. Both throw as import() does.
     static std::unique_ptr<ChainRows> rows(const OptionChain& chain);
     void store(ChainRows& rows);
 

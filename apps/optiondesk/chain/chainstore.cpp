@@ -22,6 +22,14 @@ bool isOf(const SecurityRows& rows, const Record& row, const char* type)
     return rows.isOnChainBoard(row) && rows.text(row, "sectype") == QLatin1String(type);
 }
 
+// Whether readOption() finds one in an option's row; most of a large table's rows are only counted.
+bool isReadable(const SecurityRows& rows, const Record& row)
+{
+    const std::optional<decimal> strike = rows.fixedPoint(row, "strike");
+    const QString type = rows.text(row, "option_type");
+    return strike && *strike > decimal::zero && (type == QLatin1String("C") || type == QLatin1String("P"));
+}
+
 std::optional<StoredSeries> readFuture(const SecurityRows& rows, const Record& row)
 {
     if (!isOf(rows, row, "F"))
@@ -46,14 +54,11 @@ std::optional<StoredSeries> readFuture(const SecurityRows& rows, const Record& r
 
 std::optional<OptionQuote> readOption(const SecurityRows& rows, const Record& row)
 {
-    const std::optional<decimal> strike = rows.fixedPoint(row, "strike");
-    const QString type = rows.text(row, "option_type");
-    const bool isCall = type == QLatin1String("C");
-    if (!strike || *strike <= decimal::zero || (!isCall && type != QLatin1String("P")))
+    if (!isReadable(rows, row))
         return std::nullopt;
     OptionQuote quote;
-    quote.type = isCall ? OptionType::Call : OptionType::Put;
-    quote.strike = *strike;
+    quote.type = rows.text(row, "option_type") == QLatin1String("C") ? OptionType::Call : OptionType::Put;
+    quote.strike = rows.fixedPoint(row, "strike").value_or(decimal::zero);
     quote.bid = rows.fixedPoint(row, "bid");
     quote.ask = rows.fixedPoint(row, "ask");
     quote.last = rows.fixedPoint(row, "last");
@@ -81,10 +86,12 @@ QVector<StoredSeries> allSeries()
     QVector<StoredSeries> result;
     QHash<qint64, int> optionCounts;
     for (const Record& row : table->masterIndex()) {
-        if (const std::optional<StoredSeries> series = readFuture(rows, row))
+        if (isOf(rows, row, "O")) {
+            if (isReadable(rows, row))
+                ++optionCounts[rows.integer(row, "fut_isin_id").value_or(0)];
+        } else if (const std::optional<StoredSeries> series = readFuture(rows, row)) {
             result.append(*series);
-        else if (isOf(rows, row, "O") && readOption(rows, row))
-            ++optionCounts[rows.integer(row, "fut_isin_id").value_or(0)];
+        }
     }
     for (StoredSeries& series : result)
         series.optionCount = optionCounts.value(series.futureIsinId);

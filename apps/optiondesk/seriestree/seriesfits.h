@@ -16,8 +16,8 @@
 /// Values series beside all else that the window does, each from a snapshot.
 ///
 /// The threads get copies and give back copies. What they share is a list of results, behind a mutex, and a
-/// flag for each snapshot that says whether it is still wanted. Of QuantLib they use functions of numbers, and
-/// interpolations and optimisers that they make themselves. Its state that belongs to the whole process
+/// flag for each snapshot that says whether it is still wanted. Of QuantLib they use functions of numbers,
+/// and interpolations and optimisers that they make themselves. Its state that belongs to the whole process
 /// (singletons such as Settings with the evaluation date, index fixings, the observers, which Debian's build
 /// guards with neither QL_ENABLE_SESSIONS nor QL_ENABLE_THREAD_SAFE_OBSERVER_PATTERN) is not touched: time is
 /// a number in Pricing. Whoever brings dates, quotes or term structures of QuantLib's there has to keep them

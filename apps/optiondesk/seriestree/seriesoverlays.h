@@ -25,9 +25,10 @@ class Work;
 /// value, within 3.5 standard deviations of its forward.
 ///
 /// The value is that of the out-of-the-money option, put below the forward and call above, so that one curve
-/// says what there is to pay for. The curves follow their series in the host's table: what stands there is read
-/// in turns of the event loop that leave half of the time to the user, and valued in other threads. While a
-/// series is being valued its next change waits, so that curves go on moving however fast quotes come.
+/// says what there is to pay for. The curves follow their series in the host's table: what stands there is
+/// read in turns of the event loop that leave half of the time to the user, and valued in other threads.
+/// While a series is being valued its next change waits, so that curves go on moving however fast quotes
+/// come.
 class SeriesOverlays : public QObject {
     Q_OBJECT
 

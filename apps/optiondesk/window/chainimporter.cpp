@@ -85,9 +85,8 @@ bool ChainImporter::start(const QString& fileName)
     const std::shared_ptr<Job> job = m_job;
     // The importer waits for its threads before it goes, so it is there whenever one of them calls.
     QThread* const thread = QThread::create([this, job] {
-        const auto tell = [this, job](auto function) {
-            QMetaObject::invokeMethod(this, function, Qt::QueuedConnection);
-        };
+        const auto tell
+            = [this, job](auto function) { QMetaObject::invokeMethod(this, function, Qt::QueuedConnection); };
         job->read([&] {
             tell([this, job] {
                 if (job == m_job)

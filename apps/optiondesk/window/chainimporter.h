@@ -16,10 +16,10 @@ class Work;
 /// Imports chains' files beside all else that the window does, one at a time.
 ///
 /// A thread of its own reads, parses and checks the file: it works on values that nobody else knows, and what
-/// it shares is a flag that stops it. The thread of the widgets then makes the rows, a few in each turn of the
-/// event loop; they stand in no table until all are made, and go into it, and into the database, in one step.
-/// An import that is cancelled or fails before that has changed nothing; in that step it either fails with
-/// all as it was or is done.
+/// it shares is a flag that stops it. The thread of the widgets then makes the rows, a few in each turn of
+/// the event loop; they stand in no table until all are made, and go into it, and into the database, in one
+/// step. An import that is cancelled or fails before that has changed nothing; in that step it either fails
+/// with all as it was or is done.
 class ChainImporter : public QObject {
     Q_OBJECT
 

@@ -48,7 +48,8 @@ public:
     /// show(). Throws Exception, with everything as it was, where that fails.
     int import(const OptionChain& chain, int position);
 
-    /// The same in two steps, so that the rows can be made a few at a time: a chain's rows, and their storing.
+    /// The same in two steps, so that the rows can be made a few at a time: a chain's rows, and their
+    /// storing.
     static std::unique_ptr<ChainRows> rowsOf(const OptionChain& chain);
     int store(ChainRows& rows, int position);
 
@@ -72,7 +73,8 @@ public:
 
     /// Several series as they are now, by the ISIN ids of their futures; those that are not stored are left
     /// out.
-    std::map<int, SeriesSnapshot> snapshots(const QVector<int>& futureIsinIds, const SeriesFacts& given) const;
+    std::map<int, SeriesSnapshot> snapshots(
+        const QVector<int>& futureIsinIds, const SeriesFacts& given) const;
 
     /// How smiles are fitted from the next series on that is valued; by the spline unless this is called.
     void setSmileModel(Pricing::SmileModel model) { m_smileModel = model; }

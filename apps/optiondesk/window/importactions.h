@@ -9,8 +9,8 @@ class QMainWindow;
 class QMenu;
 class WorkBar;
 
-/// The commands that bring chains into a window: its menu's entries, and files that are dropped on it. What is
-/// imported goes on beside all else, with its progress in the status bar; closing the window cancels it.
+/// The commands that bring chains into a window: its menu's entries, and files that are dropped on it. What
+/// is imported goes on beside all else, with its progress in the status bar; closing the window cancels it.
 class ImportActions : public QObject {
     Q_OBJECT
 

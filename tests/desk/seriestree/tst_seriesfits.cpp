@@ -129,11 +129,10 @@ void tst_seriesfits::dropsOldSnapshots()
     constexpr int id = 7;
     SeriesFits fits;
     QVector<double> forwards;
-    connect(&fits, &SeriesFits::valued, this,
-        [&](const QVector<int>& ids) {
-            QCOMPARE(ids, QVector<int>{id});
-            forwards.append(fits.result(id)->market.forward);
-        });
+    connect(&fits, &SeriesFits::valued, this, [&](const QVector<int>& ids) {
+        QCOMPARE(ids, QVector<int>{id});
+        forwards.append(fits.result(id)->market.forward);
+    });
     for (int number = 1; number <= 20; ++number)
         fits.start(id, snapshot(number));
     QCOMPARE(fits.pendingCount(), 1);

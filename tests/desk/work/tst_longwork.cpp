@@ -60,6 +60,13 @@ private:
 
 namespace {
 
+// A build without optimisation needs about a tenth of this on an idle machine.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr double longestGap = 1000.0;
+#else
+constexpr double longestGap = 250.0;
+#endif
+
 constexpr int expiriesOfAFile = 8;
 constexpr int strikesOfAFile = 500;
 
@@ -108,6 +115,9 @@ bool drop(QWidget& target, const QList<QUrl>& urls)
     QApplication::sendEvent(&target, &event);
     return event.isAccepted();
 }
+
+// What the platform of the tests says of a box.
+constexpr const char* noSizeHints = "This plugin does not support propagateSizeHints()";
 
 // The text of the box that is open, which it closes.
 QString dismissBox()
@@ -216,8 +226,7 @@ void tst_longwork::refusesASecondOne()
 {
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
     commands().import(m_file);
-    const QString second
-        = DeskTest::write(m_folder.filePath(QStringLiteral("second.csv")), DeskTest::csv());
+    const QString second = DeskTest::write(m_folder.filePath(QStringLiteral("second.csv")), DeskTest::csv());
     QVERIFY(drop(*m_window, {QUrl::fromLocalFile(second)}));
     QVERIFY2(message().contains(QStringLiteral("long.csv is being imported")), qPrintable(message()));
     QVERIFY2(message().contains(QStringLiteral("second.csv")), qPrintable(message()));
@@ -329,9 +338,11 @@ void tst_longwork::tellsOfAnErrorInTheLastRow()
         chainText(expiriesOfAFile, strikesOfAFile) + "LONG,x,y,C,z,1\n");
     const QStringList before = all();
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
+    QTest::ignoreMessage(QtWarningMsg, noSizeHints);
     QString text;
     // The box has an event loop of its own; it opens after the end of the work.
-    connect(importer().work(), &Work::ended, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
+    connect(
+        importer().work(), &Work::ended, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
     commands().import(file);
     QTRY_VERIFY(!text.isEmpty());
     const int lastLine = 2 + 2 * expiriesOfAFile * strikesOfAFile;
@@ -343,9 +354,11 @@ void tst_longwork::tellsOfAnErrorInTheLastRow()
 
 void tst_longwork::tellsOfAFileThatIsNotThere()
 {
+    QTest::ignoreMessage(QtWarningMsg, noSizeHints);
     QString text;
     // The box has an event loop of its own; it opens after the end of the work.
-    connect(importer().work(), &Work::ended, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
+    connect(
+        importer().work(), &Work::ended, this, [&] { text = dismissBox(); }, Qt::QueuedConnection);
     commands().import(m_folder.filePath(QStringLiteral("none.csv")));
     QTRY_VERIFY2(text.contains(QStringLiteral("there is no such file")), qPrintable(text));
 }
@@ -390,8 +403,7 @@ void tst_longwork::answersDuringALargeImport()
             handledWhileReading = answers.handledCount();
         if (now == 90) {
             handledWhileMaking = answers.handledCount() - handledWhileReading;
-            gapBeforeStoring
-                = *std::max_element(answers.longestGaps().begin(), answers.longestGaps().end());
+            gapBeforeStoring = *std::max_element(answers.longestGaps().begin(), answers.longestGaps().end());
         }
     });
     answers.start();
@@ -403,17 +415,15 @@ void tst_longwork::answersDuringALargeImport()
     QCOMPARE(m_data->series().size(), 1 + expiries);
     const double whole = *std::max_element(answers.longestGaps().begin(), answers.longestGaps().end());
     const QString figures = QStringLiteral("%1 events while it read, %2 while rows were made, longest gap "
-                                           "%3 ms; with the storing %4 ms, median of the rounds %5 ms")
+                                           "%3 ms; %4 ms with the storing in one step")
                                 .arg(handledWhileReading)
                                 .arg(handledWhileMaking)
                                 .arg(gapBeforeStoring, 0, 'f', 0)
-                                .arg(whole, 0, 'f', 0)
-                                .arg(answers.medianGap(), 0, 'f', 0);
+                                .arg(whole, 0, 'f', 0);
     qInfo("%s", qPrintable(figures));
     QVERIFY2(handledWhileReading >= 50, qPrintable(figures));
     QVERIFY2(handledWhileMaking >= 5, qPrintable(figures));
-    // Ten times what an idle machine needs.
-    QVERIFY2(answers.medianGap() < 250.0, qPrintable(figures));
+    QVERIFY2(gapBeforeStoring < longestGap, qPrintable(figures));
 }
 
 PLOT2D_TEST_MAIN(tst_longwork)

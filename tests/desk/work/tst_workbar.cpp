@@ -195,8 +195,8 @@ void tst_workbar::survivesItsWork()
 
 void tst_workbar::hasNames()
 {
-    for (QWidget* const widget :
-        {static_cast<QWidget*>(m_bar->findChild<QProgressBar*>()), static_cast<QWidget*>(m_bar->findChild<QToolButton*>())}) {
+    for (QWidget* const widget : {static_cast<QWidget*>(m_bar->findChild<QProgressBar*>()),
+             static_cast<QWidget*>(m_bar->findChild<QToolButton*>())}) {
         const QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(widget);
         QVERIFY(face && !face->text(QAccessible::Name).isEmpty());
     }
