@@ -15,6 +15,8 @@
 namespace {
 
 constexpr int progressWidth = 120;
+// The rest of the status bar keeps some room, whatever a file is called.
+constexpr int longestText = 220;
 constexpr int gap = 6;
 
 }
@@ -115,7 +117,8 @@ void WorkBar::refresh()
         hide();
         return;
     }
-    m_label->setText(work->text());
+    m_label->setText(fontMetrics().elidedText(work->text(), Qt::ElideMiddle, longestText));
+    m_label->setToolTip(work->text());
     // A range of nothing is Qt's way to say that something goes on.
     const bool isKnown = work->percent() != Work::unknownPercent;
     m_progress->setRange(0, isKnown ? 100 : 0);

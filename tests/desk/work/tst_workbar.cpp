@@ -23,6 +23,7 @@ private Q_SLOTS:
     void percentagesAscend();
     void staysAwayForShortWork();
     void showsWhatGoesOn();
+    void cutsLongTexts();
     void cancelsByItsButton();
     void cancelsByTheAction();
     void cancelsByEscape();
@@ -107,14 +108,24 @@ void tst_workbar::staysAwayForShortWork()
 void tst_workbar::showsWhatGoesOn()
 {
     auto* const progress = m_bar->findChild<QProgressBar*>();
-    m_work->begin(QStringLiteral("<b>Importing</b>"));
+    m_work->begin(QStringLiteral("<b>x</b>"));
     QTRY_VERIFY(m_bar->isVisible());
-    QCOMPARE(m_bar->findChild<QLabel*>()->text(), QStringLiteral("<b>Importing</b>"));
+    QCOMPARE(m_bar->findChild<QLabel*>()->text(), QStringLiteral("<b>x</b>"));
     QCOMPARE(m_bar->findChild<QLabel*>()->textFormat(), Qt::PlainText);
     QCOMPARE(progress->maximum(), 0);
     m_work->reach(37);
     QCOMPARE(progress->maximum(), 100);
     QCOMPARE(progress->value(), 37);
+}
+
+void tst_workbar::cutsLongTexts()
+{
+    const QString text = QStringLiteral("Importing ") + QString(500, QLatin1Char('x'));
+    m_work->begin(text);
+    QTRY_VERIFY(m_bar->isVisible());
+    QVERIFY(m_bar->width() < 500);
+    QCOMPARE(m_bar->findChild<QLabel*>()->toolTip(), text);
+    QCOMPARE(m_bar->findChild<QProgressBar*>()->accessibleDescription(), text);
 }
 
 void tst_workbar::cancelsByItsButton()
