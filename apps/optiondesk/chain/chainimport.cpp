@@ -1,5 +1,6 @@
 #include "chain/chainimport.h"
 
+#include "chain/chainrows.h"
 #include "chain/chaintables.h"
 #include "chain/chaintexts.h"
 #include "chain/securityrows.h"
@@ -9,20 +10,11 @@
 #include <database/table.h>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace {
 
-// A plot takes session 0 for no session.
-constexpr int unknownSession = 1;
 // Quotes are exact decimals of 15 digits up to here.
 constexpr double maxForward = 1e15;
-
-int sessionOf(const QDate& asOf)
-{
-    return asOf.isValid() ? asOf.year() * 10000 + asOf.month() * 100 + asOf.day() : unknownSession;
-}
 
 void checkForward(const std::optional<double>& forward)
 {
@@ -43,120 +35,6 @@ void checkChain(const OptionChain& chain)
         if (series.quotes.isEmpty())
             throw Exception(ChainTexts::tr("A series of %1 has no options.").arg(chain.baseCode));
     }
-}
-
-/// Makes the rows of a chain and hands out their ids.
-class ChainRows {
-public:
-    ChainRows(Table& table, const OptionChain& chain);
-
-    /// The rows of the stored series that the chain's take the place of.
-    QVector<Record> replaced() const;
-    QVector<Record> made();
-
-private:
-    void findLastIds();
-    Record makeRow(const OptionSeries& series, const QString& nameEnd);
-    Record makeFuture(const OptionSeries& series, int* isinId);
-    Record makeOption(const OptionSeries& series, const OptionQuote& quote, int futureIsinId);
-
-    SecurityRows m_rows;
-    const OptionChain& m_chain;
-    qint64 m_lastIsinId = 0;
-    qint64 m_lastSecId = 0;
-};
-
-ChainRows::ChainRows(Table& table, const OptionChain& chain)
-    : m_rows(table)
-    , m_chain(chain)
-{
-    findLastIds();
-}
-
-void ChainRows::findLastIds()
-{
-    for (const Record& row : m_rows.table().masterIndex()) {
-        for (const char* column : {"isin_id", "fut_isin_id", "base_isin_id"})
-            m_lastIsinId = std::max(m_lastIsinId, m_rows.integer(row, column).value_or(0));
-        m_lastSecId = std::max(m_lastSecId, m_rows.integer(row, "sec_id").value_or(0));
-    }
-}
-
-QVector<Record> ChainRows::replaced() const
-{
-    const auto isInChain = [this](const QDate& expiry) {
-        return std::any_of(m_chain.series.begin(), m_chain.series.end(),
-            [&expiry](const OptionSeries& series) { return series.expiry == expiry; });
-    };
-    QVector<Record> result;
-    for (const Record& row : m_rows.table().masterIndex()) {
-        if (m_rows.isOnChainBoard(row) && m_rows.text(row, "base_code") == m_chain.baseCode
-            && isInChain(m_rows.day(row, "expdate")))
-            result.append(row);
-    }
-    return result;
-}
-
-Record ChainRows::makeRow(const OptionSeries& series, const QString& nameEnd)
-{
-    if (m_lastIsinId >= std::numeric_limits<qint32>::max()
-        || m_lastSecId >= std::numeric_limits<qint64>::max())
-        throw Exception(ChainTexts::tr("There are no ids left in the table of securities."));
-    Record row = m_rows.table().createRow();
-    QString name = m_chain.baseCode;
-    if (series.expiry.isValid())
-        name += QLatin1Char(' ') + series.expiry.toString(Qt::ISODate);
-    m_rows.setInteger(row, "stock_id", chainStockId);
-    m_rows.setInteger(row, "board_id", chainBoardId);
-    m_rows.setInteger(row, "isin_id", ++m_lastIsinId);
-    m_rows.setInteger(row, "sec_id", ++m_lastSecId);
-    m_rows.setText(row, "base_code", m_chain.baseCode);
-    m_rows.setText(row, "short_name", name + nameEnd);
-    m_rows.setDay(row, "expdate", series.expiry);
-    m_rows.setInteger(row, "sess_id", sessionOf(m_chain.asOf));
-    m_rows.setFixedPoint(row, "price_step", m_chain.priceStep);
-    m_rows.setInteger(row, "decimals", m_chain.decimals);
-    return row;
-}
-
-Record ChainRows::makeFuture(const OptionSeries& series, int* isinId)
-{
-    Record row = makeRow(series, QString());
-    *isinId = int(m_lastIsinId);
-    m_rows.setText(row, "sectype", QStringLiteral("F"));
-    if (series.forward)
-        m_rows.setFixedPoint(row, "cur_kotir_real", exactDecimal(*series.forward));
-    return row;
-}
-
-Record ChainRows::makeOption(const OptionSeries& series, const OptionQuote& quote, int futureIsinId)
-{
-    const QString type(QLatin1Char(char(quote.type)));
-    Record row = makeRow(series, QStringLiteral(" %1 %2").arg(type, quote.strike.toString()));
-    m_rows.setText(row, "sectype", QStringLiteral("O"));
-    m_rows.setText(row, "option_type", type);
-    m_rows.setInteger(row, "fut_isin_id", futureIsinId);
-    m_rows.setFixedPoint(row, "strike", quote.strike);
-    m_rows.setFixedPoint(row, "bid", quote.bid);
-    m_rows.setFixedPoint(row, "ask", quote.ask);
-    m_rows.setFixedPoint(row, "last", quote.last);
-    m_rows.setFixedPoint(row, "settlement", quote.settlement);
-    m_rows.setInteger(row, "volume", quote.volume);
-    m_rows.setInteger(row, "open_interest", quote.openInterest);
-    m_rows.setReal(row, "volat", quote.volatility);
-    return row;
-}
-
-QVector<Record> ChainRows::made()
-{
-    QVector<Record> result;
-    for (const OptionSeries& series : m_chain.series) {
-        int futureIsinId = 0;
-        result.append(makeFuture(series, &futureIsinId));
-        for (const OptionQuote& quote : series.quotes)
-            result.append(makeOption(series, quote, futureIsinId));
-    }
-    return result;
 }
 
 // Sees to it that the chains' board is there and anonymous: a plot passes over futures of other boards.
@@ -202,17 +80,26 @@ void ChainImport::commitChange(const std::function<void()>& change)
     }
 }
 
-void ChainImport::import(const OptionChain& chain)
+std::unique_ptr<ChainRows> ChainImport::rows(const OptionChain& chain)
 {
     checkChain(chain);
+    return std::make_unique<ChainRows>(*ChainTables::make().securities, chain);
+}
+
+void ChainImport::store(ChainRows& rows)
+{
     const ChainTables tables = ChainTables::make();
     commitChange([&] {
         ensureBoard(*tables.boards);
-        ChainRows rows(*tables.securities, chain);
-        const QVector<Record> made = rows.made();
+        const QVector<Record> made = rows.finish();
         tables.securities->removeRows(rows.replaced());
         tables.securities->appendRows(made);
     });
+}
+
+void ChainImport::import(const OptionChain& chain)
+{
+    store(*rows(chain));
 }
 
 bool ChainImport::storeForward(int futureIsinId, std::optional<double> forward)

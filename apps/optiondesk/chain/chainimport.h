@@ -3,7 +3,9 @@
 #include "chain/optionchain.h"
 
 #include <functional>
+#include <memory>
 
+class ChainRows;
 class SqlStorage;
 
 /// Writes option chains into the host's tables "securities" and "boards".
@@ -24,6 +26,11 @@ public:
     /// the rows cannot be made or written: the storage is then rolled back, and the tables and the database
     /// stand as at the last commit.
     void import(const OptionChain& chain);
+
+    /// The same in two steps, between which time may pass: rows() makes none yet, and changes nothing;
+    /// store() makes those that are still missing. Both throw as import() does.
+    static std::unique_ptr<ChainRows> rows(const OptionChain& chain);
+    void store(ChainRows& rows);
 
     /// Stores the forward of a series, replacing the one stored; an empty optional takes it away. False if
     /// there is no future of that ISIN id on the chains' board. Throws Exception as import() does, also for a

@@ -22,6 +22,14 @@ bool isOf(const SecurityRows& rows, const Record& row, const char* type)
     return rows.isOnChainBoard(row) && rows.text(row, "sectype") == QLatin1String(type);
 }
 
+// Whether readOption() finds one in an option's row; most of a large table's rows are only counted.
+bool isReadable(const SecurityRows& rows, const Record& row)
+{
+    const std::optional<decimal> strike = rows.fixedPoint(row, "strike");
+    const QString type = rows.text(row, "option_type");
+    return strike && *strike > decimal::zero && (type == QLatin1String("C") || type == QLatin1String("P"));
+}
+
 std::optional<StoredSeries> readFuture(const SecurityRows& rows, const Record& row)
 {
     if (!isOf(rows, row, "F"))
@@ -46,14 +54,11 @@ std::optional<StoredSeries> readFuture(const SecurityRows& rows, const Record& r
 
 std::optional<OptionQuote> readOption(const SecurityRows& rows, const Record& row)
 {
-    const std::optional<decimal> strike = rows.fixedPoint(row, "strike");
-    const QString type = rows.text(row, "option_type");
-    const bool isCall = type == QLatin1String("C");
-    if (!strike || *strike <= decimal::zero || (!isCall && type != QLatin1String("P")))
+    if (!isReadable(rows, row))
         return std::nullopt;
     OptionQuote quote;
-    quote.type = isCall ? OptionType::Call : OptionType::Put;
-    quote.strike = *strike;
+    quote.type = rows.text(row, "option_type") == QLatin1String("C") ? OptionType::Call : OptionType::Put;
+    quote.strike = rows.fixedPoint(row, "strike").value_or(decimal::zero);
     quote.bid = rows.fixedPoint(row, "bid");
     quote.ask = rows.fixedPoint(row, "ask");
     quote.last = rows.fixedPoint(row, "last");
@@ -62,6 +67,13 @@ std::optional<OptionQuote> readOption(const SecurityRows& rows, const Record& ro
     quote.openInterest = rows.integer(row, "open_interest");
     quote.volatility = rows.real(row, "volat");
     return quote;
+}
+
+void sortByStrike(QVector<OptionQuote>* quotes)
+{
+    std::stable_sort(quotes->begin(), quotes->end(), [](const OptionQuote& a, const OptionQuote& b) {
+        return std::make_tuple(a.strike, char(a.type)) < std::make_tuple(b.strike, char(b.type));
+    });
 }
 
 // All stored series, in the order of their expiry.
@@ -74,10 +86,12 @@ QVector<StoredSeries> allSeries()
     QVector<StoredSeries> result;
     QHash<qint64, int> optionCounts;
     for (const Record& row : table->masterIndex()) {
-        if (const std::optional<StoredSeries> series = readFuture(rows, row))
+        if (isOf(rows, row, "O")) {
+            if (isReadable(rows, row))
+                ++optionCounts[rows.integer(row, "fut_isin_id").value_or(0)];
+        } else if (const std::optional<StoredSeries> series = readFuture(rows, row)) {
             result.append(*series);
-        else if (isOf(rows, row, "O") && readOption(rows, row))
-            ++optionCounts[rows.integer(row, "fut_isin_id").value_or(0)];
+        }
     }
     for (StoredSeries& series : result)
         series.optionCount = optionCounts.value(series.futureIsinId);
@@ -131,25 +145,39 @@ std::optional<StoredSeries> ChainStore::seriesOf(const Record& row)
     return table ? readFuture(SecurityRows(*table), row) : std::nullopt;
 }
 
+std::map<int, ChainStore::WholeSeries> ChainStore::wholeSeries(const QVector<int>& futureIsinIds)
+{
+    std::map<int, WholeSeries> found;
+    std::map<qint64, QVector<OptionQuote>> quotes;
+    for (const int id : futureIsinIds)
+        quotes[id];
+    Table* const table = ChainTables::find().securities;
+    if (!table)
+        return found;
+    const SecurityRows rows(*table);
+    for (const Record& row : table->masterIndex()) {
+        const auto list = quotes.find(rows.integer(row, "fut_isin_id").value_or(0));
+        if (list != quotes.end() && isOf(rows, row, "O")) {
+            if (const std::optional<OptionQuote> quote = readOption(rows, row))
+                list->second.append(*quote);
+        } else if (quotes.count(rows.integer(row, "isin_id").value_or(0)) > 0) {
+            const std::optional<StoredSeries> stored = readFuture(rows, row);
+            if (stored)
+                found.insert({stored->futureIsinId, {*stored, {stored->expiry, stored->forward, {}}}});
+        }
+    }
+    for (auto& [id, series] : found) {
+        series.options.quotes = std::move(quotes[id]);
+        sortByStrike(&series.options.quotes);
+        series.stored.optionCount = series.options.quotes.size();
+    }
+    return found;
+}
+
 OptionSeries ChainStore::options(int futureIsinId)
 {
-    const std::optional<StoredSeries> stored = seriesById(futureIsinId);
-    if (!stored)
-        return {};
-    Table* const table = ChainTables::find().securities;
-    const SecurityRows rows(*table);
-    OptionSeries series{stored->expiry, stored->forward, {}};
-    for (const Record& row : table->masterIndex()) {
-        if (!isOf(rows, row, "O") || rows.integer(row, "fut_isin_id") != qint64(futureIsinId))
-            continue;
-        if (const std::optional<OptionQuote> quote = readOption(rows, row))
-            series.quotes.append(*quote);
-    }
-    std::stable_sort(
-        series.quotes.begin(), series.quotes.end(), [](const OptionQuote& a, const OptionQuote& b) {
-            return std::make_tuple(a.strike, char(a.type)) < std::make_tuple(b.strike, char(b.type));
-        });
-    return series;
+    const std::map<int, WholeSeries> found = wholeSeries({futureIsinId});
+    return found.empty() ? OptionSeries() : found.begin()->second.options;
 }
 
 std::optional<OptionChain> ChainStore::chain(const QString& baseCode)

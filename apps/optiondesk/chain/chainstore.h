@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <map>
+
 /// What the table knows of a series, without its options.
 struct StoredSeries {
     /// The future's ISIN id; with chainBoardId it names the instrument to a plot.
@@ -44,6 +46,16 @@ std::optional<StoredSeries> seriesOf(const Record& row);
 /// The options of a series, ascending by strike, the call first; with the series' expiry and forward.
 /// No quotes and no expiry without such a future.
 OptionSeries options(int futureIsinId);
+
+/// A series with its options.
+struct WholeSeries {
+    StoredSeries stored;
+    /// As options() gives them.
+    OptionSeries options;
+};
+
+/// Several series by their futures, in one pass over the table; those that are not stored are left out.
+std::map<int, WholeSeries> wholeSeries(const QVector<int>& futureIsinIds);
 
 /// All series of a base code that have options; empty if there is none. The day is the latest of the
 /// series' days, the price step the smallest of theirs, the decimals the largest of theirs.

@@ -14,9 +14,19 @@ SecurityRows::SecurityRows(Table& table)
 {
 }
 
+int SecurityRows::find(const char* name) const
+{
+    for (const FoundColumn& found : m_found) {
+        if (found.name == name)
+            return found.index;
+    }
+    m_found.push_back({name, m_table.columnIndex(QString::fromLatin1(name))});
+    return m_found.back().index;
+}
+
 int SecurityRows::column(const char* name) const
 {
-    const int index = m_table.columnIndex(QString::fromLatin1(name));
+    const int index = find(name);
     if (index < 0)
         throw Exception(ChainTexts::tr("The table \"%1\" has no column \"%2\".")
                             .arg(m_table.name(), QString::fromLatin1(name)));
@@ -25,7 +35,7 @@ int SecurityRows::column(const char* name) const
 
 FieldConstValue SecurityRows::field(const Record& row, const char* column, FieldType type) const
 {
-    const FieldConstValue value = row.value(m_table.columnIndex(QString::fromLatin1(column)));
+    const FieldConstValue value = row.value(find(column));
     if (!value.isValid() || value.isNull() || value.type() != type)
         return {};
     return value;

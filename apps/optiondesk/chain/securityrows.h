@@ -7,10 +7,11 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 class Table;
 
-/// Reads and fills rows of the host's table "securities" by the names of its columns.
+/// Reads and fills rows of the host's table "securities" by the names of its columns, which are literals.
 class SecurityRows {
 public:
     /// The table outlives this object.
@@ -41,10 +42,18 @@ public:
     int column(const char* name) const;
 
 private:
+    struct FoundColumn {
+        const char* name = nullptr;
+        int index = -1;
+    };
+
+    int find(const char* name) const;
     FieldConstValue field(const Record& row, const char* column, FieldType type) const;
     FieldValue writable(const Record& row, const char* column);
 
     Table& m_table;
+    /// Whoever goes through all rows asks for the same few literals again and again.
+    mutable std::vector<FoundColumn> m_found;
 };
 
 /// The decimal number that is read back as the same double, for magnitudes of 1e-3 to 1e15.

@@ -10,6 +10,7 @@
 #include <window/deskwindow.h>
 #include <window/menuentry.h>
 #include <window/storedserieswatch.h>
+#include <work/workbar.h>
 
 #include <QEvent>
 #include <QMenu>
@@ -40,7 +41,9 @@ SeriesDock::SeriesDock(DeskWindow* window)
     connect(window->plot(), SIGNAL(seriesReplaced()), this, SLOT(onSeriesReplaced()));
     // Curves of the chosen series may have come again, and their entries in the legend come first.
     connect(window, SIGNAL(filterChanged()), this, SLOT(onSeriesReplaced()));
+    connect(window, SIGNAL(shownChanged()), this, SLOT(onShownChanged()));
     connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
+    window->workBar()->add(m_overlays->work());
     onStoredSeriesChanged();
 }
 
@@ -84,6 +87,12 @@ void SeriesDock::onSeriesReplaced()
     if (isOther)
         m_view->setCurrentIndex(m_model->indexOf(chosen));
     showOverlays();
+}
+
+void SeriesDock::onShownChanged()
+{
+    if (m_window->data().smileModel() != m_overlays->smileModel())
+        showOverlays();
 }
 
 void SeriesDock::onChecksChanged()

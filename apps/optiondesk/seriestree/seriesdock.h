@@ -34,6 +34,7 @@ Q_SIGNALS:
 private Q_SLOTS:
     void onStoredSeriesChanged();
     void onSeriesReplaced();
+    void onShownChanged();
     void onChecksChanged();
 
 private:

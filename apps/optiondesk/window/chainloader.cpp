@@ -9,9 +9,9 @@ OptionChain loadChain(const QString& fileName, QWidget* parent)
 {
     constexpr int patienceMilliseconds = 500;
     constexpr int steps = 1000;
-    QProgressDialog dialog(QObject::tr("Reading %1").arg(QFileInfo(fileName).fileName()),
-        QObject::tr("Cancel"), 0, steps, parent);
-    dialog.setWindowTitle(QObject::tr("Import"));
+    QProgressDialog dialog(DeskTexts::tr("Reading %1").arg(QFileInfo(fileName).fileName()),
+        DeskTexts::tr("Cancel"), 0, steps, parent);
+    dialog.setWindowTitle(DeskTexts::tr("Import"));
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.setMinimumDuration(patienceMilliseconds);
     return readChain(fileName, [&dialog](qint64 done, qint64 total) {

@@ -28,15 +28,19 @@ SeriesData dataOf(const OptionChain& chain, int position)
     return {chain.baseCode, chain.asOf, chain.priceStep, chain.decimals, chain.series.at(position)};
 }
 
-SeriesData dataOf(const StoredSeries& stored, const SeriesFacts& given)
+SeriesData dataOf(const StoredSeries& stored, const OptionSeries& options, const SeriesFacts& given)
 {
-    SeriesData data{stored.baseCode, stored.asOf, stored.priceStep, stored.decimals,
-        ChainStore::options(stored.futureIsinId)};
+    SeriesData data{stored.baseCode, stored.asOf, stored.priceStep, stored.decimals, options};
     if (given.asOf.isValid())
         data.asOf = given.asOf;
     if (given.expiry.isValid() && !data.options.expiry.isValid())
         data.options.expiry = given.expiry;
     return data;
+}
+
+SeriesData dataOf(const StoredSeries& stored, const SeriesFacts& given)
+{
+    return dataOf(stored, ChainStore::options(stored.futureIsinId), given);
 }
 
 QVector<QDate> expiriesOf(const OptionChain& chain)
@@ -122,17 +126,21 @@ bool DeskData::isEmpty() const
     return ChainStore::baseCodes().isEmpty();
 }
 
+std::unique_ptr<ChainRows> DeskData::rowsOf(const OptionChain& chain)
+{
+    return ChainImport::rows(chain);
+}
+
+int DeskData::store(ChainRows& rows, int position)
+{
+    ChainImport(m_storage).store(rows);
+    qCDebug(databaseLog) << "stored" << rows.count() << "rows";
+    return rows.futureIsinId(position);
+}
+
 int DeskData::import(const OptionChain& chain, int position)
 {
-    ChainImport(m_storage).import(chain);
-    qCDebug(databaseLog) << "stored" << chain.series.size() << "series of" << chain.baseCode;
-    const QVector<StoredSeries> stored = ChainStore::series(chain.baseCode);
-    const QDate expiry = chain.series.at(position).expiry;
-    for (const StoredSeries& series : stored) {
-        if (series.expiry == expiry)
-            return series.futureIsinId;
-    }
-    throw Exception(DeskTexts::tr("%1: the series was not stored").arg(chain.baseCode));
+    return store(*rowsOf(chain), position);
 }
 
 void DeskData::importSamples()
@@ -174,18 +182,33 @@ QVector<StoredSeries> DeskData::series() const
     return ChainStore::series();
 }
 
+std::map<int, SeriesSnapshot> DeskData::snapshots(
+    const QVector<int>& futureIsinIds, const SeriesFacts& given) const
+{
+    std::map<int, SeriesSnapshot> result;
+    for (const auto& [id, series] : ChainStore::wholeSeries(futureIsinIds)) {
+        SeriesSnapshot snapshot{dataOf(series.stored, series.options, given), given, m_smileModel};
+        const std::optional<decimal> quote = m_quote.own(id);
+        snapshot.data.options.forward.reset();
+        if (quote && *quote > decimal::zero)
+            snapshot.data.options.forward = quote->toDouble();
+        result.insert({id, std::move(snapshot)});
+    }
+    return result;
+}
+
+ShownSeries SeriesSnapshot::valued() const
+{
+    checkDates(given, data);
+    return valuedSeries(data, given.forward, smileModel);
+}
+
 ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
 {
-    const std::optional<StoredSeries> stored = ChainStore::seriesById(futureIsinId);
-    if (!stored)
+    const std::map<int, SeriesSnapshot> found = snapshots({futureIsinId}, given);
+    if (found.empty())
         throw Exception(DeskTexts::tr("the series is not stored any more"));
-    SeriesData data = dataOf(*stored, given);
-    const std::optional<decimal> quote = m_quote.own(futureIsinId);
-    data.options.forward.reset();
-    if (quote && *quote > decimal::zero)
-        data.options.forward = quote->toDouble();
-    checkDates(given, data);
-    return valuedSeries(data, given.forward, m_smileModel);
+    return found.begin()->second.valued();
 }
 
 ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)

@@ -3,13 +3,27 @@
 #include "window/futurequote.h"
 #include "window/shownseries.h"
 
+#include <chain/chainrows.h>
 #include <chain/chainstore.h>
 #include <database/sqlstorage.h>
 
 #include <QObject>
 #include <QVector>
 
+#include <map>
+#include <memory>
 #include <optional>
+
+/// A stored series as it was when it was read, with what the user says of it: a value that any thread may
+/// value while the tables go on.
+struct SeriesSnapshot {
+    SeriesData data;
+    SeriesFacts given;
+    Pricing::SmileModel smileModel = Pricing::SmileModel::Spline;
+
+    /// Throws Exception where the series has no forward, or a given date is not before the expiry.
+    ShownSeries valued() const;
+};
 
 /// Makes a chain what the user says it is: sets the date of its prices, the expiry of the single series of a
 /// chain that states none, and the forward of the series to show.
@@ -34,6 +48,11 @@ public:
     /// show(). Throws Exception, with everything as it was, where that fails.
     int import(const OptionChain& chain, int position);
 
+    /// The same in two steps, so that the rows can be made a few at a time: a chain's rows, and their
+    /// storing.
+    static std::unique_ptr<ChainRows> rowsOf(const OptionChain& chain);
+    int store(ChainRows& rows, int position);
+
     /// Stores the bundled samples.
     void importSamples();
 
@@ -52,8 +71,14 @@ public:
     /// Values a stored series as it is now and lends it nothing. Throws Exception as show() does.
     ShownSeries valued(int futureIsinId, const SeriesFacts& given) const;
 
+    /// Several series as they are now, by the ISIN ids of their futures; those that are not stored are left
+    /// out.
+    std::map<int, SeriesSnapshot> snapshots(
+        const QVector<int>& futureIsinIds, const SeriesFacts& given) const;
+
     /// How smiles are fitted from the next series on that is valued; by the spline unless this is called.
     void setSmileModel(Pricing::SmileModel model) { m_smileModel = model; }
+    Pricing::SmileModel smileModel() const { return m_smileModel; }
 
 private:
     SqlStorage m_storage;

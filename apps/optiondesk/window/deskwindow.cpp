@@ -1,10 +1,10 @@
 #include "window/deskwindow.h"
 
-#include "window/chainloader.h"
 #include "window/deskplot.h"
 #include "window/desktexts.h"
 #include "window/elidedlabel.h"
 #include "window/exportactions.h"
+#include "window/importactions.h"
 #include "window/menuentry.h"
 #include "window/positiondesk.h"
 #include "window/seriesfollower.h"
@@ -13,12 +13,12 @@
 #include "window/texts.h"
 #include "window/viewactions.h"
 
-#include <chain/chainerror.h>
+#include <chain/chainreader.h>
 #include <database/exception.h>
+#include <work/workbar.h>
 
 #include <QAction>
 #include <QActionGroup>
-#include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -33,6 +33,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     , m_selector(new SeriesSelector(this))
     , m_follower(new SeriesFollower(this))
     , m_status(new ElidedLabel(this))
+    , m_workBar(new WorkBar(this))
 {
     setCentralWidget(m_plot);
     createFileMenu();
@@ -41,6 +42,7 @@ DeskWindow::DeskWindow(DeskData& deskData, DeskView view, QWidget* parent)
     createToolBar();
     m_status->setContentsMargins(6, 0, 6, 0);
     statusBar()->addWidget(m_status, 1);
+    statusBar()->addPermanentWidget(m_workBar);
     statusBar()->setSizeGripEnabled(false);
     // A window may be smaller than all its parts would like.
     setMinimumSize(1, 1);
@@ -58,9 +60,10 @@ QAction* DeskWindow::addAction(QMenu& menu, const QString& text, const QString& 
 void DeskWindow::createFileMenu()
 {
     QMenu& menu = *menuBar()->addMenu(tr("&File"));
-    connect(
-        addAction(menu, tr("&Import..."), QStringLiteral("Ctrl+O"), tr("Import an option chain from a file")),
-        SIGNAL(triggered()), this, SLOT(onImport()));
+    m_imports = new ImportActions(
+        [this](ChainRows& rows, int position) { storeRows(rows, position); }, m_workBar, this, &menu);
+    connect(m_imports, SIGNAL(said(QString)), this, SLOT(say(QString)));
+    connect(m_imports, SIGNAL(failed(QString, QString)), this, SLOT(complain(QString, QString)));
     menu.addSeparator();
     m_exports = new ExportActions(m_plot, &menu);
     connect(m_exports, SIGNAL(done(QString)), statusBar(), SLOT(showMessage(QString)));
@@ -251,12 +254,17 @@ void DeskWindow::onStoredSeriesChanged()
 
 void DeskWindow::importChain(const QString& fileName)
 {
-    OptionChain chain = loadChain(fileName, this);
+    OptionChain chain = readChain(fileName);
     const int position = applyFacts(SeriesFacts(), &chain);
+    storeRows(*DeskData::rowsOf(chain), position);
+}
+
+void DeskWindow::storeRows(ChainRows& rows, int position)
+{
     int futureIsinId = 0;
     const SeriesFollower::OwnWrites ownWrites(*m_follower);
     try {
-        futureIsinId = m_data.import(chain, position);
+        futureIsinId = m_data.store(rows, position);
     } catch (const Exception&) {
         // The attempt took the forward back from the future of the series shown.
         if (m_shown)
@@ -337,8 +345,12 @@ bool DeskWindow::isGridVisible() const
 
 void DeskWindow::setImportFolder(const QString& folder)
 {
-    if (QFileInfo(folder).isDir())
-        m_importFolder = folder;
+    m_imports->setFolder(folder);
+}
+
+QString DeskWindow::importFolder() const
+{
+    return m_imports->folder();
 }
 
 void DeskWindow::onAxisModeChosen(QAction* action)
@@ -380,21 +392,4 @@ void DeskWindow::complain(const QString& title, const QString& text)
     QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
     box.setTextFormat(Qt::PlainText);
     box.exec();
-}
-
-void DeskWindow::onImport()
-{
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Import an option chain"), m_importFolder,
-        tr("Option chains (*.csv *.txt *.tsv);;All files (*)"));
-    if (fileName.isEmpty())
-        return;
-    setImportFolder(QFileInfo(fileName).absolutePath());
-    try {
-        importChain(fileName);
-    } catch (const ChainError& error) {
-        if (!error.isCancelled())
-            complain(tr("Import"), error.text());
-    } catch (const Exception& error) {
-        complain(tr("Import"), error.text());
-    }
 }

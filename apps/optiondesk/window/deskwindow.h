@@ -11,6 +11,7 @@
 class DeskPlot;
 class ElidedLabel;
 class ExportActions;
+class ImportActions;
 class PositionDesk;
 class QAction;
 class QActionGroup;
@@ -18,6 +19,7 @@ class QMenu;
 class SeriesFollower;
 class SeriesSelector;
 class ViewActions;
+class WorkBar;
 
 /// The option desk's window: the plot of one series, the choice of the series, and the numbers behind it.
 ///
@@ -52,7 +54,7 @@ public:
     /// Where the last chain was imported from by its user; empty before that. A folder that is not there is
     /// ignored.
     void setImportFolder(const QString& folder);
-    QString importFolder() const { return m_importFolder; }
+    QString importFolder() const;
 
     /// Which options of the chosen series are shown. The smile stays as it is.
     void setFilter(const Pricing::OptionFilter& filter);
@@ -62,14 +64,17 @@ public:
     void setSmileModel(Pricing::SmileModel model);
     Pricing::SmileModel smileModel() const;
 
-    /// Imports a chain's file and shows its nearest series. Throws Exception, with all as it was, where that
-    /// fails.
+    /// Imports a chain's file at once, for whoever has no user to wait for, and shows its nearest series.
+    /// Throws Exception, with all as it was, where that fails.
     void importChain(const QString& fileName);
 
     DeskPlot* plot() const { return m_plot; }
     DeskData& data() const { return m_data; }
     PositionDesk* position() const { return m_position; }
     ExportActions* exports() const { return m_exports; }
+    ImportActions* imports() const { return m_imports; }
+    /// In the status bar; other parts of the desk add their long work.
+    WorkBar* workBar() const { return m_workBar; }
     /// Empty where the chosen series cannot be shown.
     const std::optional<ShownSeries>& shownSeries() const { return m_shown; }
     /// Other parts of the desk put their entries at its end.
@@ -93,10 +98,10 @@ private Q_SLOTS:
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);
     void onSmileModelChosen(QAction* action);
-    void onImport();
     void complain(const QString& title, const QString& text);
 
 private:
+    void storeRows(ChainRows& rows, int position);
     void createFileMenu();
     void createViewMenu();
     void createPositionMenu();
@@ -116,13 +121,13 @@ private:
     SeriesFacts m_given;
     Pricing::OptionFilter m_filter;
     std::optional<ShownSeries> m_shown;
-    QString m_importFolder;
 
     DeskPlot* m_plot;
     PositionDesk* m_position;
     SeriesSelector* m_selector;
     SeriesFollower* m_follower;
     ElidedLabel* m_status;
+    WorkBar* m_workBar;
     QMenu* m_viewMenu = nullptr;
     QActionGroup* m_axisModes = nullptr;
     QAction* m_grid = nullptr;
@@ -132,4 +137,5 @@ private:
     QAction* m_positionAction = nullptr;
     ViewActions* m_viewActions = nullptr;
     ExportActions* m_exports = nullptr;
+    ImportActions* m_imports = nullptr;
 };
