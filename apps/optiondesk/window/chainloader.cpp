@@ -1,5 +1,7 @@
 #include "window/chainloader.h"
 
+#include "window/desktexts.h"
+
 #include <chain/chainreader.h>
 
 #include <QFileInfo>
