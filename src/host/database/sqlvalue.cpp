@@ -75,10 +75,14 @@ QString storableText(const QString& text, bool isSqlite)
     if (text.isEmpty())
         return QLatin1String(""); // A null QString would be stored as NULL.
     const QString valid = withWholePairs(text);
+    if (!isSqlite) {
+        // A text of a server ends at the first of these.
+        return QString(valid).replace(QChar::Null, QChar(QChar::ReplacementCharacter));
+    }
     // SQLite takes a leading byte order mark, also a swapped one, for a description of the text and drops it.
     const bool hasMark
         = valid.front() == QChar(QChar::ByteOrderMark) || valid.front() == QChar(QChar::ByteOrderSwapped);
-    return isSqlite && hasMark ? QChar(QChar::ByteOrderMark) + valid : valid;
+    return hasMark ? QChar(QChar::ByteOrderMark) + valid : valid;
 }
 
 bool isWhole(const QVariant& value)
