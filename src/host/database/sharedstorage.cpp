@@ -132,10 +132,6 @@ SharedStorage::SharedStorage(const PostgresAddress& address, const QString& fold
         d->isSlow = false;
         Q_EMIT statusChanged();
     });
-    connect(&d->worker, &SharedWorker::tookNumbers, this, [this](qint64 first, qint64 last) {
-        d->numbers.add({first, last});
-        d->asksForNumbers = false;
-    });
 }
 
 SharedStorage::~SharedStorage()
@@ -150,7 +146,9 @@ void SharedStorage::open()
     d->thread.start();
     d->runAndWait([this] { d->worker.open(); });
     d->isOpen = true;
-    d->runAndWait([this] { d->worker.takeNumbers(numbersPerTaking); });
+    QVector<NumberRange> numbers;
+    d->runAndWait([&] { numbers = d->worker.takeNumbers(numbersPerTaking); });
+    d->numbers.add(numbers);
 }
 
 void SharedStorage::attach(Table* table, const QStringList& keyColumns)
@@ -210,7 +208,13 @@ QVector<qint32> SharedStorage::takeNumbers(int count)
     if (d->isOpen && !d->asksForNumbers && (d->numbers.size() < fewNumbers || numbers.size() < count)) {
         d->asksForNumbers = true;
         const qint64 wanted = std::max<qint64>(numbersPerTaking, count);
-        d->runSoon([this, wanted] { d->worker.takeNumbers(wanted); });
+        d->runSoon([this, wanted] {
+            const QVector<NumberRange> taken = d->worker.takeNumbers(wanted);
+            QMetaObject::invokeMethod(this, [this, taken] {
+                d->asksForNumbers = false;
+                d->numbers.add(taken);
+            });
+        });
     }
     if (numbers.size() < count)
         throw Exception(QStringLiteral("Database \"%1\": there are no numbers for new rows at the moment; "

@@ -1,11 +1,12 @@
 #include "database/shared/numberstock_p.h"
 
 #include <algorithm>
+#include <iterator>
 
-void NumberStock::add(const NumberRange& range)
+void NumberStock::add(const QVector<NumberRange>& ranges)
 {
-    if (range.size() > 0)
-        m_ranges.append(range);
+    std::copy_if(ranges.cbegin(), ranges.cend(), std::back_inserter(m_ranges),
+        [](const NumberRange& range) { return range.size() > 0; });
 }
 
 QVector<qint32> NumberStock::take(int count)

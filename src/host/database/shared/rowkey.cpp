@@ -31,7 +31,7 @@ QString RowKey::of(const Record& record, const QVector<int>& keyColumns)
         return newKey();
     // What a server cannot keep must not be in a key either.
     if (key.size() > longestKey || !key.isValidUtf16() || key.contains(QChar::Null)
-        || key.startsWith(QLatin1Char('#'))) {
+        || key.startsWith(QLatin1Char('#')) || key.startsWith(QChar(QChar::ByteOrderMark))) {
         const QByteArray bytes(reinterpret_cast<const char*>(key.utf16()), key.size() * int(sizeof(ushort)));
         return QLatin1Char('#')
             + QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());

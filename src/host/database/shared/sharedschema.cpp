@@ -38,7 +38,10 @@ bool isTrue(const SqlSession& session, const QString& expression)
 
 bool hasLayout(const SqlSession& session)
 {
-    return isTrue(session, QStringLiteral("to_regclass('host_meta') IS NOT NULL"));
+    // A name is not looked up, for a server remembers for a while that there was none.
+    return isTrue(session,
+        QStringLiteral("EXISTS (SELECT 1 FROM pg_class c WHERE c.relname = 'host_meta' AND c.relkind = 'r' "
+                       "AND pg_table_is_visible(c.oid))"));
 }
 
 bool hasTables(const SqlSession& session)

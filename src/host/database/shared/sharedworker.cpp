@@ -94,17 +94,16 @@ void SharedWorker::send(const SharedCommit& commit)
         work();
 }
 
-void SharedWorker::takeNumbers(qint64 count)
+QVector<NumberRange> SharedWorker::takeNumbers(qint64 count)
 {
     if (!m_connection.isOpen())
-        return;
+        return {};
     try {
-        const NumberRange numbers = SharedWriting::takeNumbers(m_connection.session(), count);
-        if (numbers.size() > 0)
-            Q_EMIT tookNumbers(numbers.first, numbers.last);
+        return SharedWriting::takeNumbers(m_connection.session(), count);
     } catch (const Exception& error) {
         m_connection.close();
         onLost(error.text());
+        return {};
     }
 }
 

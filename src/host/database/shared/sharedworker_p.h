@@ -36,8 +36,8 @@ public:
     /// Takes a commit, to be sent until it has arrived.
     void send(const SharedCommit& commit);
 
-    /// Takes numbers and tells of them; nothing happens without a server.
-    void takeNumbers(qint64 count);
+    /// Takes numbers; none without a server.
+    QVector<NumberRange> takeNumbers(qint64 count);
 
     /// Sends what can be sent at once, gives numbers back and ends the connection.
     void finish(const QVector<NumberRange>& unusedNumbers);
@@ -47,7 +47,6 @@ public:
 
 Q_SIGNALS:
     void hasNews(const SharedNews& news);
-    void tookNumbers(qint64 first, qint64 last);
     /// The reason, in one line, is empty while there is a connection.
     void connectionChanged(const QString& problem);
 

@@ -228,24 +228,29 @@ void SharedWriting::apply(const SqlSession& session, const QString& writer, cons
     transaction.commit();
 }
 
-NumberRange SharedWriting::takeNumbers(const SqlSession& session, qint64 count)
+QVector<NumberRange> SharedWriting::takeNumbers(const SqlSession& session, qint64 count)
 {
     SqlTransaction transaction(session);
+    QVector<NumberRange> result;
+    qint64 missing = count;
     QSqlQuery query = session.execute(
-        QStringLiteral("DELETE FROM host_numbers WHERE first = (SELECT first FROM host_numbers WHERE "
-                       "last - first + 1 >= ? ORDER BY first LIMIT 1 FOR UPDATE SKIP LOCKED) "
-                       "RETURNING first, last"),
-        {count});
-    if (query.next()) {
-        transaction.commit();
-        return {query.value(0).toLongLong(), query.value(1).toLongLong()};
+        QStringLiteral("DELETE FROM host_numbers WHERE first IN (SELECT first FROM host_numbers "
+                       "ORDER BY first LIMIT 8 FOR UPDATE SKIP LOCKED) RETURNING first, last"));
+    while (query.next()) {
+        result.append({query.value(0).toLongLong(), query.value(1).toLongLong()});
+        missing -= result.last().size();
     }
-    query = session.execute(QStringLiteral("UPDATE host_sharing SET next_number = next_number + ? "
-                                           "WHERE next_number <= ? RETURNING next_number"),
-        {count, std::numeric_limits<qint32>::max() - count + 1});
-    const qint64 next = query.next() ? query.value(0).toLongLong() : 0;
+    if (missing > 0) {
+        query = session.execute(QStringLiteral("UPDATE host_sharing SET next_number = next_number + ? "
+                                               "WHERE next_number <= ? RETURNING next_number"),
+            {missing, std::numeric_limits<qint32>::max() - missing + 1});
+        if (query.next()) {
+            const qint64 next = query.value(0).toLongLong();
+            result.append({next - missing, next - 1});
+        }
+    }
     transaction.commit();
-    return next > 0 ? NumberRange{next - count, next - 1} : NumberRange();
+    return result;
 }
 
 void SharedWriting::giveBack(const SqlSession& session, const NumberRange& numbers)

@@ -19,9 +19,9 @@ namespace SharedWriting {
 /// know, is passed over.
 void apply(const SqlSession& session, const QString& writer, const SharedCommit& commit);
 
-/// Takes numbers that nobody else gets: a range that was given back, or a new one of this size. Empty if
-/// there are none left up to 2^31 - 1.
-NumberRange takeNumbers(const SqlSession& session, qint64 count);
+/// Takes numbers that nobody else gets, at least as many as are asked for, unless there are no more up to
+/// 2^31 - 1: first those that were given back.
+QVector<NumberRange> takeNumbers(const SqlSession& session, qint64 count);
 void giveBack(const SqlSession& session, const NumberRange& numbers);
 
 /// Forgets a writer all of whose commits have been applied.
