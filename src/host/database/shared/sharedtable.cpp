@@ -172,8 +172,27 @@ QString SharedTable::keyForNew(const Record& row, const QSet<QString>& placed)
     return result;
 }
 
+// To the others they come behind all rows that are there.
+void SharedTable::moveInsertedToEnd()
+{
+    const QVector<Record> inserted = insertedInOrder();
+    int last = m_table->rowCount() - 1;
+    while (last >= 0 && m_inserted.contains(m_table->record(last)))
+        --last;
+    const int inPlace = m_table->rowCount() - 1 - last;
+    if (inPlace == inserted.size())
+        return;
+    m_table->removeRows(inserted);
+    if (m_table)
+        m_table->appendRows(inserted);
+}
+
 void SharedTable::collectPlaced(SharedTableChanges& changes, UnsentCommit& unsent)
 {
+    if (!m_inserted.isEmpty())
+        moveInsertedToEnd();
+    if (!m_table)
+        return;
     QSet<QString> placed;
     QVector<Record> replaced;
     const QVector<Record> inserted = insertedInOrder();

@@ -88,6 +88,7 @@ private:
     QVector<int> changedColumns(const Entry& entry) const;
     QVector<Record> insertedInOrder() const;
 
+    void moveInsertedToEnd();
     void collectRemoved(SharedTableChanges& changes, UnsentCommit& unsent);
     void collectPlaced(SharedTableChanges& changes, UnsentCommit& unsent);
     void collectUpdated(SharedTableChanges& changes, UnsentCommit& unsent);
