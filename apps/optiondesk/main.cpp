@@ -8,6 +8,7 @@
 #include "window/picture.h"
 #include "window/platform.h"
 #include "window/session.h"
+#include "window/sharingstatus.h"
 #include "window/texts.h"
 
 #include <chain/chaintables.h>
@@ -47,6 +48,13 @@ int savePicture(DeskWindow& window, const CommandLine& options)
     }
     std::printf("%s\n", QFile::encodeName(QFileInfo(options.pictureFile).absoluteFilePath()).constData());
     return success;
+}
+
+void tellOfUnsent(DeskData& data)
+{
+    const QString reason = data.close();
+    if (!reason.isEmpty())
+        say(reason);
 }
 
 void tellOfUnknown(const QStringList& names, int quotes)
@@ -101,14 +109,20 @@ int run(const CommandLine& options)
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())
         say(notice);
-    if (!options.pictureFile.isEmpty())
-        return savePicture(window, options);
+    if (!options.pictureFile.isEmpty()) {
+        const int exitCode = savePicture(window, options);
+        tellOfUnsent(*session.data);
+        return exitCode;
+    }
+    if (SharedStorage* const shared = session.data->shared())
+        window.statusBar()->addPermanentWidget(new SharingStatus(*shared, &window));
     window.resize(options.size);
     window.show();
     std::unique_ptr<QuoteReplay> replay;
     if (quotes)
         replay = startReplay(std::move(quotes), session.futureIsinId, options.replaySpeed, window);
     const int exitCode = QApplication::exec();
+    tellOfUnsent(*session.data);
     if (settings && !settings->save())
         say(QStringLiteral("%1: the settings could not be written").arg(settings->host()->fileName()));
     return exitCode;

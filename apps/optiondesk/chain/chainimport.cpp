@@ -1,15 +1,15 @@
 #include "chain/chainimport.h"
 
 #include "chain/chaintables.h"
+#include "chain/rowids.h"
 #include "chain/securityrows.h"
 
 #include <database/exception.h>
-#include <database/sqlstorage.h>
 #include <database/table.h>
+#include <database/tablestorage.h>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -47,38 +47,28 @@ void checkChain(const OptionChain& chain)
 /// Makes the rows of a chain and hands out their ids.
 class ChainRows {
 public:
-    ChainRows(Table& table, const OptionChain& chain);
+    ChainRows(Table& table, const OptionChain& chain, TableStorage& storage);
 
     /// The rows of the stored series that the chain's take the place of.
     QVector<Record> replaced() const;
     QVector<Record> made();
 
 private:
-    void findLastIds();
     Record makeRow(const OptionSeries& series, const QString& nameEnd);
     Record makeFuture(const OptionSeries& series, int* isinId);
     Record makeOption(const OptionSeries& series, const OptionQuote& quote, int futureIsinId);
 
     SecurityRows m_rows;
     const OptionChain& m_chain;
-    qint64 m_lastIsinId = 0;
-    qint64 m_lastSecId = 0;
+    RowIds m_ids;
 };
 
-ChainRows::ChainRows(Table& table, const OptionChain& chain)
+ChainRows::ChainRows(Table& table, const OptionChain& chain, TableStorage& storage)
     : m_rows(table)
     , m_chain(chain)
+    , m_ids(m_rows, storage)
 {
-    findLastIds();
-}
-
-void ChainRows::findLastIds()
-{
-    for (const Record& row : m_rows.table().masterIndex()) {
-        for (const char* column : {"isin_id", "fut_isin_id", "base_isin_id"})
-            m_lastIsinId = std::max(m_lastIsinId, m_rows.integer(row, column).value_or(0));
-        m_lastSecId = std::max(m_lastSecId, m_rows.integer(row, "sec_id").value_or(0));
-    }
+    m_ids.reuse(replaced());
 }
 
 QVector<Record> ChainRows::replaced() const
@@ -98,17 +88,15 @@ QVector<Record> ChainRows::replaced() const
 
 Record ChainRows::makeRow(const OptionSeries& series, const QString& nameEnd)
 {
-    if (m_lastIsinId >= std::numeric_limits<qint32>::max()
-        || m_lastSecId >= std::numeric_limits<qint64>::max())
-        throw Exception(QStringLiteral("There are no ids left in the table of securities."));
     Record row = m_rows.table().createRow();
     QString name = m_chain.baseCode;
     if (series.expiry.isValid())
         name += QLatin1Char(' ') + series.expiry.toString(Qt::ISODate);
+    const RowIds::Ids ids = m_ids.idsFor(name + nameEnd);
     m_rows.setInteger(row, "stock_id", chainStockId);
     m_rows.setInteger(row, "board_id", chainBoardId);
-    m_rows.setInteger(row, "isin_id", ++m_lastIsinId);
-    m_rows.setInteger(row, "sec_id", ++m_lastSecId);
+    m_rows.setInteger(row, "isin_id", ids.isinId);
+    m_rows.setInteger(row, "sec_id", ids.secId);
     m_rows.setText(row, "base_code", m_chain.baseCode);
     m_rows.setText(row, "short_name", name + nameEnd);
     m_rows.setDay(row, "expdate", series.expiry);
@@ -121,7 +109,7 @@ Record ChainRows::makeRow(const OptionSeries& series, const QString& nameEnd)
 Record ChainRows::makeFuture(const OptionSeries& series, int* isinId)
 {
     Record row = makeRow(series, QString());
-    *isinId = int(m_lastIsinId);
+    *isinId = int(m_rows.integer(row, "isin_id").value_or(0));
     m_rows.setText(row, "sectype", QStringLiteral("F"));
     if (series.forward)
         m_rows.setFixedPoint(row, "cur_kotir_real", exactDecimal(*series.forward));
@@ -185,7 +173,7 @@ void ensureBoard(Table& boards)
 
 }
 
-ChainImport::ChainImport(SqlStorage& storage)
+ChainImport::ChainImport(TableStorage& storage)
     : m_storage(storage)
 {
 }
@@ -207,7 +195,7 @@ void ChainImport::import(const OptionChain& chain)
     const ChainTables tables = ChainTables::make();
     commitChange([&] {
         ensureBoard(*tables.boards);
-        ChainRows rows(*tables.securities, chain);
+        ChainRows rows(*tables.securities, chain, m_storage);
         const QVector<Record> made = rows.made();
         tables.securities->removeRows(rows.replaced());
         tables.securities->appendRows(made);

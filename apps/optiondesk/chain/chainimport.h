@@ -4,7 +4,7 @@
 
 #include <functional>
 
-class SqlStorage;
+class TableStorage;
 
 /// Writes option chains into the host's tables "securities" and "boards".
 ///
@@ -14,10 +14,11 @@ class ChainImport {
 public:
     /// The storage, open and with both tables of ChainTables::make() attached to it, must outlive this
     /// object.
-    explicit ChainImport(SqlStorage& storage);
+    explicit ChainImport(TableStorage& storage);
 
     /// Stores a chain in one transaction. The stored series of the same base code and expiry are replaced,
-    /// other series stay. The ISIN and security ids are new ones, beyond all those in the table.
+    /// other series stay. The ISIN and security ids are new ones, beyond all those in the table; in a shared
+    /// storage an instrument keeps its ids, for other desks show it.
     ///
     /// Whatever else the storage has not committed yet is committed along. Throws Exception for a chain that
     /// has no base code, no series, an empty one or no valid price step, before anything is changed; and when
@@ -34,5 +35,5 @@ private:
     // Makes a change and commits it; rolls the storage back when either fails.
     void commitChange(const std::function<void()>& change);
 
-    SqlStorage& m_storage;
+    TableStorage& m_storage;
 };

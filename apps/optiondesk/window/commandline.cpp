@@ -3,6 +3,7 @@
 #include "window/picture.h"
 
 #include <database/exception.h>
+#include <database/postgresaddress.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -60,7 +61,9 @@ QList<QCommandLineOption> dataOptions()
                 "Show the series that expires on this <date>; the expiry of a chain that states none."),
             date},
         {databaseOption,
-            QStringLiteral("Keep the chains in this SQLite <file>; otherwise they are forgotten at the end."),
+            QStringLiteral(
+                "Keep the chains in this SQLite <file>, or share them with other desks in a PostgreSQL "
+                "database, postgresql://user@host:port/name; otherwise they are forgotten at the end."),
             file}};
 }
 
@@ -196,6 +199,15 @@ QString settingsFile(const QCommandLineParser& parser)
     return name;
 }
 
+QString database(const QCommandLineParser& parser)
+{
+    const QString name = fileName(parser, databaseOption);
+    // An address that is not valid is refused before anything else is done.
+    if (PostgresAddress::isAddress(name))
+        PostgresAddress{name};
+    return name;
+}
+
 CommandLine options(const QCommandLineParser& parser)
 {
     const QStringList surplus = parser.positionalArguments();
@@ -212,7 +224,7 @@ CommandLine options(const QCommandLineParser& parser)
             QStringLiteral("a date after that of --asof is needed"));
     result.view = view(parser);
     result.axisMode = axisMode(parser);
-    result.databaseFile = fileName(parser, databaseOption);
+    result.database = database(parser);
     result.pictureFile = pictureFile(parser);
     result.replayFile = replayFile(parser);
     result.replaySpeed = replaySpeed(parser);

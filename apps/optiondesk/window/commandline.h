@@ -22,7 +22,8 @@ struct CommandLine {
     QDate expiry;
     DeskView view = DeskView::Volatility;
     AxisMode axisMode = AxisMode::Price;
-    QString databaseFile;
+    /// A SQLite file, or the address of a PostgreSQL database.
+    QString database;
     QString pictureFile;
     /// Of the desk's settings; the user's own file unless it is named.
     QString settingsFile;

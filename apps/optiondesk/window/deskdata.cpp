@@ -8,6 +8,11 @@
 #include <chain/chaintables.h>
 #include <chain/samplechains.h>
 #include <database/exception.h>
+#include <database/postgresaddress.h>
+#include <database/sharedstorage.h>
+#include <database/sqlstorage.h>
+
+#include <QStandardPaths>
 
 namespace {
 
@@ -16,6 +21,28 @@ SqlStorage::Connection connectionTo(const QString& file)
     SqlStorage::Connection connection;
     connection.databaseName = file.isEmpty() ? QStringLiteral(":memory:") : file;
     return connection;
+}
+
+std::unique_ptr<SqlStorage> openFile(const QString& file)
+{
+    auto storage = std::make_unique<SqlStorage>(connectionTo(file));
+    storage->open();
+    const ChainTables tables = ChainTables::make();
+    storage->attach(tables.boards);
+    storage->attach(tables.securities);
+    return storage;
+}
+
+std::unique_ptr<SharedStorage> openShared(const QString& address)
+{
+    const QString folder
+        = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QLatin1String("/unsent");
+    auto storage = std::make_unique<SharedStorage>(PostgresAddress(address), folder);
+    storage->open();
+    const ChainTables tables = ChainTables::make();
+    storage->attach(tables.boards, ChainTables::boardsKey());
+    storage->attach(tables.securities, ChainTables::securitiesKey());
+    return storage;
 }
 
 SeriesData dataOf(const OptionChain& chain, int position)
@@ -100,14 +127,27 @@ int applyFacts(const SeriesFacts& given, OptionChain* chain)
     return position;
 }
 
-DeskData::DeskData(const QString& databaseFile)
-    : m_storage(connectionTo(databaseFile))
+DeskData::DeskData(const QString& database)
 {
-    m_storage.open();
-    const ChainTables tables = ChainTables::make();
-    m_storage.attach(tables.boards);
-    m_storage.attach(tables.securities);
-    QObject::connect(&m_storage, &SqlStorage::aboutToCommit, [this] { m_quote.takeBack(); });
+    if (PostgresAddress::isAddress(database)) {
+        auto storage = openShared(database);
+        m_shared = storage.get();
+        m_storage = std::move(storage);
+    } else {
+        m_storage = openFile(database);
+    }
+    QObject::connect(m_storage.get(), &TableStorage::aboutToCommit, [this] { m_quote.takeBack(); });
+}
+
+DeskData::~DeskData() = default;
+
+QString DeskData::close()
+{
+    if (!m_shared || m_shared->close())
+        return QString();
+    return QStringLiteral("%1: changes could not be stored; they will be when the desk is started with this "
+                          "database again")
+        .arg(m_shared->place());
 }
 
 bool DeskData::isEmpty() const
@@ -117,7 +157,7 @@ bool DeskData::isEmpty() const
 
 int DeskData::import(const OptionChain& chain, int position)
 {
-    ChainImport(m_storage).import(chain);
+    ChainImport(*m_storage).import(chain);
     const QVector<StoredSeries> stored = ChainStore::series(chain.baseCode);
     const QDate expiry = chain.series.at(position).expiry;
     for (const StoredSeries& series : stored) {
@@ -166,6 +206,18 @@ QVector<StoredSeries> DeskData::series() const
     return ChainStore::series();
 }
 
+int DeskData::current(int futureIsinId) const
+{
+    if (m_series.futureIsinId != futureIsinId || ChainStore::seriesById(futureIsinId))
+        return futureIsinId;
+    const QVector<StoredSeries> stored = ChainStore::series(m_series.baseCode);
+    for (const StoredSeries& series : stored) {
+        if (series.expiry == m_series.expiry)
+            return series.futureIsinId;
+    }
+    return futureIsinId;
+}
+
 ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
 {
     const std::optional<StoredSeries> stored = ChainStore::seriesById(futureIsinId);
@@ -185,6 +237,7 @@ ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)
     try {
         ShownSeries shown = valued(futureIsinId, given);
         m_quote.lend(futureIsinId, shown.market.forward);
+        m_series = ChainStore::seriesById(futureIsinId).value_or(StoredSeries());
         return shown;
     } catch (const Exception&) {
         m_quote.takeBack();

@@ -4,12 +4,15 @@
 #include "window/shownseries.h"
 
 #include <chain/chainstore.h>
-#include <database/sqlstorage.h>
 
 #include <QObject>
 #include <QVector>
 
+#include <memory>
 #include <optional>
+
+class SharedStorage;
+class TableStorage;
 
 /// Makes a chain what the user says it is: sets the date of its prices, the expiry of the single series of a
 /// chain that states none, and the forward of the series to show.
@@ -24,9 +27,18 @@ int applyFacts(const SeriesFacts& given, OptionChain* chain);
 /// The tables belong to the process; there is one object of this class at a time.
 class DeskData {
 public:
-    /// Opens the database, a SQLite file that is made where there is none; in memory for an empty name.
-    /// Throws Exception where it is damaged or of something else.
-    explicit DeskData(const QString& databaseFile);
+    /// Opens the database, a SQLite file that is made where there is none, or one on a PostgreSQL server
+    /// where the text is an address of one; in memory for an empty name. Throws Exception where it is damaged
+    /// or of something else, or cannot be reached.
+    explicit DeskData(const QString& database);
+    ~DeskData();
+
+    /// The storage shared with other desks; null for a file and in memory.
+    SharedStorage* shared() const { return m_shared; }
+
+    /// Stores what waits, as far as that is possible at once; where it is not, the reason in one line.
+    /// Nothing can be stored any more then.
+    QString close();
 
     bool isEmpty() const;
 
@@ -44,6 +56,10 @@ public:
     /// All stored series, by base code, then by expiry.
     QVector<StoredSeries> series() const;
 
+    /// The future of the same base code and expiry as that of the series shown last, if that one was replaced
+    /// by another desk; the given one where it is still stored or nothing is known.
+    int current(int futureIsinId) const;
+
     /// Values a stored series as it is now and lends its future the forward as quote until another one is
     /// shown; a quote that the future gets from elsewhere is its stated forward from then on. Throws
     /// Exception, with no quote lent, where it has no forward, or a given date is not before the expiry.
@@ -52,6 +68,9 @@ public:
 private:
     ShownSeries valued(int futureIsinId, const SeriesFacts& given) const;
 
-    SqlStorage m_storage;
+    std::unique_ptr<TableStorage> m_storage;
+    SharedStorage* m_shared = nullptr;
     FutureQuote m_quote;
+    /// As shown last.
+    StoredSeries m_series;
 };

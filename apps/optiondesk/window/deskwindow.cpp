@@ -165,8 +165,9 @@ void DeskWindow::showReason(const QString& reason)
 void DeskWindow::onSeriesChanged()
 {
     try {
-        if (!m_shown) {
-            showSeries(m_futureIsinId, m_given);
+        const int current = m_data.current(m_futureIsinId);
+        if (!m_shown || current != m_futureIsinId) {
+            showSeries(current, m_given);
             return;
         }
         const SeriesFollower::OwnWrites ownWrites(*m_follower);

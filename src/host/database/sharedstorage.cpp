@@ -223,6 +223,13 @@ QVector<qint32> SharedStorage::takeNumbers(int count)
     return numbers;
 }
 
+bool SharedStorage::close()
+{
+    d->isOpen = false;
+    d->finish();
+    return d->worker.hasSentAll();
+}
+
 QString SharedStorage::place() const
 {
     return d->place;

@@ -28,7 +28,6 @@ public:
     /// Commits that cannot be sent are kept in the folder, which is made then; an empty name keeps none.
     explicit SharedStorage(
         const PostgresAddress& address, const QString& folder = QString(), QObject* parent = nullptr);
-    /// Gives the commits that wait a few seconds.
     ~SharedStorage() override;
 
     /// Connects, which takes some seconds at most. An empty database gets the tables that describe the
@@ -47,6 +46,7 @@ public:
     bool hasChanges() const override;
     void commit() override;
     void rollback() override;
+    bool isShared() const override { return true; }
     /// Some ten thousand numbers are always there, also without a connection.
     QVector<qint32> takeNumbers(int count) override;
 
@@ -56,6 +56,10 @@ public:
     QString problem() const;
     /// How many commits the database has not confirmed yet.
     int waitingCommits() const;
+
+    /// Ends the connection for good, after some seconds at most. What could not be sent is kept in the
+    /// folder; false if there is something.
+    bool close();
 
 Q_SIGNALS:
     /// problem() or waitingCommits() is another one now.

@@ -89,8 +89,8 @@ bool isWhole(const QVariant& value)
 {
     const int type = value.userType();
     // The driver for PostgreSQL takes the sign for the type.
-    const bool isUnsigned = type == QMetaType::ULongLong
-        && value.toULongLong() <= quint64(std::numeric_limits<qint64>::max());
+    const bool isUnsigned
+        = type == QMetaType::ULongLong && value.toULongLong() <= quint64(std::numeric_limits<qint64>::max());
     return type == QMetaType::Int || type == QMetaType::LongLong || isUnsigned;
 }
 

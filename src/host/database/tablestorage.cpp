@@ -1,5 +1,7 @@
 #include "database/tablestorage.h"
 
+#include "database/exception.h"
+
 TableStorage::TableStorage(QObject* parent)
     : QObject(parent)
 {
@@ -7,8 +9,12 @@ TableStorage::TableStorage(QObject* parent)
 
 TableStorage::~TableStorage() = default;
 
+bool TableStorage::isShared() const
+{
+    return false;
+}
+
 QVector<qint32> TableStorage::takeNumbers(int count)
 {
-    Q_UNUSED(count)
-    return {};
+    throw Exception(QStringLiteral("There are no %1 numbers: the data is not shared.").arg(count));
 }

@@ -21,10 +21,12 @@ public:
     /// Drops the changes since the last commit.
     virtual void rollback() = 0;
 
+    /// Whether other programs write the same data meanwhile.
+    virtual bool isShared() const;
+
     /// As many different numbers from 1 to 2^31 - 1 as are asked for that no other program on the same data
-    /// has got or will get, for the ids of new rows. Nothing where there is no other program to collide with:
-    /// numbers that the tables do not have yet will do then. Exception where others are there and the numbers
-    /// are not to be had.
+    /// has got or will get, for the ids of new rows. Of a shared storage only; Exception if they are not to
+    /// be had.
     virtual QVector<qint32> takeNumbers(int count);
 
 Q_SIGNALS:

@@ -42,6 +42,9 @@ public:
     /// Sends what can be sent at once, gives numbers back and ends the connection.
     void finish(const QVector<NumberRange>& unusedNumbers);
 
+    /// Whether no commit waits; for any thread when that of the object has ended.
+    bool hasSentAll() const { return m_outbox.isEmpty(); }
+
     /// Ends a statement that waits for the server. For any thread.
     void interrupt() { m_connection.interrupt(); }
 
