@@ -133,7 +133,8 @@ SqlTransaction::SqlTransaction(const SqlSession& session)
 
 SqlTransaction::~SqlTransaction()
 {
-    if (m_isOpen)
+    // A connection that is lost has none to roll back any more.
+    if (m_isOpen && m_connection.isOpen())
         m_connection.rollback();
 }
 
