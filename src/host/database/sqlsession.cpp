@@ -89,6 +89,12 @@ void SqlSession::run(QSqlQuery& query, const QVariantList& values) const
         fail(query.lastError());
 }
 
+void SqlSession::requireConnection() const
+{
+    if (!m_connection.isOpen())
+        fail(QStringLiteral("the server has closed the connection"));
+}
+
 QString SqlSession::literal(const QVariant& value) const
 {
     QSqlField field(QString(), value.type());
@@ -99,6 +105,7 @@ QString SqlSession::literal(const QVariant& value) const
 QSqlQuery SqlSession::execute(const QString& statement, const QVariantList& values) const
 {
     if (!isSqlite()) {
+        requireConnection();
         QStringList texts;
         for (const QVariant& value : values)
             texts << literal(value);
@@ -126,6 +133,7 @@ SqlTransaction::SqlTransaction(const SqlSession& session)
     : m_session(session)
     , m_connection(session.connection())
 {
+    session.requireConnection();
     m_isOpen = m_connection.transaction();
     if (!m_isOpen)
         m_session.fail(m_connection.lastError());
@@ -140,6 +148,7 @@ SqlTransaction::~SqlTransaction()
 
 void SqlTransaction::commit()
 {
+    m_session.requireConnection();
     if (!m_connection.commit())
         m_session.fail(m_connection.lastError());
     m_isOpen = false;

@@ -1,13 +1,8 @@
 #include "../database/storagefixture.h"
-#include "postgresserver.h"
-#include "sharingdesk.h"
+#include "sharingtest.h"
 #include "support/testmain.h"
 
-#include <QDir>
-
 namespace {
-
-constexpr int patience = 60000; // ms
 
 /// What Qt and this program say while it lives.
 class Messages {
@@ -32,13 +27,10 @@ QString Messages::s_text;
 }
 
 /// Addresses that lead nowhere, and databases in which something is not as it should be.
-class tst_sharedfaults : public QObject {
+class tst_sharedfaults : public SharingTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-
     void cannotBeOpened_data();
     void cannotBeOpened();
     void passwordFromTheEnvironment();
@@ -53,50 +45,20 @@ private Q_SLOTS:
     void namesThatCannotBeStored_data();
     void namesThatCannotBeStored();
     void writingThatIsNotAllowedWaits();
-    void unsentCommitsOfAnEndedProgram();
-    void damagedFilesOfUnsentCommits();
 
 private:
-    QString address() const { return m_server->address(m_database); }
-    void sql(const QString& statement) const { m_server->runSql(m_database, statement); }
     static QString failure(const QString& address)
     {
         return thrownText([&] { const SharingDesk desk(address); });
     }
     void fill() const;
-
-    std::unique_ptr<PostgresServer> m_server;
-    QString m_database;
-    int m_count = 0;
 };
-
-void tst_sharedfaults::initTestCase()
-{
-    const QString obstacle = PostgresServer::obstacle();
-    if (!obstacle.isEmpty())
-        QSKIP(qPrintable(obstacle));
-    m_server = std::make_unique<PostgresServer>();
-}
-
-void tst_sharedfaults::init()
-{
-    m_database = QStringLiteral("desk%1").arg(++m_count);
-    m_server->createDatabase(m_database);
-}
-
-void tst_sharedfaults::fill() const
-{
-    SharingDesk desk(address());
-    desk.append(1, 5);
-    desk.storage.commit();
-    QTRY_VERIFY_WITH_TIMEOUT(desk.isSettled(), patience);
-}
 
 void tst_sharedfaults::cannotBeOpened_data()
 {
     QTest::addColumn<QString>("user");
     QTest::addColumn<QString>("secret");
-    QTest::addColumn<QString>("database");
+    QTest::addColumn<QString>("other");
     QTest::addColumn<QString>("host");
     QTest::addColumn<QString>("reason");
     const QString trader = PostgresServer::traderName();
@@ -121,12 +83,12 @@ void tst_sharedfaults::cannotBeOpened()
 {
     QFETCH(QString, user);
     QFETCH(QString, secret);
-    QFETCH(QString, database);
+    QFETCH(QString, other);
     QFETCH(QString, host);
     QFETCH(QString, reason);
-    QString text = m_server->address(database.isEmpty() ? m_database : database, user, secret);
+    QString text = server().address(other.isEmpty() ? database() : other, user, secret);
     if (!host.isEmpty())
-        text.replace(QString::fromLatin1(QUrl::toPercentEncoding(m_server->folder())), host);
+        text.replace(QString::fromLatin1(QUrl::toPercentEncoding(server().folder())), host);
     const Messages messages;
     const QString told = failure(text);
     QVERIFY2(told.startsWith(QLatin1String("Database \"")), qPrintable(told));
@@ -140,15 +102,15 @@ void tst_sharedfaults::cannotBeOpened()
 void tst_sharedfaults::passwordFromTheEnvironment()
 {
     qputenv("PGPASSWORD", PostgresServer::password().toUtf8());
-    QFile service(m_server->folder() + QLatin1String("/services"));
+    QFile service(server().folder() + QLatin1String("/services"));
     QVERIFY(service.open(QIODevice::WriteOnly));
     service.write(QStringLiteral("[desk]\nhost=%1\nuser=%2\ndbname=%3\n")
-                      .arg(m_server->folder(), PostgresServer::traderName(), m_database)
+                      .arg(server().folder(), PostgresServer::traderName(), database())
                       .toUtf8());
     service.close();
     qputenv("PGSERVICEFILE", QFile::encodeName(service.fileName()));
     const QString withoutPassword
-        = failure(m_server->address(m_database, PostgresServer::traderName(), QString()));
+        = failure(server().address(database(), PostgresServer::traderName(), QString()));
     const QString withService = failure(QStringLiteral("postgresql://?service=desk"));
     const QString unknownService = failure(QStringLiteral("postgresql://?service=nothing"));
     qunsetenv("PGPASSWORD");
@@ -163,8 +125,8 @@ void tst_sharedfaults::databaseOfSomethingElse()
 {
     sql(QStringLiteral("CREATE TABLE invoices (id INTEGER)"));
     QVERIFY(failure(address()).contains(QLatin1String("it is a database of something else")));
-    QCOMPARE(m_server->runSql(
-                 m_database, QStringLiteral("SELECT count(*) FROM pg_tables WHERE schemaname = 'public'")),
+    QCOMPARE(server().runSql(
+                 database(), QStringLiteral("SELECT count(*) FROM pg_tables WHERE schemaname = 'public'")),
         QStringList{QStringLiteral("1")});
 }
 
@@ -301,10 +263,10 @@ void tst_sharedfaults::anotherDatabaseInItsPlace()
     fill();
     SharingDesk desk(address());
     desk.set(1, SampleTable::Ratio, 3.0);
-    m_server->runSql(
-        QStringLiteral("postgres"), QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(m_database));
+    server().runSql(
+        QStringLiteral("postgres"), QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(database()));
     QTRY_VERIFY_WITH_TIMEOUT(!desk.storage.problem().isEmpty(), patience);
-    m_server->createDatabase(m_database);
+    server().createDatabase(database());
     QTRY_VERIFY_WITH_TIMEOUT(desk.storage.problem().contains(QLatin1String("its tables are gone")), patience);
     fill();
     QTRY_VERIFY_WITH_TIMEOUT(
@@ -350,72 +312,15 @@ void tst_sharedfaults::writingThatIsNotAllowedWaits()
     QCOMPARE(desk.storage.waitingCommits(), 1);
     sql(QStringLiteral("GRANT ALL ON sample TO %1").arg(PostgresServer::traderName()));
     QTRY_VERIFY_WITH_TIMEOUT(desk.isSettled(), patience);
-    QCOMPARE(m_server->runSql(m_database, QStringLiteral("SELECT count(*) FROM sample")),
-        QStringList{QStringLiteral("7")});
+    QCOMPARE(sql(QStringLiteral("SELECT count(*) FROM sample")), QStringList{QStringLiteral("7")});
 }
 
-void tst_sharedfaults::unsentCommitsOfAnEndedProgram()
+void tst_sharedfaults::fill() const
 {
-    const QTemporaryDir folder;
-    const QString unsent = folder.filePath(QStringLiteral("unsent"));
-    {
-        SharingDesk desk(address(), unsent);
-        desk.append(1, 5);
-        desk.storage.commit();
-        QTRY_VERIFY_WITH_TIMEOUT(desk.isSettled(), patience);
-        m_server->kill();
-        QTRY_VERIFY_WITH_TIMEOUT(!desk.storage.problem().isEmpty(), patience);
-        desk.append(6, 2);
-        desk.storage.commit();
-        desk.remove(1);
-        desk.set(2, SampleTable::Ratio, 5.0);
-        desk.storage.commit();
-        QVERIFY(!desk.storage.close());
-    }
-    QStringList files = QDir(unsent).entryList({QStringLiteral("*.unsent")});
-    QCOMPARE(files.size(), 1);
-    const QByteArray content = readFile(unsent + QLatin1Char('/') + files.first());
-    QVERIFY(!content.contains(PostgresServer::password().toUtf8()));
-    const auto access = QFile(unsent + QLatin1Char('/') + files.first()).permissions();
-    QVERIFY(!(access & (QFileDevice::ReadGroup | QFileDevice::ReadOther)));
-    m_server->start();
-    const SharingDesk next(address(), unsent);
-    QCOMPARE(SampleTable::ids(next.table), (QVector<int>{2, 3, 4, 5, 6, 7}));
-    QCOMPARE(next.row(2).value(SampleTable::Ratio).toDouble(), 5.0);
-    QCOMPARE(QDir(unsent).entryList(QDir::Files), QStringList());
-}
-
-void tst_sharedfaults::damagedFilesOfUnsentCommits()
-{
-    fill();
-    const QTemporaryDir folder;
-    QVERIFY(writeFile(folder.filePath(QStringLiteral("a.unsent")), QByteArray()));
-    QVERIFY(writeFile(folder.filePath(QStringLiteral("b.unsent")), QByteArray(1000, 'x')));
-    {
-        SharingDesk desk(address(), folder.path());
-        m_server->kill();
-        desk.append(6, 2);
-        desk.storage.commit();
-        QVERIFY(!desk.storage.close());
-    }
-    m_server->start();
-    const QStringList files
-        = QDir(folder.path()).entryList({QStringLiteral("*.unsent")}, QDir::Files, QDir::Size);
-    QByteArray content;
-    for (const QString& file : files) {
-        if (file.size() > 10)
-            content = readFile(folder.filePath(file));
-    }
-    QVERIFY(content.size() > 100);
-    for (const int size : {int(content.size()) - 1, int(content.size()) / 2, 40}) {
-        QVERIFY(writeFile(folder.filePath(QStringLiteral("c%1.unsent").arg(size)), content.left(size)));
-    }
-    content[content.size() / 2] = char(content[content.size() / 2] ^ 1);
-    QVERIFY(writeFile(folder.filePath(QStringLiteral("d.unsent")), content));
-    const SharingDesk next(address(), folder.path());
-    QCOMPARE(next.table.rowCount(), 7);
-    // What nobody can read stays, for somebody to look at.
-    QCOMPARE(QDir(folder.path()).entryList({QStringLiteral("*.unsent")}).size(), 6);
+    SharingDesk desk(address());
+    desk.append(1, 5);
+    desk.storage.commit();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.isSettled(), patience);
 }
 
 PLOT2D_TEST_MAIN(tst_sharedfaults)

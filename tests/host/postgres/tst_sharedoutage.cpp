@@ -1,5 +1,4 @@
-#include "postgresserver.h"
-#include "sharingdesk.h"
+#include "sharingtest.h"
 #include "support/testmain.h"
 
 #include <QElapsedTimer>
@@ -38,7 +37,6 @@ private:
     int m_turns = 0;
 };
 
-constexpr int patience = 60000; // ms
 /// A query in this thread that waits for a server that is gone would take longer; other work of the machine
 /// does not.
 constexpr qint64 longestGap = 2000; // ms
@@ -46,13 +44,10 @@ constexpr qint64 longestGap = 2000; // ms
 }
 
 /// Storages on a server that is killed, stopped, frozen and started again.
-class tst_sharedoutage : public QObject {
+class tst_sharedoutage : public SharingTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-
     void theTableStaysWhileTheServerIsGone_data();
     void theTableStaysWhileTheServerIsGone();
     void commitsWaitAndArriveInTheirOrder();
@@ -66,30 +61,8 @@ private Q_SLOTS:
     void programsThatWriteWhileTheServerIsKilled();
 
 private:
-    QString address() const { return m_server->address(m_database); }
-    std::unique_ptr<SharingDesk> desk() const { return std::make_unique<SharingDesk>(address()); }
-    void endServer(const QString& how) { how == QLatin1String("kill") ? m_server->kill() : m_server->stop(); }
-
-    std::unique_ptr<PostgresServer> m_server;
-    QString m_database;
-    int m_count = 0;
+    void endServer(const QString& how) { how == QLatin1String("kill") ? server().kill() : server().stop(); }
 };
-
-void tst_sharedoutage::initTestCase()
-{
-    const QString obstacle = PostgresServer::obstacle();
-    if (!obstacle.isEmpty())
-        QSKIP(qPrintable(obstacle));
-    m_server = std::make_unique<PostgresServer>();
-}
-
-void tst_sharedoutage::init()
-{
-    if (!m_server->isRunning())
-        m_server->start();
-    m_database = QStringLiteral("desk%1").arg(++m_count);
-    m_server->createDatabase(m_database);
-}
 
 void tst_sharedoutage::theTableStaysWhileTheServerIsGone_data()
 {
@@ -121,7 +94,7 @@ void tst_sharedoutage::theTableStaysWhileTheServerIsGone()
     const int turns = gap.turns();
     QTRY_VERIFY_WITH_TIMEOUT(gap.turns() > turns + 100, patience);
 
-    m_server->start();
+    server().start();
     QTRY_VERIFY_WITH_TIMEOUT(a->isSettled() && b->isSettled(), patience);
     QCOMPARE(b->content(), before);
     QCOMPARE(reset.count(), 0);
@@ -137,7 +110,7 @@ void tst_sharedoutage::commitsWaitAndArriveInTheirOrder()
 {
     const auto a = desk();
     const auto b = desk();
-    m_server->kill();
+    server().kill();
     QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty(), patience);
     QElapsedTimer timer;
     timer.start();
@@ -151,7 +124,7 @@ void tst_sharedoutage::commitsWaitAndArriveInTheirOrder()
     QVERIFY(timer.elapsed() < longestGap);
     QCOMPARE(a->storage.waitingCommits(), 3);
     QCOMPARE(b->table.rowCount(), 0);
-    m_server->start();
+    server().start();
     QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(b->table), (QVector<int>{2, 3, 4}), patience);
     QCOMPARE(b->row(2).value(SampleTable::Ratio).toDouble(), 5.0);
     QTRY_VERIFY_WITH_TIMEOUT(a->isSettled(), patience);
@@ -161,7 +134,7 @@ void tst_sharedoutage::commitsWaitAndArriveInTheirOrder()
 void tst_sharedoutage::numbersAreThereWithoutAServer()
 {
     const auto a = desk();
-    m_server->kill();
+    server().kill();
     QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty(), patience);
     QCOMPARE(a->storage.takeNumbers(20000).size(), 20000);
 }
@@ -177,13 +150,13 @@ void tst_sharedoutage::whatWasMissedIsReadAndNoMore()
     QSignalSpy changed(&b->table, SIGNAL(rowsChanged(QVector<Record>)));
     QSignalSpy inserted(&b->table, SIGNAL(rowsInserted(QVector<Record>)));
     QSignalSpy removed(&b->table, SIGNAL(rowsRemoved(QVector<Record>)));
-    m_server->kill();
+    server().kill();
     QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty() && !b->storage.problem().isEmpty(), patience);
     a->set(7, SampleTable::Ratio, 5.0);
     a->remove(8);
     a->append(101, 2);
     a->storage.commit();
-    m_server->start();
+    server().start();
     QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 101, patience);
     QTRY_COMPARE_WITH_TIMEOUT(b->row(7).value(SampleTable::Ratio).toDouble(), 5.0, patience);
     QCOMPARE(changed.count(), 1);
@@ -201,7 +174,7 @@ void tst_sharedoutage::conflictsEndInTheServersOrder()
     a->append(1, 2);
     a->storage.commit();
     QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 2, patience);
-    m_server->kill();
+    server().kill();
     QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty() && !b->storage.problem().isEmpty(), patience);
     a->set(1, SampleTable::Ratio, 5.0);
     a->set(2, SampleTable::Count, qlonglong(5));
@@ -209,7 +182,7 @@ void tst_sharedoutage::conflictsEndInTheServersOrder()
     b->set(1, SampleTable::Ratio, 6.0);
     b->set(2, SampleTable::Ratio, 6.0);
     b->storage.commit();
-    m_server->start();
+    server().start();
     QTRY_VERIFY_WITH_TIMEOUT(a->isSettled() && b->isSettled(), patience);
     QTRY_COMPARE_WITH_TIMEOUT(a->content(), b->content(), patience);
     // Either may have come last, but both fields of the other row are there.
@@ -224,13 +197,13 @@ void tst_sharedoutage::aFrozenServerDoesNotStopTheDesk()
     const auto a = desk();
     const auto b = desk();
     const LoopGap gap;
-    m_server->freeze();
+    server().freeze();
     a->append(1, 10);
     a->storage.commit();
     QCOMPARE(a->storage.waitingCommits(), 1);
     QTRY_VERIFY_WITH_TIMEOUT(a->storage.problem().contains(QLatin1String("does not answer")), patience);
     QVERIFY2(gap.longest() < longestGap, qPrintable(QString::number(gap.longest())));
-    m_server->thaw();
+    server().thaw();
     QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 10, patience);
     QTRY_VERIFY_WITH_TIMEOUT(a->isSettled(), patience);
 }
@@ -239,14 +212,14 @@ void tst_sharedoutage::aFrozenServerDoesNotStopTheEnd()
 {
     const QTemporaryDir folder;
     auto a = std::make_unique<SharingDesk>(address(), folder.path());
-    m_server->freeze();
+    server().freeze();
     a->append(1, 10);
     a->storage.commit();
     QElapsedTimer timer;
     timer.start();
     a.reset();
     QVERIFY2(timer.elapsed() < patience, qPrintable(QString::number(timer.elapsed())));
-    m_server->thaw();
+    server().thaw();
     // What could not be sent comes with the next program.
     const SharingDesk next(address(), folder.path());
     QCOMPARE(next.table.rowCount(), 10);
@@ -311,7 +284,7 @@ void tst_sharedoutage::nothingIsLostOrDoubled()
         endServer(how);
         for (int i = 0; i < 4; ++i)
             write(engine() % desks.size());
-        m_server->start();
+        server().start();
         const auto isBack = [](const std::unique_ptr<SharingDesk>& one) { return one->isSettled(); };
         if (outage % 2 == 0)
             QTRY_VERIFY_WITH_TIMEOUT(std::all_of(desks.cbegin(), desks.cend(), isBack), patience);
@@ -335,10 +308,10 @@ void tst_sharedoutage::nothingIsLostOrDoubled()
             QCOMPARE(stored.value(value.key(), -1), value.value());
     }
     // Exactly as many transactions as commits, whatever has become of their answers.
-    QCOMPARE(m_server->runSql(m_database, QStringLiteral("SELECT sum(last_commit) FROM host_writers")),
+    QCOMPARE(sql(QStringLiteral("SELECT sum(last_commit) FROM host_writers")),
         QStringList{QString::number(commits)});
-    QCOMPARE(m_server->runSql(m_database, QStringLiteral("SELECT revision FROM host_sharing")),
-        QStringList{QString::number(commits + 1)});
+    QCOMPARE(
+        sql(QStringLiteral("SELECT revision FROM host_sharing")), QStringList{QString::number(commits + 1)});
     qInfo("%d commits, %d rows, the server was ended with work of %d desks under way", commits, rows,
         inTransaction);
     QVERIFY(inTransaction > 0);
@@ -366,8 +339,8 @@ void tst_sharedoutage::programsThatWriteWhileTheServerIsKilled()
         QTRY_VERIFY_WITH_TIMEOUT(watcher->table.rowCount() > before
                 || watcher->table.rowCount() == programs * batches * rowsPerBatch,
             patience);
-        m_server->kill();
-        m_server->start();
+        server().kill();
+        server().start();
     }
     for (const auto& writer : writers) {
         QTRY_COMPARE_WITH_TIMEOUT(writer->state(), QProcess::NotRunning, 2 * patience);

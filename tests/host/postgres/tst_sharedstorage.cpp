@@ -1,76 +1,34 @@
 #include "../database/storagefixture.h"
-#include "postgresserver.h"
-#include "sharingdesk.h"
+#include "sharingtest.h"
 #include "support/testmain.h"
 
 #include <cmath>
 #include <limits>
 
 /// Several storages on one server that stays.
-class tst_sharedstorage : public QObject {
+class tst_sharedstorage : public SharingTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-
     void anEmptyDatabaseIsSetUp();
     void desksThatStartTogetherSetItUpOnce();
     void rowsComeToAllDesks();
     void signalsAreThoseOfLocalChanges();
     void onlyWhatHasChangedIsWritten();
-    void fieldsOfTheSameRowAreMerged();
-    void theLastWriterOfAFieldWins();
-    void theSameRowFromTwoDesksIsStoredOnce();
-    void rowsOfTheSameKeyInOneCommitStayApart();
-    void aReplacedRowComesAnew();
-    void aRenamedRowIsAnotherRow();
-    void aChangeOfARemovedRowHasNoEffect();
-    void rowsWithoutAKeyAreRowsOfTheirOwn();
     void valuesComeBackBitForBit();
     void whatIsNotCommittedStaysHere();
     void rollbackRestoresRowsAndOrder();
-    void newsDuringUncommittedChanges();
-    void allDesksHaveTheSameOrder();
-    void numbersAreGivenOnce();
     void aColumnThatIsNewIsAdded();
     void manyRows();
     void aTableThatGoes();
-
-private:
-    QString address() const { return m_server->address(m_database); }
-    std::unique_ptr<SharingDesk> desk() const { return std::make_unique<SharingDesk>(address()); }
-    static void settle(const SharingDesk& desk) { QTRY_VERIFY_WITH_TIMEOUT(desk.isSettled(), 20000); }
-    static void requireSame(const SharingDesk& a, const SharingDesk& b)
-    {
-        QTRY_COMPARE_WITH_TIMEOUT(b.content(), a.content(), 20000);
-    }
-
-    std::unique_ptr<PostgresServer> m_server;
-    QString m_database;
-    int m_count = 0;
 };
-
-void tst_sharedstorage::initTestCase()
-{
-    const QString obstacle = PostgresServer::obstacle();
-    if (!obstacle.isEmpty())
-        QSKIP(qPrintable(obstacle));
-    m_server = std::make_unique<PostgresServer>();
-}
-
-void tst_sharedstorage::init()
-{
-    m_database = QStringLiteral("desk%1").arg(++m_count);
-    m_server->createDatabase(m_database);
-}
 
 void tst_sharedstorage::anEmptyDatabaseIsSetUp()
 {
     const auto a = desk();
     QCOMPARE(a->table.rowCount(), 0);
     QVERIFY(!a->storage.hasChanges());
-    QCOMPARE(m_server->runSql(m_database, QStringLiteral("SELECT value FROM host_meta WHERE name = 'kind'")),
+    QCOMPARE(sql(QStringLiteral("SELECT value FROM host_meta WHERE name = 'kind'")),
         QStringList{QStringLiteral("shared host tables")});
 }
 
@@ -159,151 +117,10 @@ void tst_sharedstorage::onlyWhatHasChangedIsWritten()
     a->storage.commit();
     settle(*a);
     QCOMPARE(
-        m_server->runSql(m_database,
+        server().runSql(database(),
             QStringLiteral("SELECT id, (host_row_revision > (SELECT min(host_row_revision) FROM sample)) "
                            "FROM sample ORDER BY host_row_order")),
         (QStringList{QStringLiteral("9|t"), QStringLiteral("2|f")}));
-}
-
-void tst_sharedstorage::fieldsOfTheSameRowAreMerged()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 1);
-    a->storage.commit();
-    requireSame(*a, *b);
-    a->set(1, SampleTable::Count, qlonglong(11));
-    b->set(1, SampleTable::Ratio, 0.25);
-    a->storage.commit();
-    b->storage.commit();
-    settle(*a);
-    settle(*b);
-    QTRY_COMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 0.25);
-    QTRY_COMPARE(b->row(1).value(SampleTable::Count).toInt64(), 11);
-    requireSame(*a, *b);
-}
-
-void tst_sharedstorage::theLastWriterOfAFieldWins()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 1);
-    a->storage.commit();
-    requireSame(*a, *b);
-    a->set(1, SampleTable::Count, qlonglong(11));
-    a->storage.commit();
-    settle(*a);
-    // Committed without having seen the other's.
-    b->set(1, SampleTable::Count, qlonglong(22));
-    b->storage.commit();
-    settle(*b);
-    QCOMPARE(b->row(1).value(SampleTable::Count).toInt64(), 22);
-    QTRY_COMPARE(a->row(1).value(SampleTable::Count).toInt64(), 22);
-}
-
-void tst_sharedstorage::theSameRowFromTwoDesksIsStoredOnce()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 40);
-    b->append(1, 40);
-    b->table.changeRows({b->table.record(0)},
-        [](const Record&, const Table::FieldAccess& field) { field(SampleTable::Ratio).setDouble(7.0); });
-    a->storage.commit();
-    settle(*a);
-    b->storage.commit();
-    settle(*b);
-    requireSame(*b, *a);
-    QCOMPARE(a->table.rowCount(), 40);
-    QCOMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 7.0);
-}
-
-void tst_sharedstorage::rowsOfTheSameKeyInOneCommitStayApart()
-{
-    const auto a = desk();
-    const auto b = desk();
-    for (const auto* one : {a.get(), b.get()}) {
-        auto& its = const_cast<SharingDesk&>(*one);
-        its.append(1, 1);
-        its.append(1, 1);
-        its.storage.commit();
-        settle(its);
-    }
-    QTRY_COMPARE(SampleTable::ids(a->table), (QVector<int>{1, 1}));
-    requireSame(*a, *b);
-    // Another one at a later time takes the place of the first.
-    a->append(1, 1);
-    a->storage.commit();
-    settle(*a);
-    QCOMPARE(a->table.rowCount(), 2);
-    requireSame(*a, *b);
-}
-
-void tst_sharedstorage::aReplacedRowComesAnew()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 3);
-    a->storage.commit();
-    requireSame(*a, *b);
-    const Record old = b->row(1);
-    a->remove(1);
-    a->append(1, 1);
-    a->set(1, SampleTable::Ratio, 8.0);
-    a->storage.commit();
-    QTRY_COMPARE(SampleTable::ids(b->table), (QVector<int>{2, 3, 1}));
-    QVERIFY(!old.isInTable());
-    requireSame(*a, *b);
-    QCOMPARE(
-        m_server->runSql(m_database, QStringLiteral("SELECT count(*) FROM host_removed")), QStringList{"0"});
-}
-
-void tst_sharedstorage::aRenamedRowIsAnotherRow()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 3);
-    a->storage.commit();
-    requireSame(*a, *b);
-    a->set(2, SampleTable::Name, QStringLiteral("another"));
-    a->storage.commit();
-    QTRY_COMPARE(b->row(2).value(SampleTable::Name).toText(), QStringLiteral("another"));
-    settle(*a);
-    b->append(2, 1);
-    b->storage.commit();
-    settle(*b);
-    QTRY_COMPARE(a->table.rowCount(), 4);
-}
-
-void tst_sharedstorage::aChangeOfARemovedRowHasNoEffect()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 2);
-    a->storage.commit();
-    requireSame(*a, *b);
-    a->remove(1);
-    a->storage.commit();
-    settle(*a);
-    b->set(1, SampleTable::Ratio, 8.0);
-    b->storage.commit();
-    settle(*b);
-    QTRY_COMPARE(SampleTable::ids(b->table), QVector<int>{2});
-    requireSame(*a, *b);
-}
-
-void tst_sharedstorage::rowsWithoutAKeyAreRowsOfTheirOwn()
-{
-    const auto a = desk();
-    const auto b = desk();
-    for (SharingDesk* one : {a.get(), b.get()}) {
-        const Record row = SampleTable::makeRow(one->table, 1);
-        one->table.value(row, SampleTable::Name).setNull();
-        one->table.appendRows({row});
-        one->storage.commit();
-    }
-    QTRY_COMPARE(a->table.rowCount(), 2);
-    requireSame(*a, *b);
 }
 
 void tst_sharedstorage::valuesComeBackBitForBit()
@@ -392,78 +209,6 @@ void tst_sharedstorage::rollbackRestoresRowsAndOrder()
     QCOMPARE(a->content(), before);
     a->storage.commit();
     QCOMPARE(a->storage.waitingCommits(), 0);
-}
-
-void tst_sharedstorage::newsDuringUncommittedChanges()
-{
-    const auto a = desk();
-    const auto b = desk();
-    a->append(1, 4);
-    a->storage.commit();
-    requireSame(*a, *b);
-    // Of four rows a field is changed, one is taken out.
-    a->set(1, SampleTable::Ratio, 1.5);
-    a->set(2, SampleTable::Ratio, 1.5);
-    a->remove(3);
-    b->set(1, SampleTable::Ratio, 2.5);
-    b->set(3, SampleTable::Ratio, 2.5);
-    b->remove(4);
-    b->storage.commit();
-    QTRY_COMPARE(SampleTable::ids(a->table), (QVector<int>{1, 2}));
-    QCOMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 2.5);
-    QCOMPARE(a->row(2).value(SampleTable::Ratio).toDouble(), 1.5);
-    a->storage.rollback();
-    requireSame(*b, *a);
-    QCOMPARE(SampleTable::ids(a->table), (QVector<int>{1, 2, 3}));
-}
-
-void tst_sharedstorage::allDesksHaveTheSameOrder()
-{
-    const auto a = desk();
-    const auto b = desk();
-    const auto c = desk();
-    for (int round = 0; round < 20; ++round) {
-        a->append(1000 + 3 * round, 3);
-        a->storage.commit();
-        b->append(2000 + 3 * round, 3);
-        b->storage.commit();
-        c->append(3000 + 3 * round, 3);
-        c->storage.commit();
-    }
-    for (const SharingDesk* one : {a.get(), b.get(), c.get()})
-        settle(*one);
-    QTRY_COMPARE(a->table.rowCount(), 180);
-    requireSame(*a, *b);
-    requireSame(*a, *c);
-    const auto late = desk();
-    QCOMPARE(late->content(), a->content());
-}
-
-void tst_sharedstorage::numbersAreGivenOnce()
-{
-    QSet<qint32> all;
-    int count = 0;
-    for (int round = 0; round < 3; ++round) {
-        const auto a = desk();
-        const auto b = desk();
-        for (SharingDesk* one : {a.get(), b.get()}) {
-            QVector<qint32> numbers;
-            const auto take = [&] { numbers += one->storage.takeNumbers(30000); };
-            QCOMPARE(thrownText(take), QString());
-            QTRY_VERIFY(numbers.size() == 60000 || thrownText(take).isEmpty());
-            count += numbers.size();
-            for (const qint32 number : numbers) {
-                QVERIFY(number > 0);
-                all.insert(number);
-            }
-        }
-    }
-    QCOMPARE(count, 3 * 2 * 60000);
-    QCOMPARE(all.size(), count);
-    // What was left over is used again.
-    QVERIFY(
-        m_server->runSql(m_database, QStringLiteral("SELECT next_number FROM host_sharing")).first().toInt()
-        < 12 * 65536);
 }
 
 void tst_sharedstorage::aColumnThatIsNewIsAdded()

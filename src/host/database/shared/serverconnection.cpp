@@ -162,7 +162,7 @@ QStringList ServerConnection::takeAnnouncements()
 void ServerConnection::onReadable()
 {
     PGconn* const handle = handleOf(m_session->connection());
-    if (PQconsumeInput(handle) == 1) {
+    if (PQconsumeInput(handle) == 1 && PQstatus(handle) == CONNECTION_OK) {
         Q_EMIT announced();
         return;
     }

@@ -78,6 +78,7 @@ SharedTableNews SharedWorker::readWhole(const QString& table, const QVector<Tabl
     SharedReading::begin(session);
     known.revision = SharedReading::progress(session, m_writer).revision;
     const SharedTableNews content = SharedReading::news(session, *known.layout, -1);
+    session.requireConnection();
     const auto isSame = [&](const KnownTable& other) { return other.layout->name() == table; };
     m_tables.erase(std::remove_if(m_tables.begin(), m_tables.end(), isSame), m_tables.end());
     m_tables.push_back(std::move(known));
@@ -99,7 +100,9 @@ QVector<NumberRange> SharedWorker::takeNumbers(qint64 count)
     if (!m_connection.isOpen())
         return {};
     try {
-        return SharedWriting::takeNumbers(m_connection.session(), count);
+        const QVector<NumberRange> numbers = SharedWriting::takeNumbers(m_connection.session(), count);
+        m_connection.session().requireConnection();
+        return numbers;
     } catch (const Exception& error) {
         m_connection.close();
         onLost(error.text());
@@ -151,6 +154,8 @@ void SharedWorker::follow()
     do
         readNews();
     while (announcesMore());
+    // The last answer may have come with the end of the connection.
+    m_connection.session().requireConnection();
 }
 
 bool SharedWorker::announcesMore()
