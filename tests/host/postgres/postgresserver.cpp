@@ -1,6 +1,7 @@
 #include "postgresserver.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QUrl>
 
@@ -123,6 +124,17 @@ QByteArray PostgresServer::run(const QString& program, const QStringList& argume
 void PostgresServer::start()
 {
     require(!isRunning(), "it runs already");
+    QElapsedTimer timer;
+    timer.start();
+    // The last processes of a server that was killed may be on their way out yet.
+    while (!startsUp()) {
+        const bool isEarly = m_log.contains("is still in use") || m_log.contains("lock file");
+        require(isEarly && timer.elapsed() < patience, "it does not start", m_log);
+    }
+}
+
+bool PostgresServer::startsUp()
+{
     m_process.reset(newProcess());
     QStringList words = prefix() << programFolder() + QLatin1String("/postgres");
     words << QStringLiteral("-D") << folder() + QLatin1String("/data") << QStringLiteral("-k") << folder();
@@ -134,7 +146,12 @@ void PostgresServer::start()
     const QByteArray isReady = "ready to accept connections";
     while (!m_log.contains(isReady) && m_process->waitForReadyRead(patience))
         m_log += m_process->readAll();
-    require(m_log.contains(isReady), "it does not start", m_log);
+    if (m_log.contains(isReady))
+        return true;
+    m_process->waitForFinished(patience);
+    m_log += m_process->readAll();
+    m_process.reset();
+    return false;
 }
 
 QByteArray PostgresServer::log()

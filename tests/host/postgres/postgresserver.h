@@ -45,6 +45,7 @@ public:
     QString address(const QString& database, const QString& user, const QString& secret) const;
 
 private:
+    bool startsUp();
     QProcess* newProcess() const;
     QByteArray run(const QString& program, const QStringList& arguments) const;
     QList<qint64> processes() const;

@@ -31,6 +31,7 @@ protected:
 private Q_SLOTS:
     void initTestCase();
     void init();
+    void cleanup();
 
 private:
     std::unique_ptr<PostgresServer> m_server;

@@ -120,6 +120,7 @@ void ServerConnection::open()
 
 void ServerConnection::watch()
 {
+    m_session->requireConnection();
     PGconn* const handle = handleOf(m_session->connection());
     if (!handle)
         m_session->fail(QStringLiteral("Qt's driver for PostgreSQL does not fit"));
