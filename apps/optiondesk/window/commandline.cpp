@@ -201,7 +201,7 @@ QString settingsFile(const QCommandLineParser& parser)
 
 QString database(const QCommandLineParser& parser)
 {
-    const QString name = fileName(parser, databaseOption);
+    QString name = fileName(parser, databaseOption);
     // An address that is not valid is refused before anything else is done.
     if (PostgresAddress::isAddress(name))
         PostgresAddress{name};

@@ -50,6 +50,8 @@ struct SharedStorage::Private {
     {
         QMetaObject::invokeMethod(&worker, action, Qt::QueuedConnection);
     }
+    /// A list of its own, for a listener of one table may attach another one.
+    std::vector<QPointer<SharedTable>> followed() const;
     void takeNews(const SharedNews& news);
     void finish();
     qint64 waiting() const { return lastCommit - acknowledged; }
@@ -85,16 +87,23 @@ template <typename Action> void SharedStorage::Private::runAndWait(Action action
         throw Exception(failure);
 }
 
+std::vector<QPointer<SharedTable>> SharedStorage::Private::followed() const
+{
+    std::vector<QPointer<SharedTable>> list;
+    for (const auto& table : tables)
+        list.emplace_back(table.get());
+    return list;
+}
+
 void SharedStorage::Private::takeNews(const SharedNews& news)
 {
     acknowledged = std::max(acknowledged, news.acknowledged);
-    const std::vector<std::unique_ptr<SharedTable>>& all = tables;
-    for (const auto& table : all)
+    for (const auto& table : tables)
         table->acknowledge(acknowledged);
     for (const SharedTableNews& part : news.tables) {
-        for (std::size_t i = 0; i < tables.size(); ++i) {
-            if (tables[i]->table() && tables[i]->table()->name() == part.table)
-                tables[i]->apply(part);
+        for (const QPointer<SharedTable>& table : followed()) {
+            if (table && table->table() && table->table()->name() == part.table)
+                table->apply(part);
         }
     }
 }
@@ -182,8 +191,8 @@ void SharedStorage::commit()
     Q_EMIT aboutToCommit();
     SharedCommit commit;
     commit.number = d->lastCommit + 1;
-    for (std::size_t i = 0; i < d->tables.size(); ++i) {
-        const SharedTableChanges changes = d->tables[i]->commit(commit.number);
+    for (const QPointer<SharedTable>& table : d->followed()) {
+        const SharedTableChanges changes = table ? table->commit(commit.number) : SharedTableChanges();
         if (!changes.isEmpty())
             commit.tables.append(changes);
     }
@@ -198,8 +207,10 @@ void SharedStorage::commit()
 
 void SharedStorage::rollback()
 {
-    for (std::size_t i = 0; i < d->tables.size(); ++i)
-        d->tables[i]->rollback();
+    for (const QPointer<SharedTable>& table : d->followed()) {
+        if (table)
+            table->rollback();
+    }
 }
 
 QVector<qint32> SharedStorage::takeNumbers(int count)

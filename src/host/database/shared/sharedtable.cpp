@@ -55,7 +55,7 @@ void SharedTable::forget(const Record& row)
 
 Record SharedTable::makeRow(const QVariantList& values) const
 {
-    const Record record = m_table->createRow();
+    Record record = m_table->createRow();
     for (int i = 0; i < values.size(); ++i)
         m_table->value(record, i).setVariant(values[i]);
     return record;
@@ -63,7 +63,7 @@ Record SharedTable::makeRow(const QVariantList& values) const
 
 Record SharedTable::copyOf(const Record& record) const
 {
-    const Record copy = m_table->createRow();
+    Record copy = m_table->createRow();
     for (int i = 0; i < m_table->columnCount(); ++i)
         m_table->value(copy, i).setVariant(record.value(i).toVariant());
     return copy;

@@ -77,7 +77,7 @@ SharedTableNews SharedWorker::readWhole(const QString& table, const QVector<Tabl
     SqlTransaction transaction(session);
     SharedReading::begin(session);
     known.revision = SharedReading::progress(session, m_writer).revision;
-    const SharedTableNews content = SharedReading::news(session, *known.layout, -1);
+    SharedTableNews content = SharedReading::news(session, *known.layout, -1);
     session.requireConnection();
     const auto isSame = [&](const KnownTable& other) { return other.layout->name() == table; };
     m_tables.erase(std::remove_if(m_tables.begin(), m_tables.end(), isSame), m_tables.end());
