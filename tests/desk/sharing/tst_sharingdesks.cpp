@@ -153,7 +153,7 @@ void tst_sharingdesks::tellsWhyThereIsNoDatabase()
     const DeskRun run = runDesk({QStringLiteral("--database"), address, QStringLiteral("--picture"),
                                     m_folder->filePath(QStringLiteral("picture.png"))},
         m_folder->path());
-    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.exitCode == 2, run.errors.constData());
     QCOMPARE(run.errorLines().size(), 1);
     QVERIFY2(QString::fromUtf8(run.errors).contains(reason), run.errors.constData());
     QVERIFY(!QString::fromUtf8(run.errors).contains(secret));
