@@ -15,6 +15,7 @@
 #include "window/platform.h"
 #include "window/positiondesk.h"
 #include "window/session.h"
+#include "window/sharingstatus.h"
 #include "window/texts.h"
 #include "window/windowsession.h"
 
@@ -73,6 +74,13 @@ int writeFiles(DeskWindow& window, const CommandLine& options)
         return fail(error.text(), failedOutput);
     }
     return success;
+}
+
+void tellOfUnsent(DeskData& data)
+{
+    const QString reason = data.close();
+    if (!reason.isEmpty())
+        say(reason);
 }
 
 void tellOfUnknown(const QStringList& names, int quotes)
@@ -151,8 +159,13 @@ int run(const CommandLine& options)
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())
         say(notice);
-    if (asksForFiles(options))
-        return writeFiles(window, options);
+    if (asksForFiles(options)) {
+        const int exitCode = writeFiles(window, options);
+        tellOfUnsent(*session.data);
+        return exitCode;
+    }
+    if (SharedStorage* const shared = session.data->shared())
+        window.statusBar()->addPermanentWidget(new SharingStatus(*shared, &window));
     kept.watch(&window);
     if (settings && !settings->problem().isEmpty())
         window.statusBar()->showMessage(Texts::oneLine(settings->problem()));
@@ -161,6 +174,7 @@ int run(const CommandLine& options)
     if (quotes)
         replay = startReplay(std::move(quotes), window.futureIsinId(), options.replaySpeed, window);
     const int exitCode = QApplication::exec();
+    tellOfUnsent(*session.data);
     if (settings && !settings->save())
         say(DeskTexts::tr("%1: the settings could not be written").arg(settings->host()->fileName()));
     return exitCode;

@@ -6,8 +6,8 @@
 #include "chain/securityrows.h"
 
 #include <database/exception.h>
-#include <database/sqlstorage.h>
 #include <database/table.h>
+#include <database/tablestorage.h>
 
 #include <algorithm>
 
@@ -64,7 +64,7 @@ void ensureBoard(Table& boards)
 
 }
 
-ChainImport::ChainImport(SqlStorage& storage)
+ChainImport::ChainImport(TableStorage& storage)
     : m_storage(storage)
 {
 }
@@ -83,7 +83,7 @@ void ChainImport::commitChange(const std::function<void()>& change)
 std::unique_ptr<ChainRows> ChainImport::rows(const OptionChain& chain)
 {
     checkChain(chain);
-    return std::make_unique<ChainRows>(*ChainTables::make().securities, chain);
+    return std::make_unique<ChainRows>(*ChainTables::make().securities, chain, m_storage);
 }
 
 void ChainImport::store(ChainRows& rows)

@@ -6,7 +6,7 @@
 #include <memory>
 
 class ChainRows;
-class SqlStorage;
+class TableStorage;
 
 /// Writes option chains into the host's tables "securities" and "boards".
 ///
@@ -16,10 +16,11 @@ class ChainImport {
 public:
     /// The storage, open and with both tables of ChainTables::make() attached to it, must outlive this
     /// object.
-    explicit ChainImport(SqlStorage& storage);
+    explicit ChainImport(TableStorage& storage);
 
     /// Stores a chain in one transaction. The stored series of the same base code and expiry are replaced,
-    /// other series stay. The ISIN and security ids are new ones, beyond all those in the table.
+    /// other series stay. The ISIN and security ids are new ones, beyond all those in the table; in a shared
+    /// storage an instrument keeps its ids, for other desks show it.
     ///
     /// Whatever else the storage has not committed yet is committed along. Throws Exception for a chain that
     /// has no base code, no series, an empty one or no valid price step, before anything is changed; and when
@@ -29,7 +30,7 @@ public:
 
     /// The same in two steps, between which time may pass: rows() makes none yet, and changes nothing;
     /// store() makes those that are still missing. Both throw as import() does.
-    static std::unique_ptr<ChainRows> rows(const OptionChain& chain);
+    std::unique_ptr<ChainRows> rows(const OptionChain& chain);
     void store(ChainRows& rows);
 
     /// Stores the forward of a series, replacing the one stored; an empty optional takes it away. False if
@@ -41,5 +42,5 @@ private:
     // Makes a change and commits it; rolls the storage back when either fails.
     void commitChange(const std::function<void()>& change);
 
-    SqlStorage& m_storage;
+    TableStorage& m_storage;
 };

@@ -1,13 +1,10 @@
 #include "chain/chainrows.h"
 
 #include "chain/chaintables.h"
-#include "chain/chaintexts.h"
 
-#include <database/exception.h>
 #include <database/table.h>
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -29,31 +26,20 @@ int rowCount(const OptionChain& chain)
 
 }
 
-ChainRows::ChainRows(Table& table, const OptionChain& chain)
+ChainRows::ChainRows(Table& table, const OptionChain& chain, TableStorage& storage)
     : m_rows(table)
     , m_chain(chain)
+    , m_storage(storage)
     , m_count(rowCount(chain))
+    , m_ids(m_rows, replaced(), m_storage)
 {
-    restart();
-}
-
-ChainRows::Ids ChainRows::lastIds() const
-{
-    Ids ids(0, 0);
-    for (const Record& row : m_rows.table().masterIndex()) {
-        for (const char* column : {"isin_id", "fut_isin_id", "base_isin_id"})
-            ids.first = std::max(ids.first, m_rows.integer(row, column).value_or(0));
-        ids.second = std::max(ids.second, m_rows.integer(row, "sec_id").value_or(0));
-    }
-    return ids;
-}
-
-void ChainRows::restart()
-{
-    m_idsBefore = lastIds();
-    m_ids = m_idsBefore;
-    m_made.clear();
     m_made.reserve(m_count);
+}
+
+void ChainRows::restart(const RowIds& ids)
+{
+    m_ids = ids;
+    m_made.clear();
     m_futureIsinIds.clear();
     m_quotesMade = 0;
 }
@@ -74,8 +60,9 @@ bool ChainRows::makeSome(int most)
 
 QVector<Record> ChainRows::finish()
 {
-    if (lastIds() != m_idsBefore)
-        restart();
+    const RowIds now(m_rows, replaced(), m_storage);
+    if (!now.areOfTheSameTableAs(m_ids))
+        restart(now);
     makeSome(m_count);
     return m_made;
 }
@@ -97,17 +84,15 @@ QVector<Record> ChainRows::replaced() const
 
 Record ChainRows::makeRow(const OptionSeries& series, const QString& nameEnd)
 {
-    if (m_ids.first >= std::numeric_limits<qint32>::max()
-        || m_ids.second >= std::numeric_limits<qint64>::max())
-        throw Exception(ChainTexts::tr("There are no ids left in the table of securities."));
     Record row = m_rows.table().createRow();
     QString name = m_chain.baseCode;
     if (series.expiry.isValid())
         name += QLatin1Char(' ') + series.expiry.toString(Qt::ISODate);
+    const RowIds::Ids ids = m_ids.idsFor(name + nameEnd);
     m_rows.setInteger(row, "stock_id", chainStockId);
     m_rows.setInteger(row, "board_id", chainBoardId);
-    m_rows.setInteger(row, "isin_id", ++m_ids.first);
-    m_rows.setInteger(row, "sec_id", ++m_ids.second);
+    m_rows.setInteger(row, "isin_id", ids.isinId);
+    m_rows.setInteger(row, "sec_id", ids.secId);
     m_rows.setText(row, "base_code", m_chain.baseCode);
     m_rows.setText(row, "short_name", name + nameEnd);
     m_rows.setDay(row, "expdate", series.expiry);
@@ -123,7 +108,7 @@ Record ChainRows::makeFuture(const OptionSeries& series)
     m_rows.setText(row, "sectype", QStringLiteral("F"));
     if (series.forward)
         m_rows.setFixedPoint(row, "cur_kotir_real", exactDecimal(*series.forward));
-    m_futureIsinIds.append(int(m_ids.first));
+    m_futureIsinIds.append(int(m_rows.integer(row, "isin_id").value_or(0)));
     m_quotesMade = 0;
     return row;
 }

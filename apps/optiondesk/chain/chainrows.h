@@ -1,16 +1,16 @@
 #pragma once
 
 #include "chain/optionchain.h"
+#include "chain/rowids.h"
 #include "chain/securityrows.h"
-
-#include <QPair>
 
 /// The rows of a chain for the host's table "securities", made a few at a time. Until they are put into the
 /// table nobody sees them.
 class ChainRows {
 public:
-    /// The table must outlive this object. The chain is one that ChainImport takes.
-    ChainRows(Table& table, const OptionChain& chain);
+    /// The table and the storage that it is attached to must outlive this object. The chain is one that
+    /// ChainImport takes.
+    ChainRows(Table& table, const OptionChain& chain, TableStorage& storage);
 
     /// How many rows there will be, and how many are made.
     int count() const { return m_count; }
@@ -20,8 +20,8 @@ public:
     /// ids left, or lacks a column.
     bool makeSome(int most);
 
-    /// All rows, with ids beyond those that are in the table now: rows that another one has taken the ids of
-    /// are made anew. Throws as makeSome() does.
+    /// All rows, with ids for the table as it is now: where it has changed since the rows were begun they are
+    /// made anew. Throws as makeSome() does.
     QVector<Record> finish();
 
     /// The rows of the stored series that the chain's take the place of.
@@ -31,23 +31,19 @@ public:
     int futureIsinId(int position) const { return m_futureIsinIds.value(position, 0); }
 
 private:
-    using Ids = QPair<qint64, qint64>;
-
-    Ids lastIds() const;
-    void restart();
+    void restart(const RowIds& ids);
     Record makeRow(const OptionSeries& series, const QString& nameEnd);
     Record makeFuture(const OptionSeries& series);
     Record makeOption(const OptionSeries& series, const OptionQuote& quote);
 
     SecurityRows m_rows;
     OptionChain m_chain;
+    TableStorage& m_storage;
     int m_count = 0;
     QVector<Record> m_made;
     /// Of the series that are begun.
     QVector<int> m_futureIsinIds;
     /// In the series begun last.
     int m_quotesMade = 0;
-    /// The largest of ISIN ids and of security ids in the table at the start, and given by now.
-    Ids m_idsBefore;
-    Ids m_ids;
+    RowIds m_ids;
 };

@@ -26,3 +26,13 @@ ChainTables ChainTables::find()
     Database* const database = ICore::instance()->database();
     return {database->table(SecuritiesTable::securitiesName), database->table(SecuritiesTable::boardsName)};
 }
+
+QStringList ChainTables::securitiesKey()
+{
+    return {QStringLiteral("stock_id"), QStringLiteral("board_id"), QStringLiteral("short_name")};
+}
+
+QStringList ChainTables::boardsKey()
+{
+    return {QStringLiteral("stock_id"), QStringLiteral("board_id")};
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+
 class Table;
 
 /// The two tables of the host that hold an imported chain.
@@ -13,6 +15,10 @@ struct ChainTables {
 
     /// The same, without making any: null where one does not exist.
     static ChainTables find();
+
+    /// The columns that tell the rows of each table apart, whoever has imported them.
+    static QStringList securitiesKey();
+    static QStringList boardsKey();
 };
 
 /// The exchange and the board under which chains are stored.

@@ -145,7 +145,7 @@ void ChainImporter::makeRows()
     bool isDone = false;
     try {
         if (!m_rows)
-            m_rows = DeskData::rowsOf(m_job->chain);
+            m_rows = m_store.rows(m_job->chain);
         while (!isDone && clock.elapsed() < turnMilliseconds)
             isDone = m_rows->makeSome(rowsBetweenLooks);
     } catch (const Exception& error) {
@@ -168,7 +168,7 @@ void ChainImporter::storeRows()
 {
     const std::unique_ptr<ChainRows> rows = std::move(m_rows);
     try {
-        m_store(*rows, m_job->position);
+        m_store.store(*rows, m_job->position);
     } catch (const Exception& error) {
         fail(error.text());
         return;

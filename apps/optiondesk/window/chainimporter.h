@@ -24,9 +24,13 @@ class ChainImporter : public QObject {
     Q_OBJECT
 
 public:
-    /// Puts the rows of a chain into the tables and gets the position of the series to show; may throw
-    /// Exception.
-    using Store = std::function<void(ChainRows& rows, int position)>;
+    /// Where the chains go. Both functions may throw Exception.
+    struct Store {
+        /// The rows of a chain, none of which is made yet.
+        std::function<std::unique_ptr<ChainRows>(const OptionChain& chain)> rows;
+        /// Puts them into the tables and gets the position of the series to show.
+        std::function<void(ChainRows& rows, int position)> store;
+    };
 
     explicit ChainImporter(const Store& store, QObject* parent = nullptr);
     /// Cancels what runs, and waits for its thread.

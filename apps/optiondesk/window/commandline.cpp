@@ -6,6 +6,7 @@
 #include "window/desktexts.h"
 
 #include <database/exception.h>
+#include <database/postgresaddress.h>
 #include <translations/language.h>
 
 #include <QCommandLineParser>
@@ -186,6 +187,15 @@ QString settingsFile(const QCommandLineParser& parser)
     return name;
 }
 
+QString database(const QCommandLineParser& parser)
+{
+    QString name = fileName(parser, CommandOptions::database);
+    // An address that is not valid is refused before anything else is done.
+    if (PostgresAddress::isAddress(name))
+        PostgresAddress{name};
+    return name;
+}
+
 CommandLine options(const QCommandLineParser& parser)
 {
     CommandLine result;
@@ -199,7 +209,7 @@ CommandLine options(const QCommandLineParser& parser)
     result.view = view(parser);
     result.axisMode = axisMode(parser);
     result.smileModel = smileModel(parser);
-    result.databaseFile = fileName(parser, CommandOptions::database);
+    result.database = database(parser);
     result.pictureFile = pictureFile(parser);
     result.exportFiles = exportFiles(parser);
     result.exportScale = exportScale(parser);

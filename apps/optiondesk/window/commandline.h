@@ -33,7 +33,8 @@ struct CommandLine {
     bool statesAxisMode = false;
     bool statesSmileModel = false;
     bool statesSize = false;
-    QString databaseFile;
+    /// A SQLite file, or the address of a PostgreSQL database.
+    QString database;
     QString pictureFile;
     /// To write the plot into, in the formats of their suffixes.
     QStringList exportFiles;

@@ -9,8 +9,12 @@
 #include <chain/chaintables.h>
 #include <chain/samplechains.h>
 #include <database/exception.h>
+#include <database/postgresaddress.h>
+#include <database/sharedstorage.h>
+#include <database/sqlstorage.h>
 
 #include <QLoggingCategory>
+#include <QStandardPaths>
 
 namespace {
 
@@ -21,6 +25,28 @@ SqlStorage::Connection connectionTo(const QString& file)
     SqlStorage::Connection connection;
     connection.databaseName = file.isEmpty() ? QStringLiteral(":memory:") : file;
     return connection;
+}
+
+std::unique_ptr<SqlStorage> openFile(const QString& file)
+{
+    auto storage = std::make_unique<SqlStorage>(connectionTo(file));
+    storage->open();
+    const ChainTables tables = ChainTables::make();
+    storage->attach(tables.boards);
+    storage->attach(tables.securities);
+    return storage;
+}
+
+std::unique_ptr<SharedStorage> openShared(const QString& address)
+{
+    const QString folder
+        = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QLatin1String("/unsent");
+    auto storage = std::make_unique<SharedStorage>(PostgresAddress(address), folder);
+    storage->open();
+    const ChainTables tables = ChainTables::make();
+    storage->attach(tables.boards, ChainTables::boardsKey());
+    storage->attach(tables.securities, ChainTables::securitiesKey());
+    return storage;
 }
 
 SeriesData dataOf(const OptionChain& chain, int position)
@@ -109,16 +135,29 @@ int applyFacts(const SeriesFacts& given, OptionChain* chain)
     return position;
 }
 
-DeskData::DeskData(const QString& databaseFile)
-    : m_storage(connectionTo(databaseFile))
+DeskData::DeskData(const QString& database)
 {
-    m_storage.open();
-    const ChainTables tables = ChainTables::make();
-    m_storage.attach(tables.boards);
-    m_storage.attach(tables.securities);
-    qCDebug(databaseLog) << "opened" << (databaseFile.isEmpty() ? QStringLiteral("memory") : databaseFile)
-                         << "with" << ChainStore::series().size() << "series";
-    QObject::connect(&m_storage, &SqlStorage::aboutToCommit, [this] { m_quote.takeBack(); });
+    if (PostgresAddress::isAddress(database)) {
+        auto storage = openShared(database);
+        m_shared = storage.get();
+        m_storage = std::move(storage);
+    } else {
+        m_storage = openFile(database);
+    }
+    qCDebug(databaseLog) << "opened" << (database.isEmpty() ? QStringLiteral("memory") : database) << "with"
+                         << ChainStore::series().size() << "series";
+    QObject::connect(m_storage.get(), &TableStorage::aboutToCommit, [this] { m_quote.takeBack(); });
+}
+
+DeskData::~DeskData() = default;
+
+QString DeskData::close()
+{
+    if (!m_shared || m_shared->close())
+        return QString();
+    return DeskTexts::tr("%1: changes could not be stored; they will be when the desk is started with this "
+                         "database again")
+        .arg(m_shared->place());
 }
 
 bool DeskData::isEmpty() const
@@ -128,12 +167,12 @@ bool DeskData::isEmpty() const
 
 std::unique_ptr<ChainRows> DeskData::rowsOf(const OptionChain& chain)
 {
-    return ChainImport::rows(chain);
+    return ChainImport(*m_storage).rows(chain);
 }
 
 int DeskData::store(ChainRows& rows, int position)
 {
-    ChainImport(m_storage).store(rows);
+    ChainImport(*m_storage).store(rows);
     qCDebug(databaseLog) << "stored" << rows.count() << "rows";
     return rows.futureIsinId(position);
 }
@@ -203,6 +242,18 @@ ShownSeries SeriesSnapshot::valued() const
     return valuedSeries(data, given.forward, smileModel);
 }
 
+int DeskData::current(int futureIsinId) const
+{
+    if (m_series.futureIsinId != futureIsinId || ChainStore::seriesById(futureIsinId))
+        return futureIsinId;
+    const QVector<StoredSeries> stored = ChainStore::series(m_series.baseCode);
+    for (const StoredSeries& series : stored) {
+        if (series.expiry == m_series.expiry)
+            return series.futureIsinId;
+    }
+    return futureIsinId;
+}
+
 ShownSeries DeskData::valued(int futureIsinId, const SeriesFacts& given) const
 {
     const std::map<int, SeriesSnapshot> found = snapshots({futureIsinId}, given);
@@ -216,6 +267,7 @@ ShownSeries DeskData::show(int futureIsinId, const SeriesFacts& given)
     try {
         ShownSeries shown = valued(futureIsinId, given);
         m_quote.lend(futureIsinId, shown.market.forward);
+        m_series = ChainStore::seriesById(futureIsinId).value_or(StoredSeries());
         return shown;
     } catch (const Exception&) {
         m_quote.takeBack();

@@ -5,7 +5,6 @@
 
 #include <chain/chainrows.h>
 #include <chain/chainstore.h>
-#include <database/sqlstorage.h>
 
 #include <QObject>
 #include <QVector>
@@ -13,6 +12,9 @@
 #include <map>
 #include <memory>
 #include <optional>
+
+class SharedStorage;
+class TableStorage;
 
 /// A stored series as it was when it was read, with what the user says of it: a value that any thread may
 /// value while the tables go on.
@@ -38,9 +40,18 @@ int applyFacts(const SeriesFacts& given, OptionChain* chain);
 /// The tables belong to the process; there is one object of this class at a time.
 class DeskData {
 public:
-    /// Opens the database, a SQLite file that is made where there is none; in memory for an empty name.
-    /// Throws Exception where it is damaged or of something else.
-    explicit DeskData(const QString& databaseFile);
+    /// Opens the database, a SQLite file that is made where there is none, or one on a PostgreSQL server
+    /// where the text is an address of one; in memory for an empty name. Throws Exception where it is damaged
+    /// or of something else, or cannot be reached.
+    explicit DeskData(const QString& database);
+    ~DeskData();
+
+    /// The storage shared with other desks; null for a file and in memory.
+    SharedStorage* shared() const { return m_shared; }
+
+    /// Stores what waits, as far as that is possible at once; where it is not, the reason in one line.
+    /// Nothing can be stored any more then.
+    QString close();
 
     bool isEmpty() const;
 
@@ -50,7 +61,7 @@ public:
 
     /// The same in two steps, so that the rows can be made a few at a time: a chain's rows, and their
     /// storing.
-    static std::unique_ptr<ChainRows> rowsOf(const OptionChain& chain);
+    std::unique_ptr<ChainRows> rowsOf(const OptionChain& chain);
     int store(ChainRows& rows, int position);
 
     /// Stores the bundled samples.
@@ -62,6 +73,10 @@ public:
 
     /// All stored series, by base code, then by expiry.
     QVector<StoredSeries> series() const;
+
+    /// The future of the same base code and expiry as that of the series shown last, if that one was replaced
+    /// by another desk; the given one where it is still stored or nothing is known.
+    int current(int futureIsinId) const;
 
     /// Values a stored series as it is now and lends its future the forward as quote until another one is
     /// shown; a quote that the future gets from elsewhere is its stated forward from then on. Throws
@@ -81,7 +96,10 @@ public:
     Pricing::SmileModel smileModel() const { return m_smileModel; }
 
 private:
-    SqlStorage m_storage;
+    std::unique_ptr<TableStorage> m_storage;
+    SharedStorage* m_shared = nullptr;
     FutureQuote m_quote;
     Pricing::SmileModel m_smileModel = Pricing::SmileModel::Spline;
+    /// As shown last.
+    StoredSeries m_series;
 };

@@ -60,8 +60,9 @@ QAction* DeskWindow::addAction(QMenu& menu, const QString& text, const QString& 
 void DeskWindow::createFileMenu()
 {
     QMenu& menu = *menuBar()->addMenu(tr("&File"));
-    m_imports = new ImportActions(
-        [this](ChainRows& rows, int position) { storeRows(rows, position); }, m_workBar, this, &menu);
+    m_imports = new ImportActions({[this](const OptionChain& chain) { return m_data.rowsOf(chain); },
+                                      [this](ChainRows& rows, int position) { storeRows(rows, position); }},
+        m_workBar, this, &menu);
     connect(m_imports, SIGNAL(said(QString)), this, SLOT(say(QString)));
     connect(m_imports, SIGNAL(failed(QString, QString)), this, SLOT(complain(QString, QString)));
     menu.addSeparator();
@@ -218,8 +219,9 @@ void DeskWindow::showReason(const QString& reason)
 void DeskWindow::onSeriesChanged()
 {
     try {
-        if (!m_shown) {
-            showSeries(m_futureIsinId, m_given);
+        const int current = m_data.current(m_futureIsinId);
+        if (!m_shown || current != m_futureIsinId) {
+            showSeries(current, m_given);
             return;
         }
         const SeriesFollower::OwnWrites ownWrites(*m_follower);
@@ -256,7 +258,7 @@ void DeskWindow::importChain(const QString& fileName)
 {
     OptionChain chain = readChain(fileName);
     const int position = applyFacts(SeriesFacts(), &chain);
-    storeRows(*DeskData::rowsOf(chain), position);
+    storeRows(*m_data.rowsOf(chain), position);
 }
 
 void DeskWindow::storeRows(ChainRows& rows, int position)

@@ -18,7 +18,7 @@ Session openSession(const CommandLine& options)
     Session session;
     session.given = {options.forward, options.asOf, options.expiry};
     if (options.chainFile.isEmpty()) {
-        session.data = std::make_unique<DeskData>(options.databaseFile);
+        session.data = std::make_unique<DeskData>(options.database);
         if (session.data->isEmpty())
             session.data->importSamples();
         session.futureIsinId = session.data->firstSeries(session.given);
@@ -26,7 +26,7 @@ Session openSession(const CommandLine& options)
     }
     OptionChain chain = readGivenChain(options);
     const int position = applyFacts(session.given, &chain);
-    session.data = std::make_unique<DeskData>(options.databaseFile);
+    session.data = std::make_unique<DeskData>(options.database);
     session.futureIsinId = session.data->import(chain, position);
     return session;
 }

@@ -1,6 +1,7 @@
 #include "sqlschema_p.h"
 
 #include "database/exception.h"
+#include "sqlmeta_p.h"
 #include "sqlsession_p.h"
 
 #include <QFile>
@@ -15,11 +16,6 @@ namespace {
 // SQLite keeps this number in the file's header for the program whose file it is.
 constexpr quint32 applicationId = 0x686f7374;
 constexpr int formatVersion = 1;
-
-QString metaTable()
-{
-    return QStringLiteral("host_meta");
-}
 
 QString tablesTable()
 {
@@ -36,22 +32,6 @@ QString kindOfDatabase()
     return QStringLiteral("host tables");
 }
 
-QString sqlType(FieldType type)
-{
-    switch (type) {
-    case FieldType::Int32:
-        return QStringLiteral("INTEGER");
-    case FieldType::Int64:
-    case FieldType::Moment:
-        return QStringLiteral("BIGINT");
-    case FieldType::Double:
-    case FieldType::Decimal:
-    case FieldType::Text:
-        break;
-    }
-    return QStringLiteral("TEXT");
-}
-
 [[noreturn]] void refuse(const QString& fileName, const QString& why)
 {
     throw Exception(QStringLiteral("Database \"%1\": %2.").arg(fileName.simplified(), why));
@@ -64,35 +44,13 @@ void requireSound(const SqlSession& session)
         session.fail(QStringLiteral("it is damaged"));
 }
 
-QString metaValue(const SqlSession& session, const QString& name)
-{
-    QSqlQuery query = session.execute(QStringLiteral("SELECT value FROM host_meta WHERE name = ?"), {name});
-    return query.next() ? query.value(0).toString() : QString();
-}
-
-void requireOurs(const SqlSession& session)
-{
-    if (metaValue(session, QStringLiteral("kind")) != kindOfDatabase())
-        session.fail(QStringLiteral("it is a database of something else"));
-    const QString version = metaValue(session, QStringLiteral("format"));
-    if (version != QString::number(formatVersion))
-        session.fail(QStringLiteral("its format \"%1\" is not known").arg(version.simplified()));
-}
-
 void create(const SqlSession& session)
 {
     SqlTransaction transaction(session);
     if (session.isSqlite())
         session.execute(QStringLiteral("PRAGMA application_id = %1").arg(applicationId));
-    session.execute(QStringLiteral("CREATE TABLE host_meta (name TEXT PRIMARY KEY, value TEXT NOT NULL)"));
-    session.execute(
-        QStringLiteral("CREATE TABLE host_tables (name TEXT PRIMARY KEY, revision BIGINT NOT NULL)"));
-    session.execute(QStringLiteral("CREATE TABLE host_columns (table_name TEXT NOT NULL, "
-                                   "column_name TEXT NOT NULL, type INTEGER NOT NULL, "
-                                   "PRIMARY KEY (table_name, column_name))"));
-    QSqlQuery insert = session.prepared(QStringLiteral("INSERT INTO host_meta (name, value) VALUES (?, ?)"));
-    session.run(insert, {QStringLiteral("kind"), kindOfDatabase()});
-    session.run(insert, {QStringLiteral("format"), QString::number(formatVersion)});
+    SqlMeta::create(session, kindOfDatabase(), formatVersion);
+    SqlSchema::createDescription(session);
     transaction.commit();
 }
 
@@ -100,8 +58,8 @@ void createTable(const SqlSession& session, const QString& table, const QVector<
 {
     QString definition = session.quoted(SqlSchema::rowKey) + QLatin1String(" BIGINT PRIMARY KEY");
     for (const TableColumnDef& column : columns)
-        definition
-            += QLatin1String(", ") + session.quoted(column.name) + QLatin1Char(' ') + sqlType(column.type);
+        definition += QLatin1String(", ") + session.quoted(column.name) + QLatin1Char(' ')
+            + SqlSchema::columnType(column.type);
     session.execute(QLatin1String("CREATE TABLE ") + session.quoted(table) + QLatin1String(" (") + definition
         + QLatin1Char(')'));
     session.execute(QStringLiteral("INSERT INTO host_tables (name, revision) VALUES (?, 1)"), {table});
@@ -147,13 +105,38 @@ void SqlSchema::checkSqliteFile(const QString& fileName)
         refuse(fileName, QStringLiteral("it is damaged"));
 }
 
+QString SqlSchema::columnType(FieldType type)
+{
+    switch (type) {
+    case FieldType::Int32:
+        return QStringLiteral("INTEGER");
+    case FieldType::Int64:
+    case FieldType::Moment:
+        return QStringLiteral("BIGINT");
+    case FieldType::Double:
+    case FieldType::Decimal:
+    case FieldType::Text:
+        break;
+    }
+    return QStringLiteral("TEXT");
+}
+
+void SqlSchema::createDescription(const SqlSession& session)
+{
+    session.execute(
+        QStringLiteral("CREATE TABLE host_tables (name TEXT PRIMARY KEY, revision BIGINT NOT NULL)"));
+    session.execute(QStringLiteral("CREATE TABLE host_columns (table_name TEXT NOT NULL, "
+                                   "column_name TEXT NOT NULL, type INTEGER NOT NULL, "
+                                   "PRIMARY KEY (table_name, column_name))"));
+}
+
 void SqlSchema::adopt(const SqlSession& session)
 {
     if (session.isSqlite())
         requireSound(session);
     const QStringList tables = session.connection().tables();
-    if (tables.contains(metaTable()))
-        requireOurs(session);
+    if (tables.contains(SqlMeta::table))
+        SqlMeta::require(session, kindOfDatabase(), formatVersion);
     else if (tables.isEmpty())
         create(session);
     else
@@ -191,7 +174,7 @@ void SqlSchema::prepareWriting(const SqlSession& session, const QString& table,
         if (stored) {
             session.execute(QLatin1String("ALTER TABLE ") + session.quoted(table)
                 + QLatin1String(" ADD COLUMN ") + session.quoted(column.name) + QLatin1Char(' ')
-                + sqlType(column.type));
+                + SqlSchema::columnType(column.type));
         }
         session.run(insert, {table, column.name, static_cast<int>(column.type)});
     }
@@ -200,7 +183,7 @@ void SqlSchema::prepareWriting(const SqlSession& session, const QString& table,
 QString SqlSchema::obstacle(const QString& table, const QVector<TableColumnDef>& columns)
 {
     const QString lower = table.toLower();
-    if (table.isEmpty() || lower == metaTable() || lower == tablesTable() || lower == columnsTable())
+    if (table.isEmpty() || lower == SqlMeta::table || lower == tablesTable() || lower == columnsTable())
         return QStringLiteral("the name \"%1\" of a table is not available").arg(table);
     QSet<QString> names{rowKey};
     for (const TableColumnDef& column : columns) {

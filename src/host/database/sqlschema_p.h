@@ -32,6 +32,12 @@ void checkSqliteFile(const QString& fileName);
 /// Makes the description in an empty database, accepts our own; Exception for everything else.
 void adopt(const SqlSession& session);
 
+/// The SQL type of the columns that hold fields of a type: see SqlValue.
+QString columnType(FieldType type);
+
+/// Makes "host_tables" and "host_columns", empty; within a transaction.
+void createDescription(const SqlSession& session);
+
 /// Nothing if the table was never stored.
 std::optional<SqlTableDefinition> definition(const SqlSession& session, const QString& table);
 

@@ -3,6 +3,7 @@
 #include "database/exception.h"
 
 #include <QSqlDriver>
+#include <QSqlField>
 
 #include <algorithm>
 
@@ -21,7 +22,29 @@ QString explanation(const QSqlError& error, bool isSqlite)
             return QStringLiteral("it is damaged");
     }
     const QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
-    return text.simplified();
+    // A server's further lines quote the statement.
+    return (isSqlite ? text : text.section(QLatin1Char('\n'), 0, 0)).simplified();
+}
+
+/// The statement with the texts in the place of its question marks outside of quotes.
+QString filledIn(const QString& statement, const QStringList& texts)
+{
+    QString result;
+    int used = 0;
+    QChar quote;
+    for (const QChar character : statement) {
+        if (!quote.isNull()) {
+            if (character == quote)
+                quote = QChar();
+        } else if (character == QLatin1Char('"') || character == QLatin1Char('\'')) {
+            quote = character;
+        } else if (character == QLatin1Char('?')) {
+            result += texts.value(used++);
+            continue;
+        }
+        result += character;
+    }
+    return result;
 }
 
 }
@@ -66,8 +89,31 @@ void SqlSession::run(QSqlQuery& query, const QVariantList& values) const
         fail(query.lastError());
 }
 
+void SqlSession::requireConnection() const
+{
+    if (!m_connection.isOpen())
+        fail(QStringLiteral("the server has closed the connection"));
+}
+
+QString SqlSession::literal(const QVariant& value) const
+{
+    QSqlField field(QString(), value.type());
+    field.setValue(value);
+    return m_connection.driver()->formatValue(field);
+}
+
 QSqlQuery SqlSession::execute(const QString& statement, const QVariantList& values) const
 {
+    if (!isSqlite()) {
+        requireConnection();
+        QStringList texts;
+        for (const QVariant& value : values)
+            texts << literal(value);
+        QSqlQuery query(m_connection);
+        if (!query.exec(filledIn(statement, texts)))
+            fail(query.lastError());
+        return query;
+    }
     QSqlQuery query = prepared(statement);
     run(query, values);
     return query;
@@ -87,6 +133,7 @@ SqlTransaction::SqlTransaction(const SqlSession& session)
     : m_session(session)
     , m_connection(session.connection())
 {
+    session.requireConnection();
     m_isOpen = m_connection.transaction();
     if (!m_isOpen)
         m_session.fail(m_connection.lastError());
@@ -94,12 +141,14 @@ SqlTransaction::SqlTransaction(const SqlSession& session)
 
 SqlTransaction::~SqlTransaction()
 {
-    if (m_isOpen)
+    // A connection that is lost has none to roll back any more.
+    if (m_isOpen && m_connection.isOpen())
         m_connection.rollback();
 }
 
 void SqlTransaction::commit()
 {
+    m_session.requireConnection();
     if (!m_connection.commit())
         m_session.fail(m_connection.lastError());
     m_isOpen = false;

@@ -21,7 +21,13 @@ public:
     QSqlQuery prepared(const QString& statement) const;
     /// Runs a prepared statement with the values of its placeholders.
     void run(QSqlQuery& query, const QVariantList& values = {}) const;
+    /// Prepares and runs a statement. On a server the values go into the statement's text, for a query that
+    /// is prepared there says so on the console when it ends on a connection that is lost.
     QSqlQuery execute(const QString& statement, const QVariantList& values = {}) const;
+    /// Throws if the server has cut the connection, which Qt's own functions say on the console.
+    void requireConnection() const;
+    /// A value as SQL text.
+    QString literal(const QVariant& value) const;
 
     /// Throws an Exception of one line that names the place.
     [[noreturn]] void fail(const QString& what) const;

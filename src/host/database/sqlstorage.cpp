@@ -99,7 +99,7 @@ std::vector<QPointer<SqlTableStore>> SqlStorage::Private::changedStores() const
 }
 
 SqlStorage::SqlStorage(const Connection& connection, QObject* parent)
-    : QObject(parent)
+    : TableStorage(parent)
     , d(new Private(connection))
 {
 }

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "database/record.h"
+#include "database/tablestorage.h"
 
-#include <QHash>
-#include <QObject>
 #include <QString>
-#include <QVector>
 
 #include <memory>
 
@@ -20,7 +17,7 @@ class Table;
 /// The rows keep their order through a key of the SQL table's own, the column "host_row_key". Numbers come
 /// back bit for bit, also a double's NaN and infinities. A table that another program has changed since it
 /// was read is not written: commit() says so, and rollback() gets what is stored now.
-class SqlStorage : public QObject {
+class SqlStorage : public TableStorage {
     Q_OBJECT
 
 public:
@@ -55,18 +52,14 @@ public:
     void attach(Table* table);
 
     /// Whether a change of a table's rows waits to be written.
-    bool hasChanges() const;
+    bool hasChanges() const override;
 
     /// Writes all changes since the last commit in one transaction. Exception if that fails: nothing is
     /// stored then and the changes wait on.
-    void commit();
+    void commit() override;
 
     /// Drops the changes since the last commit: the table gets its stored rows back.
-    void rollback();
-
-Q_SIGNALS:
-    /// The last moment to take values back that must not be stored: comes at the start of commit().
-    void aboutToCommit();
+    void rollback() override;
 
 private:
     struct Private;

@@ -18,29 +18,6 @@ QString selectStatement(const SqlSession& session, const QString& table, const Q
         + QLatin1String(" ORDER BY ") + places.first();
 }
 
-struct StoredColumns {
-    QStringList names;
-    QVector<int> positions;
-};
-
-StoredColumns storedColumns(const SqlSession& session, Table* table, const SqlTableDefinition& definition)
-{
-    StoredColumns result;
-    const QList<TableColumnDef*> columns = table->fieldDefs();
-    for (int i = 0; i < columns.size(); ++i) {
-        const auto stored = definition.columns.constFind(columns[i]->name);
-        if (stored == definition.columns.cend())
-            continue;
-        if (*stored != columns[i]->type) {
-            session.fail(QStringLiteral("the stored column \"%1\" of \"%2\" is of another type")
-                             .arg(columns[i]->name, table->name()));
-        }
-        result.names << columns[i]->name;
-        result.positions << i;
-    }
-    return result;
-}
-
 QString placeholders(int count)
 {
     QStringList list;
@@ -51,6 +28,34 @@ QString placeholders(int count)
 
 }
 
+SqlCommonColumns commonColumns(
+    const SqlSession& session, const Table& table, const SqlTableDefinition& definition)
+{
+    SqlCommonColumns result;
+    const QList<TableColumnDef*> columns = table.fieldDefs();
+    for (int i = 0; i < columns.size(); ++i) {
+        const auto stored = definition.columns.constFind(columns[i]->name);
+        if (stored == definition.columns.cend())
+            continue;
+        if (*stored != columns[i]->type) {
+            session.fail(QStringLiteral("the stored column \"%1\" of \"%2\" is of another type")
+                             .arg(columns[i]->name, table.name()));
+        }
+        result.names << columns[i]->name;
+        result.positions << i;
+    }
+    return result;
+}
+
+void readSqlField(
+    const SqlSession& session, Table& table, const Record& record, int column, const QVariant& value)
+{
+    if (!SqlValue::toField(value, table.value(record, column))) {
+        session.fail(QStringLiteral("a stored value of \"%1\" in \"%2\" cannot be read")
+                         .arg(table.fieldDefs().at(column)->name, table.name()));
+    }
+}
+
 SqlTableContent readSqlTable(const SqlSession& session, Table* table)
 {
     SqlTransaction transaction(session);
@@ -59,16 +64,12 @@ SqlTableContent readSqlTable(const SqlSession& session, Table* table)
     if (!content.definition)
         return content;
 
-    const StoredColumns columns = storedColumns(session, table, *content.definition);
+    const SqlCommonColumns columns = commonColumns(session, *table, *content.definition);
     QSqlQuery query = session.execute(selectStatement(session, table->name(), columns.names));
     while (query.next()) {
         const Record record = table->createRow();
-        for (int i = 0; i < columns.positions.size(); ++i) {
-            if (!SqlValue::toField(query.value(i + 1), table->value(record, columns.positions[i]))) {
-                session.fail(QStringLiteral("a stored value of \"%1\" in \"%2\" cannot be read")
-                                 .arg(columns.names[i], table->name()));
-            }
-        }
+        for (int i = 0; i < columns.positions.size(); ++i)
+            readSqlField(session, *table, record, columns.positions[i], query.value(i + 1));
         content.keys.append(query.value(0).toLongLong());
         content.rows.append(record);
     }

@@ -5,6 +5,7 @@
 #include "sqlsession_p.h"
 
 #include <QSqlQuery>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -15,6 +16,20 @@ struct SqlTableContent {
     QVector<Record> rows;
     QVector<qint64> keys;
 };
+
+/// The columns that a table and what is stored of it have in common, with their positions in the table.
+struct SqlCommonColumns {
+    QStringList names;
+    QVector<int> positions;
+};
+
+/// Exception if the types of a column differ.
+SqlCommonColumns commonColumns(
+    const SqlSession& session, const Table& table, const SqlTableDefinition& definition);
+
+/// Fills a column of a row that is in no table. Exception if the stored value does not fit.
+void readSqlField(
+    const SqlSession& session, Table& table, const Record& record, int column, const QVariant& value);
 
 /// Reads the stored rows in their order into rows that the table made. Exception if a stored value or column
 /// does not fit.

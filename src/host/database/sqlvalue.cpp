@@ -74,17 +74,24 @@ QString storableText(const QString& text, bool isSqlite)
 {
     if (text.isEmpty())
         return QLatin1String(""); // A null QString would be stored as NULL.
-    const QString valid = withWholePairs(text);
-    // SQLite takes a leading byte order mark, also a swapped one, for a description of the text and drops it.
-    const bool hasMark
-        = valid.front() == QChar(QChar::ByteOrderMark) || valid.front() == QChar(QChar::ByteOrderSwapped);
-    return isSqlite && hasMark ? QChar(QChar::ByteOrderMark) + valid : valid;
+    QString valid = withWholePairs(text);
+    // A text of a server ends at the first of these.
+    if (!isSqlite)
+        valid.replace(QChar::Null, QChar(QChar::ReplacementCharacter));
+    // SQLite, and Qt for a server, take a leading byte order mark for a description of the text and drop it,
+    // SQLite also a swapped one.
+    const bool hasMark = valid.front() == QChar(QChar::ByteOrderMark)
+        || (isSqlite && valid.front() == QChar(QChar::ByteOrderSwapped));
+    return hasMark ? QChar(QChar::ByteOrderMark) + valid : valid;
 }
 
 bool isWhole(const QVariant& value)
 {
     const int type = value.userType();
-    return type == QMetaType::Int || type == QMetaType::LongLong;
+    // The driver for PostgreSQL takes the sign for the type.
+    const bool isUnsigned
+        = type == QMetaType::ULongLong && value.toULongLong() <= quint64(std::numeric_limits<qint64>::max());
+    return type == QMetaType::Int || type == QMetaType::LongLong || isUnsigned;
 }
 
 bool setWhole(qint64 number, FieldValue& field)

@@ -50,7 +50,7 @@ void tst_commandline::defaults()
     QVERIFY(!line.options.expiry.isValid());
     QCOMPARE(line.options.view, DeskView::Volatility);
     QVERIFY(line.options.axisMode == AxisMode::Price);
-    QVERIFY(line.options.databaseFile.isEmpty());
+    QVERIFY(line.options.database.isEmpty());
     QVERIFY(line.options.pictureFile.isEmpty());
     QVERIFY(line.options.replayFile.isEmpty());
     QCOMPARE(line.options.replaySpeed.value_or(0.0), 1.0);
@@ -73,7 +73,7 @@ void tst_commandline::readsEveryOption()
     QCOMPARE(line.options.expiry, QDate(2012, 11, 14));
     QCOMPARE(line.options.view, DeskView::Value);
     QVERIFY(line.options.axisMode == AxisMode::PercentOfQuote);
-    QCOMPARE(line.options.databaseFile, QStringLiteral("d.sqlite"));
+    QCOMPARE(line.options.database, QStringLiteral("d.sqlite"));
     QCOMPARE(line.options.pictureFile, QStringLiteral("p.jpg"));
     QCOMPARE(line.options.size, QSize(200, 10000));
     QCOMPARE(line.options.settingsFile, QStringLiteral("s.ini"));

@@ -1,0 +1,132 @@
+#include "database/shared/sharedjournal_p.h"
+
+#include <QCryptographicHash>
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QSaveFile>
+
+namespace {
+
+const auto suffix = QStringLiteral(".unsent");
+
+QByteArray mark()
+{
+    return QByteArrayLiteral("unsent changes of host tables, 1");
+}
+
+QByteArray hashOf(const QByteArray& content)
+{
+    return QCryptographicHash::hash(content, QCryptographicHash::Sha256);
+}
+
+QByteArray packed(const QString& identity, const QVector<SharedCommit>& commits)
+{
+    QByteArray content;
+    QDataStream stream(&content, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream << mark() << identity << qint32(commits.size());
+    for (const SharedCommit& commit : commits)
+        stream << commit;
+    return hashOf(content) + content;
+}
+
+/// Nothing for what is damaged or of another database.
+QVector<SharedCommit> unpacked(const QString& identity, const QByteArray& file)
+{
+    const int hashSize = hashOf(QByteArray()).size();
+    const QByteArray content = file.mid(hashSize);
+    if (content.isEmpty() || hashOf(content) != file.left(hashSize))
+        return {};
+    QDataStream stream(content);
+    stream.setVersion(QDataStream::Qt_5_15);
+    QByteArray fileMark;
+    QString fileIdentity;
+    qint32 count = 0;
+    stream >> fileMark >> fileIdentity >> count;
+    if (fileMark != mark() || fileIdentity != identity)
+        return {};
+    QVector<SharedCommit> commits;
+    for (; count > 0 && stream.status() == QDataStream::Ok; --count) {
+        SharedCommit commit;
+        stream >> commit;
+        commits.append(commit);
+    }
+    return stream.status() == QDataStream::Ok ? commits : QVector<SharedCommit>();
+}
+
+}
+
+SharedJournal::SharedJournal(const QString& folder, const QString& identity, const QString& writer)
+    : m_folder(folder)
+    , m_identity(identity)
+    , m_writer(writer)
+{
+}
+
+SharedJournal::~SharedJournal() = default;
+
+QString SharedJournal::fileName() const
+{
+    return m_folder + QLatin1Char('/') + m_writer + suffix;
+}
+
+bool SharedJournal::lock()
+{
+    if (m_lock)
+        return true;
+    auto lock = std::make_unique<QLockFile>(fileName() + QLatin1String(".lock"));
+    // Age does not matter, whether the program still runs does.
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock(0))
+        return false;
+    m_lock = std::move(lock);
+    return true;
+}
+
+bool SharedJournal::read()
+{
+    QFile file(fileName());
+    if (file.open(QIODevice::ReadOnly))
+        m_commits = unpacked(m_identity, file.readAll());
+    return !m_commits.isEmpty();
+}
+
+std::vector<std::unique_ptr<SharedJournal>> SharedJournal::abandoned(
+    const QString& folder, const QString& identity)
+{
+    std::vector<std::unique_ptr<SharedJournal>> result;
+    if (folder.isEmpty())
+        return result;
+    const QStringList files = QDir(folder).entryList({QLatin1Char('*') + suffix}, QDir::Files, QDir::Name);
+    for (const QString& file : files) {
+        auto journal = std::make_unique<SharedJournal>(folder, identity, file.chopped(suffix.size()));
+        if (journal->lock() && journal->read())
+            result.push_back(std::move(journal));
+    }
+    return result;
+}
+
+bool SharedJournal::keep(const QVector<SharedCommit>& commits)
+{
+    if (m_folder.isEmpty())
+        return commits.isEmpty();
+    if (commits.isEmpty()) {
+        const bool isGone = !m_lock || !QFile::exists(fileName()) || QFile::remove(fileName());
+        m_commits.clear();
+        m_lock.reset();
+        return isGone;
+    }
+    if (!QDir().mkpath(m_folder) || !lock())
+        return false;
+    QSaveFile file(fileName());
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    file.write(packed(m_identity, commits));
+    if (!file.commit())
+        return false;
+    m_commits = commits;
+    return true;
+}

@@ -1,0 +1,360 @@
+#include "sharingtest.h"
+#include "support/testmain.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTimer>
+
+#include <random>
+
+namespace {
+
+/// The longest time between two turns of this thread's event loop while it lives.
+class LoopGap : public QObject {
+    Q_OBJECT
+
+public:
+    LoopGap()
+    {
+        connect(&m_timer, SIGNAL(timeout()), SLOT(onTimeout()));
+        m_clock.start();
+        m_timer.start(5);
+    }
+    qint64 longest() const { return m_longest; }
+    int turns() const { return m_turns; }
+
+private Q_SLOTS:
+    void onTimeout()
+    {
+        m_longest = std::max(m_longest, m_clock.restart());
+        ++m_turns;
+    }
+
+private:
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    qint64 m_longest = 0;
+    int m_turns = 0;
+};
+
+/// A query in this thread that waits for a server that is gone would take longer; other work of the machine
+/// does not.
+constexpr qint64 longestGap = 2000; // ms
+
+}
+
+/// Storages on a server that is killed, stopped, frozen and started again.
+class tst_sharedoutage : public SharingTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theTableStaysWhileTheServerIsGone_data();
+    void theTableStaysWhileTheServerIsGone();
+    void commitsWaitAndArriveInTheirOrder();
+    void numbersAreThereWithoutAServer();
+    void whatWasMissedIsReadAndNoMore();
+    void conflictsEndInTheServersOrder();
+    void aFrozenServerDoesNotStopTheDesk();
+    void aFrozenServerDoesNotStopTheEnd();
+    void nothingIsLostOrDoubled_data();
+    void nothingIsLostOrDoubled();
+    void programsThatWriteWhileTheServerIsKilled();
+
+private:
+    void endServer(const QString& how) { how == QLatin1String("kill") ? server().kill() : server().stop(); }
+};
+
+void tst_sharedoutage::theTableStaysWhileTheServerIsGone_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("killed") << QStringLiteral("kill");
+    QTest::newRow("stopped") << QStringLiteral("stop");
+}
+
+void tst_sharedoutage::theTableStaysWhileTheServerIsGone()
+{
+    QFETCH(QString, how);
+    const auto a = desk();
+    const auto b = desk();
+    a->append(1, 50);
+    a->storage.commit();
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 50, patience);
+    QTRY_VERIFY(a->isSettled());
+    QSignalSpy status(&b->storage, SIGNAL(statusChanged()));
+    QSignalSpy reset(&b->table, SIGNAL(reset()));
+    const QVector<QVariantList> before = b->content();
+
+    const LoopGap gap;
+    endServer(how);
+    QTRY_VERIFY_WITH_TIMEOUT(!b->storage.problem().isEmpty(), patience);
+    QVERIFY2(!b->storage.problem().contains(QLatin1Char('\n')), qPrintable(b->storage.problem()));
+    QVERIFY(!b->storage.problem().contains(PostgresServer::password()));
+    QVERIFY(status.count() > 0);
+    QCOMPARE(b->content(), before);
+    const int turns = gap.turns();
+    QTRY_VERIFY_WITH_TIMEOUT(gap.turns() > turns + 100, patience);
+
+    server().start();
+    QTRY_VERIFY_WITH_TIMEOUT(a->isSettled() && b->isSettled(), patience);
+    QCOMPARE(b->content(), before);
+    QCOMPARE(reset.count(), 0);
+    qInfo("the longest gap of the event loop was %lld ms in %d turns", gap.longest(), gap.turns());
+    QVERIFY2(gap.longest() < longestGap, qPrintable(QString::number(gap.longest())));
+    // And they follow each other again.
+    a->append(51, 1);
+    a->storage.commit();
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 51, patience);
+}
+
+void tst_sharedoutage::commitsWaitAndArriveInTheirOrder()
+{
+    const auto a = desk();
+    const auto b = desk();
+    server().kill();
+    QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty(), patience);
+    QElapsedTimer timer;
+    timer.start();
+    a->append(1, 3);
+    a->storage.commit();
+    a->set(2, SampleTable::Ratio, 5.0);
+    a->storage.commit();
+    a->remove(1);
+    a->append(4, 1);
+    a->storage.commit();
+    QVERIFY(timer.elapsed() < longestGap);
+    QCOMPARE(a->storage.waitingCommits(), 3);
+    QCOMPARE(b->table.rowCount(), 0);
+    server().start();
+    QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(b->table), (QVector<int>{2, 3, 4}), patience);
+    QCOMPARE(b->row(2).value(SampleTable::Ratio).toDouble(), 5.0);
+    QTRY_VERIFY_WITH_TIMEOUT(a->isSettled(), patience);
+    QCOMPARE(a->content(), b->content());
+}
+
+void tst_sharedoutage::numbersAreThereWithoutAServer()
+{
+    const auto a = desk();
+    server().kill();
+    QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty(), patience);
+    QCOMPARE(a->storage.takeNumbers(20000).size(), 20000);
+}
+
+void tst_sharedoutage::whatWasMissedIsReadAndNoMore()
+{
+    const auto a = desk();
+    const auto b = desk();
+    a->append(1, 100);
+    a->storage.commit();
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 100, patience);
+    // The other desk's connection alone is cut while this one writes.
+    QSignalSpy changed(&b->table, SIGNAL(rowsChanged(QVector<Record>)));
+    QSignalSpy inserted(&b->table, SIGNAL(rowsInserted(QVector<Record>)));
+    QSignalSpy removed(&b->table, SIGNAL(rowsRemoved(QVector<Record>)));
+    server().kill();
+    QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty() && !b->storage.problem().isEmpty(), patience);
+    a->set(7, SampleTable::Ratio, 5.0);
+    a->remove(8);
+    a->append(101, 2);
+    a->storage.commit();
+    server().start();
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 101, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(b->row(7).value(SampleTable::Ratio).toDouble(), 5.0, patience);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(changed[0][0].value<QVector<Record>>().size(), 1);
+    QCOMPARE(inserted.count(), 1);
+    QCOMPARE(inserted[0][0].value<QVector<Record>>().size(), 2);
+    QCOMPARE(removed.count(), 1);
+    QCOMPARE(removed[0][0].value<QVector<Record>>().size(), 1);
+}
+
+void tst_sharedoutage::conflictsEndInTheServersOrder()
+{
+    const auto a = desk();
+    const auto b = desk();
+    a->append(1, 2);
+    a->storage.commit();
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 2, patience);
+    server().kill();
+    QTRY_VERIFY_WITH_TIMEOUT(!a->storage.problem().isEmpty() && !b->storage.problem().isEmpty(), patience);
+    a->set(1, SampleTable::Ratio, 5.0);
+    a->set(2, SampleTable::Count, qlonglong(5));
+    a->storage.commit();
+    b->set(1, SampleTable::Ratio, 6.0);
+    b->set(2, SampleTable::Ratio, 6.0);
+    b->storage.commit();
+    server().start();
+    QTRY_VERIFY_WITH_TIMEOUT(a->isSettled() && b->isSettled(), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(a->content(), b->content(), patience);
+    // Either may have come last, but both fields of the other row are there.
+    const double last = a->row(1).value(SampleTable::Ratio).toDouble();
+    QVERIFY(last == 5.0 || last == 6.0);
+    QCOMPARE(a->row(2).value(SampleTable::Count).toInt64(), 5);
+    QCOMPARE(a->row(2).value(SampleTable::Ratio).toDouble(), 6.0);
+}
+
+void tst_sharedoutage::aFrozenServerDoesNotStopTheDesk()
+{
+    const auto a = desk();
+    const auto b = desk();
+    const LoopGap gap;
+    server().freeze();
+    a->append(1, 10);
+    a->storage.commit();
+    QCOMPARE(a->storage.waitingCommits(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(a->storage.problem().contains(QLatin1String("does not answer")), patience);
+    QVERIFY2(gap.longest() < longestGap, qPrintable(QString::number(gap.longest())));
+    server().thaw();
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), 10, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(a->isSettled(), patience);
+}
+
+void tst_sharedoutage::aFrozenServerDoesNotStopTheEnd()
+{
+    const QTemporaryDir folder;
+    auto a = std::make_unique<SharingDesk>(address(), folder.path());
+    server().freeze();
+    a->append(1, 10);
+    a->storage.commit();
+    QElapsedTimer timer;
+    timer.start();
+    a.reset();
+    QVERIFY2(timer.elapsed() < patience, qPrintable(QString::number(timer.elapsed())));
+    server().thaw();
+    // What could not be sent comes with the next program.
+    const SharingDesk next(address(), folder.path());
+    QCOMPARE(next.table.rowCount(), 10);
+}
+
+void tst_sharedoutage::nothingIsLostOrDoubled_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<quint64>("seed");
+    QTest::newRow("killed") << QStringLiteral("kill") << quint64(1);
+    QTest::newRow("stopped") << QStringLiteral("stop") << quint64(2);
+}
+
+// Three desks write at random while the server is ended again and again, at any moment: in the middle of
+// transactions. Each desk has rows of its own, which all must be there as it left them, and changes rows of
+// all.
+void tst_sharedoutage::nothingIsLostOrDoubled()
+{
+    QFETCH(QString, how);
+    QFETCH(quint64, seed);
+    std::mt19937_64 engine(seed);
+    std::vector<std::unique_ptr<SharingDesk>> desks;
+    for (int i = 0; i < 3; ++i)
+        desks.push_back(desk());
+    std::vector<QMap<int, qlonglong>> own(desks.size());
+    int nextId = 1;
+    int commits = 0;
+    const auto write = [&](std::size_t number) {
+        SharingDesk& one = *desks[number];
+        one.append(nextId, 20);
+        for (int i = 0; i < 20; ++i)
+            own[number].insert(nextId + i, qlonglong(nextId + i) * 10000000000);
+        nextId += 20;
+        const QList<int> ids = own[number].keys();
+        for (int i = 0; i < 5; ++i) {
+            const int id = ids[int(engine() % quint64(ids.size()))];
+            const qlonglong value = qlonglong(engine() % 1000000);
+            one.set(id, SampleTable::Count, value);
+            own[number][id] = value;
+        }
+        const int gone = ids[int(engine() % quint64(ids.size()))];
+        one.remove(gone);
+        own[number].remove(gone);
+        // Rows of any desk.
+        for (int i = 0; i < 3 && one.table.rowCount() > 0; ++i) {
+            const Record any = one.table.record(int(engine() % quint64(one.table.rowCount())));
+            one.table.changeRows({any}, [&](const Record&, const Table::FieldAccess& field) {
+                field(SampleTable::Ratio).setDouble(double(engine() % 1000));
+            });
+        }
+        one.storage.commit();
+        ++commits;
+    };
+    int inTransaction = 0;
+    for (int outage = 0; outage < 6; ++outage) {
+        for (int i = 0; i < 12; ++i) {
+            write(engine() % desks.size());
+            QCoreApplication::processEvents();
+        }
+        for (const auto& one : desks)
+            inTransaction += one->storage.waitingCommits() > 0 ? 1 : 0;
+        endServer(how);
+        for (int i = 0; i < 4; ++i)
+            write(engine() % desks.size());
+        server().start();
+        const auto isBack = [](const std::unique_ptr<SharingDesk>& one) { return one->isSettled(); };
+        if (outage % 2 == 0)
+            QTRY_VERIFY_WITH_TIMEOUT(std::all_of(desks.cbegin(), desks.cend(), isBack), patience);
+    }
+    for (const auto& one : desks)
+        QTRY_VERIFY_WITH_TIMEOUT(one->isSettled(), patience);
+    int rows = 0;
+    for (const auto& values : own)
+        rows += values.size();
+    for (const auto& one : desks)
+        QTRY_COMPARE_WITH_TIMEOUT(one->table.rowCount(), rows, patience);
+    const auto fresh = desk();
+    for (const auto& one : desks)
+        QTRY_COMPARE_WITH_TIMEOUT(one->content(), fresh->content(), patience);
+    QHash<int, qlonglong> stored;
+    for (const Record& row : fresh->table.masterIndex())
+        stored.insert(row.value(SampleTable::Id).toInt32(), row.value(SampleTable::Count).toInt64());
+    QCOMPARE(stored.size(), rows);
+    for (const auto& values : own) {
+        for (auto value = values.cbegin(); value != values.cend(); ++value)
+            QCOMPARE(stored.value(value.key(), -1), value.value());
+    }
+    // Exactly as many transactions as commits, whatever has become of their answers.
+    QCOMPARE(sql(QStringLiteral("SELECT sum(last_commit) FROM host_writers")),
+        QStringList{QString::number(commits)});
+    QCOMPARE(
+        sql(QStringLiteral("SELECT revision FROM host_sharing")), QStringList{QString::number(commits + 1)});
+    qInfo("%d commits, %d rows, the server was ended with work of %d desks under way", commits, rows,
+        inTransaction);
+    QVERIFY(inTransaction > 0);
+}
+
+void tst_sharedoutage::programsThatWriteWhileTheServerIsKilled()
+{
+    const auto watcher = desk();
+    constexpr int programs = 2;
+    constexpr int batches = 40;
+    constexpr int rowsPerBatch = 25;
+    std::vector<std::unique_ptr<QProcess>> writers;
+    const LoopGap gap;
+    for (int i = 0; i < programs; ++i) {
+        writers.push_back(std::make_unique<QProcess>());
+        writers.back()->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        writers.back()->start(QStringLiteral(SHARING_WRITER),
+            {address(), QString::number((i + 1) * 100000), QString::number(batches),
+                QString::number(rowsPerBatch)});
+    }
+    for (int i = 0; i < programs; ++i)
+        QTRY_VERIFY_WITH_TIMEOUT(!watcher->row((i + 1) * 100000).isNull(), patience);
+    for (int kills = 0; kills < 3; ++kills) {
+        const int before = watcher->table.rowCount();
+        QTRY_VERIFY_WITH_TIMEOUT(watcher->table.rowCount() > before
+                || watcher->table.rowCount() == programs * batches * rowsPerBatch,
+            patience);
+        server().kill();
+        server().start();
+    }
+    for (const auto& writer : writers) {
+        QTRY_COMPARE_WITH_TIMEOUT(writer->state(), QProcess::NotRunning, 2 * patience);
+        QCOMPARE(writer->exitCode(), 0);
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(watcher->table.rowCount(), programs * batches * rowsPerBatch, patience);
+    QSet<int> ids;
+    for (const Record& row : watcher->table.masterIndex())
+        ids.insert(row.value(SampleTable::Id).toInt32());
+    QCOMPARE(ids.size(), programs * batches * rowsPerBatch);
+    const auto fresh = desk();
+    QCOMPARE(watcher->content(), fresh->content());
+    qInfo("the longest gap of the event loop was %lld ms", gap.longest());
+}
+
+PLOT2D_TEST_MAIN(tst_sharedoutage)
+#include "tst_sharedoutage.moc"
