@@ -22,8 +22,8 @@ public:
     /// their ids, by their short names. The storage that the rows are kept in must outlive this object.
     RowIds(const SecurityRows& rows, const QVector<Record>& replaced, TableStorage& storage);
 
-    /// Ids that no row of the table has, but for replaced ones, and in a shared storage none of another desk's
-    /// either. Exception if there are none left.
+    /// Ids that no row of the table has, but for replaced ones, and in a shared storage none of another
+    /// desk's either. Exception if there are none left.
     Ids idsFor(const QString& shortName);
 
     /// Whether another object was made for a table with the same ids and the same rows to replace.

@@ -33,6 +33,13 @@
     </message>
 </context>
 <context>
+    <name>ChainImporter</name>
+    <message>
+        <source>Importing %1</source>
+        <translation>%1 wird importiert</translation>
+    </message>
+</context>
+<context>
     <name>ChainTexts</name>
     <message>
         <source>more than %1 options</source>
@@ -375,10 +382,6 @@
         <translation>Die Serie zeigen, die an diesem Tag &lt;date&gt; verfällt; der Verfall einer Optionskette, die keinen nennt.</translation>
     </message>
     <message>
-        <source>Keep the chains in this SQLite &lt;file&gt;; otherwise they are forgotten at the end.</source>
-        <translation>Die Optionsketten in dieser SQLite-Datei &lt;file&gt; behalten; sonst sind sie am Ende vergessen.</translation>
-    </message>
-    <message>
         <source>What to draw, volatility, value or position.</source>
         <translation>Was zu zeichnen ist, volatility, value oder position.</translation>
     </message>
@@ -489,10 +492,6 @@
     <message>
         <source>%1: there are no options</source>
         <translation>%1: es gibt keine Optionen</translation>
-    </message>
-    <message>
-        <source>%1: the series was not stored</source>
-        <translation>%1: die Serie wurde nicht gespeichert</translation>
     </message>
     <message>
         <source>no stored series has a forward or the prices to take it from</source>
@@ -655,20 +654,40 @@
         <source>unknown</source>
         <translation>unbekannt</translation>
     </message>
+    <message>
+        <source>Reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Keep the chains in this SQLite &lt;file&gt;, or share them with other desks in a PostgreSQL database, postgresql://user@host:port/name; otherwise they are forgotten at the end.</source>
+        <translation>Die Optionsketten in dieser SQLite-Datei &lt;file&gt; behalten oder sie mit anderen Desks in einer PostgreSQL-Datenbank teilen, postgresql://user@host:port/name; sonst sind sie am Ende vergessen.</translation>
+    </message>
+    <message>
+        <source>%1: changes could not be stored; they will be when the desk is started with this database again</source>
+        <translation>%1: Änderungen konnten nicht gespeichert werden; das geschieht, wenn der Desk wieder mit dieser Datenbank gestartet wird</translation>
+    </message>
+    <message>
+        <source>Import an option chain</source>
+        <translation>Eine Optionskette importieren</translation>
+    </message>
+    <message>
+        <source>Option chains (*.csv *.txt *.tsv);;All files (*)</source>
+        <translation>Optionsketten (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
+    </message>
 </context>
 <context>
     <name>DeskWindow</name>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;Import...</source>
-        <translation>&amp;Importieren...</translation>
-    </message>
-    <message>
-        <source>Import an option chain from a file</source>
-        <translation>Eine Optionskette aus einer Datei importieren</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
@@ -737,18 +756,6 @@
     <message>
         <source>%1 - Option desk</source>
         <translation>%1 - Optionstisch</translation>
-    </message>
-    <message>
-        <source>Import an option chain</source>
-        <translation>Eine Optionskette importieren</translation>
-    </message>
-    <message>
-        <source>Option chains (*.csv *.txt *.tsv);;All files (*)</source>
-        <translation>Optionsketten (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Import</source>
-        <translation>Import</translation>
     </message>
 </context>
 <context>
@@ -970,6 +977,41 @@
     <message>
         <source>Show strikes within so many standard deviations of the forward</source>
         <translation>Strikes so viele Standardabweichungen um den Forward zeigen</translation>
+    </message>
+</context>
+<context>
+    <name>ImportActions</name>
+    <message>
+        <source>&amp;Import...</source>
+        <translation>&amp;Importieren...</translation>
+    </message>
+    <message>
+        <source>Import an option chain from a file</source>
+        <translation>Eine Optionskette aus einer Datei importieren</translation>
+    </message>
+    <message>
+        <source>Ca&amp;ncel</source>
+        <translation>A&amp;bbrechen</translation>
+    </message>
+    <message>
+        <source>Stop the import or the fit that is going on (Escape does, too)</source>
+        <translation>Den laufenden Import oder die laufende Anpassung anhalten (auch mit Escape)</translation>
+    </message>
+    <message>
+        <source>%1 is being imported; import %2 when that is done</source>
+        <translation>%1 wird noch importiert; %2 danach importieren</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>The import of %1 was cancelled; nothing has changed</source>
+        <translation>Der Import von %1 wurde abgebrochen; nichts hat sich geändert</translation>
+    </message>
+    <message>
+        <source>%1 is imported</source>
+        <translation>%1 ist importiert</translation>
     </message>
 </context>
 <context>
@@ -1276,21 +1318,6 @@ es fehlen Preise, aus denen eine Volatilität folgt.</translation>
     </message>
 </context>
 <context>
-    <name>QObject</name>
-    <message>
-        <source>Reading %1</source>
-        <translation>%1 wird gelesen</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
-        <source>Import</source>
-        <translation>Import</translation>
-    </message>
-</context>
-<context>
     <name>QuotesDock</name>
     <message>
         <source>Quotes</source>
@@ -1535,6 +1562,13 @@ Preis %2, %3 vom Kurs
     </message>
 </context>
 <context>
+    <name>SeriesOverlays</name>
+    <message>
+        <source>Fitting smiles</source>
+        <translation>Smiles werden angepasst</translation>
+    </message>
+</context>
+<context>
     <name>SeriesSelector</name>
     <message>
         <source>The underlying</source>
@@ -1573,6 +1607,32 @@ Preis %2, %3 vom Kurs
     <message>
         <source>Underlyings and their expiries</source>
         <translation>Basiswerte und ihre Verfallstage</translation>
+    </message>
+</context>
+<context>
+    <name>SharingStatus</name>
+    <message>
+        <source>Shared database</source>
+        <translation>Geteilte Datenbank</translation>
+    </message>
+    <message>
+        <source>No connection to %1</source>
+        <translation>Keine Verbindung zu %1</translation>
+    </message>
+    <message>
+        <source>1 change waits</source>
+        <translation>1 Änderung wartet</translation>
+    </message>
+    <message>
+        <source>The chains are shared with the other desks on %1.</source>
+        <translation>Die Optionsketten werden mit den anderen Desks auf %1 geteilt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n changes wait</source>
+        <translation>
+            <numerusform>%n Änderung wartet</numerusform>
+            <numerusform>%n Änderungen warten</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1684,6 +1744,21 @@ Preis %2, %3 vom Kurs
     <message>
         <source>Let the arrows pan again</source>
         <translation>Die Pfeiltasten wieder verschieben lassen</translation>
+    </message>
+</context>
+<context>
+    <name>WorkBar</name>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Stop what is going on</source>
+        <translation>Anhalten, was gerade läuft</translation>
     </message>
 </context>
 </TS>

@@ -30,7 +30,8 @@ QList<QCommandLineOption> dataOptions()
                 "Show the series that expires on this <date>; the expiry of a chain that states none."),
             date},
         {CommandOptions::database,
-            DeskTexts::tr("Keep the chains in this SQLite <file>, or share them with other desks in a PostgreSQL "
+            DeskTexts::tr(
+                "Keep the chains in this SQLite <file>, or share them with other desks in a PostgreSQL "
                 "database, postgresql://user@host:port/name; otherwise they are forgotten at the end."),
             file}};
 }

@@ -39,7 +39,7 @@ void SharingStatus::tell()
     const int waiting = m_storage->waitingCommits();
     if (!problem.isEmpty() && waiting > 0)
         text += QStringLiteral(" \u00b7 ")
-            + (waiting == 1 ? tr("1 change waits") : tr("%1 changes wait").arg(waiting));
+            + (waiting == 1 ? tr("1 change waits") : tr("%n changes wait", "", waiting));
     setText(text);
     setToolTip(problem.isEmpty()
             ? tr("The chains are shared with the other desks on %1.").arg(m_storage->place())
