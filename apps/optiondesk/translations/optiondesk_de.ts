@@ -991,7 +991,7 @@
     </message>
     <message>
         <source>Ca&amp;ncel</source>
-        <translation>A&amp;bbrechen</translation>
+        <translation>Abbre&amp;chen</translation>
     </message>
     <message>
         <source>Stop the import or the fit that is going on (Escape does, too)</source>
