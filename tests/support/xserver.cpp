@@ -34,10 +34,11 @@ bool XServer::start(const QStringList& arguments)
         std::fprintf(stderr, "FAIL!  : Xvfb or xdotool is missing\n");
         return false;
     }
+    // A server that starts afresh when its last client leaves may lose the next one, which comes meanwhile.
     m_process.start(QStringLiteral("Xvfb"),
-        QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-            QStringLiteral("0"), QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"),
-            QStringLiteral("tcp")}
+        QStringList{QStringLiteral("-noreset"), QStringLiteral("-displayfd"), QStringLiteral("1"),
+            QStringLiteral("-screen"), QStringLiteral("0"), QStringLiteral("1280x900x24"),
+            QStringLiteral("-nolisten"), QStringLiteral("tcp")}
             + arguments);
     // The number of the display is written once the server accepts connections.
     while (m_process.state() != QProcess::NotRunning && !m_process.canReadLine()) {

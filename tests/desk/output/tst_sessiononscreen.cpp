@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
+#include <cstdlib>
 #include <limits>
 
 /// A day at the desk on an X server, by mouse and keyboard: export, quit, and come back.
@@ -28,7 +29,6 @@ private Q_SLOTS:
 private:
     void start(const QStringList& arguments = QStringList());
     void quit();
-    void focus(const QString& title);
     void answerDialog(const QString& title, const QString& text);
     void exportSvg(const char* name);
     QImage window() const { return m_session->screen().copy(0, 0, 1000, 640); }
@@ -54,6 +54,14 @@ constexpr int patience = 30000;
 constexpr QRgb smileColor = qRgb(0x00, 0x72, 0xb2);
 constexpr QRgb askColor = qRgb(0xcc, 0x79, 0xa7);
 constexpr QRgb red = qRgb(255, 0, 0);
+
+bool areAlike(QRgb first, QRgb second)
+{
+    constexpr int roundingSteps = 4;
+    return std::abs(qRed(first) - qRed(second)) <= roundingSteps
+        && std::abs(qGreen(first) - qGreen(second)) <= roundingSteps
+        && std::abs(qBlue(first) - qBlue(second)) <= roundingSteps;
+}
 
 const QString deskTitle = QStringLiteral("Option desk");
 const QString exportTitle = QStringLiteral("Export the plot");
@@ -88,15 +96,6 @@ QByteArray tst_sessiononscreen::content(const QString& fileName) const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void tst_sessiononscreen::focus(const QString& title)
-{
-    const QByteArray found
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", title}).split('\n').first();
-    QVERIFY(!found.isEmpty());
-    // No window manager does it.
-    m_session->tool({"windowfocus", "--sync", QString::fromLatin1(found)});
-}
-
 // Ends when the window shows its curves and the line at the forward.
 void tst_sessiononscreen::start(const QStringList& arguments)
 {
@@ -104,7 +103,7 @@ void tst_sessiononscreen::start(const QStringList& arguments)
     m_desk.setWorkingDirectory(m_folder->path());
     m_desk.start(QStringLiteral(OPTIONDESK_PROGRAM), arguments);
     QVERIFY(m_desk.waitForStarted(patience));
-    focus(deskTitle);
+    QVERIFY(!m_session->focus(deskTitle).isEmpty());
     // A server that the last program has left puts the cursor in the middle.
     m_session->tool({"mousemove", "1279", "899"});
     QTRY_VERIFY_WITH_TIMEOUT(curvePixels(red) > 200, patience);
@@ -119,7 +118,7 @@ void tst_sessiononscreen::quit()
 
 void tst_sessiononscreen::answerDialog(const QString& title, const QString& text)
 {
-    focus(title);
+    QVERIFY(!m_session->focus(title).isEmpty());
     m_session->press({"ctrl+a"});
     m_session->tool({"type", text});
     m_session->press({"Return"});
@@ -131,7 +130,7 @@ void tst_sessiononscreen::exportSvg(const char* name)
     m_session->press({"ctrl+shift+s"});
     answerDialog(exportTitle, path(name));
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(name)), patience);
-    focus(deskTitle);
+    QVERIFY(!m_session->focus(deskTitle).isEmpty());
 }
 
 void tst_sessiononscreen::exports_data()
@@ -168,7 +167,7 @@ void tst_sessiononscreen::exports()
         QVERIFY(image.width() > 1500 && image.width() < 1800);
         QVERIFY(DeskTest::countPixels(image, smileColor) > 4 * 300);
     }
-    focus(deskTitle);
+    QVERIFY(!m_session->focus(deskTitle).isEmpty());
     quit();
     QCOMPARE(m_desk.readAllStandardError(), QByteArray());
 }
@@ -195,9 +194,9 @@ void tst_sessiononscreen::tellsOfAnExportThatFails()
     start();
     m_session->press({"ctrl+shift+e"});
     answerDialog(exportTitle, QStringLiteral("/proc/table.csv"));
-    focus(QStringLiteral("^Export$|^Export . Option desk$"));
+    QVERIFY(!m_session->focus(QStringLiteral("^Export$|^Export . Option desk$")).isEmpty());
     m_session->press({"Return"});
-    focus(deskTitle);
+    QVERIFY(!m_session->focus(deskTitle).isEmpty());
     quit();
 }
 
@@ -230,7 +229,8 @@ void tst_sessiononscreen::comesBackAsItWas()
     quit();
 }
 
-// Curves that are attached anew are painted in another order, which shows where their soft edges cross.
+// Curves that are attached anew are painted in another order, which rounds the colours otherwise where their
+// soft edges cross: nothing that an eye can see.
 int tst_sessiononscreen::differingPixels(const QImage& first, const QImage& second)
 {
     if (first.size() != second.size())
@@ -238,7 +238,7 @@ int tst_sessiononscreen::differingPixels(const QImage& first, const QImage& seco
     int count = 0;
     for (int y = 0; y < first.height(); ++y) {
         for (int x = 0; x < first.width(); ++x)
-            count += first.pixel(x, y) != second.pixel(x, y) ? 1 : 0;
+            count += areAlike(first.pixel(x, y), second.pixel(x, y)) ? 0 : 1;
     }
     return count;
 }
@@ -254,7 +254,7 @@ void tst_sessiononscreen::comesBackAfterAKill()
     QTRY_VERIFY_WITH_TIMEOUT(curvePixels(askColor) == 0, patience);
     const QImage value = window();
     m_session->press({"ctrl+1"});
-    QTRY_VERIFY_WITH_TIMEOUT(differingPixels(window(), fresh) < 20, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(differingPixels(window(), fresh) == 0, patience);
     m_desk.kill();
     QVERIFY(m_desk.waitForFinished(patience));
     start();

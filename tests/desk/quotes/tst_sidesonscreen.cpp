@@ -75,10 +75,7 @@ void tst_sidesonscreen::init()
     m_desk.setProcessEnvironment(m_session->environment(m_folder->path()));
     m_desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--chain", chain});
     QVERIFY(m_desk.waitForStarted(patience));
-    const QByteArray found
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
-    QVERIFY(!found.isEmpty());
-    m_session->tool({"windowfocus", "--sync", QString::fromLatin1(found)});
+    QVERIFY(!m_session->focus(QStringLiteral("Option desk")).isEmpty());
     QTRY_VERIFY_WITH_TIMEOUT(!swatch().isNull(), patience);
     QTRY_VERIFY_WITH_TIMEOUT(curvePixels() > 200, patience);
 }

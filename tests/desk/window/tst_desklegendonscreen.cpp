@@ -73,10 +73,7 @@ void tst_desklegendonscreen::start(const QStringList& arguments)
     m_desk.setProcessEnvironment(m_session->environment(m_config->path()));
     m_desk.start(QStringLiteral(OPTIONDESK_PROGRAM), arguments);
     QVERIFY(m_desk.waitForStarted(patience));
-    const QByteArray found
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
-    QVERIFY(!found.isEmpty());
-    m_session->tool({"windowfocus", "--sync", QString::fromLatin1(found)});
+    QVERIFY(!m_session->focus(QStringLiteral("Option desk")).isEmpty());
     // The last entry comes last.
     QTRY_VERIFY_WITH_TIMEOUT(!iconOf(forwardColor).isNull(), patience);
 }
@@ -225,11 +222,7 @@ void tst_desklegendonscreen::colorsAcrossRestarts()
     const QPoint icon = iconOf(smileColor);
     m_session->click(icon, 3);
     m_session->press({"c"});
-    const QByteArray dialog
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Colour of the curve Smile"})
-              .trimmed();
-    QVERIFY(!dialog.isEmpty());
-    m_session->tool({"windowfocus", "--sync", QString::fromLatin1(dialog)});
+    QVERIFY(!m_session->focus(QStringLiteral("Colour of the curve Smile")).isEmpty());
     m_session->press({"alt+h"});
     m_session->press({"ctrl+a"});
     m_session->tool({"type", "#7135a8"});
@@ -237,7 +230,7 @@ void tst_desklegendonscreen::colorsAcrossRestarts()
     QTRY_COMPARE_WITH_TIMEOUT(iconOf(violet), icon, patience);
     QTRY_VERIFY_WITH_TIMEOUT(curvePixels(violet) > 300, patience);
     QCOMPARE(curvePixels(smileColor), 0);
-    m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk", "windowfocus", "--sync"});
+    QVERIFY(!m_session->focus(QStringLiteral("Option desk")).isEmpty());
     quit();
     start();
     QTRY_COMPARE_WITH_TIMEOUT(iconOf(violet), icon, patience);

@@ -44,15 +44,11 @@ void tst_optiondeskonscreen::quitsByItsShortcut()
     desk.start(QStringLiteral(OPTIONDESK_PROGRAM), QStringList());
     QVERIFY(desk.waitForStarted(patience));
 
-    const QByteArray found
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
-    QVERIFY(!found.isEmpty());
-    const QString window = QString::fromLatin1(found);
+    const QString window = m_session->focus(QStringLiteral("Option desk"));
+    QVERIFY(!window.isEmpty());
     const QByteArray geometry = m_session->tool({"getwindowgeometry", window});
     QVERIFY2(geometry.contains("1000x640"), geometry);
 
-    // No window manager gives the window the focus.
-    m_session->tool({"windowfocus", "--sync", window});
     m_session->tool({"key", "--clearmodifiers", "ctrl+q"});
     const bool ended = desk.waitForFinished(patience);
     if (!ended) {

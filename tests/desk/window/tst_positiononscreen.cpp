@@ -98,10 +98,7 @@ void tst_positiononscreen::start()
     m_desk.setProcessEnvironment(m_session->environment(m_config->path()));
     m_desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {QStringLiteral("--view"), QStringLiteral("position")});
     QVERIFY(m_desk.waitForStarted(patience));
-    const QByteArray found
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", "Option desk"}).split('\n').first();
-    QVERIFY(!found.isEmpty());
-    m_session->tool({"windowfocus", "--sync", QString::fromLatin1(found)});
+    QVERIFY(!m_session->focus(QStringLiteral("Option desk")).isEmpty());
     QTRY_VERIFY_WITH_TIMEOUT(pixels(forwardColor) > 50, patience);
 }
 

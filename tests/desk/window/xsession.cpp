@@ -1,5 +1,6 @@
 #include "xsession.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QtEndian>
@@ -34,6 +35,22 @@ QByteArray XSession::tool(const QStringList& arguments, const QProcessEnvironmen
     tool.kill();
     tool.waitForFinished();
     return QByteArray();
+}
+
+// A window that comes or goes meanwhile makes a step fail: all of them are then tried again.
+QString XSession::focus(const QString& title) const
+{
+    const QDeadlineTimer deadline(patience);
+    while (!deadline.hasExpired()) {
+        const QString found = QString::fromLatin1(
+            tool({"search", "--onlyvisible", "--name", title}).split('\n').constFirst());
+        if (found.isEmpty())
+            continue;
+        tool({"windowfocus", found});
+        if (QString::fromLatin1(tool({"getwindowfocus", "-f"})).trimmed() == found)
+            return found;
+    }
+    return QString();
 }
 
 void XSession::click(const QPoint& place, int button) const

@@ -20,6 +20,9 @@ public:
     /// Runs xdotool, also in the environment of a child on the server; its output, empty where it fails.
     QByteArray tool(const QStringList& arguments) const { return tool(arguments, environment()); }
     static QByteArray tool(const QStringList& arguments, const QProcessEnvironment& environment);
+    /// Gives the keyboard to the window that has this in its title, as soon as it is there: no window manager
+    /// does it. The window's id; empty where it does not come.
+    QString focus(const QString& title) const;
     /// Then moves the cursor to the lower right corner of the screen, where it covers nothing.
     void click(const QPoint& place, int button = 1) const;
     void press(const QStringList& keys) const;
