@@ -27,12 +27,13 @@ public:
     }
 
 protected:
-    // With Control the wheel zooms the prices wherever it turns.
+    // With Control the wheel zooms the prices alone; over the values it zooms nothing.
     void wheelEvent(QWheelEvent* event) override
     {
+        if (mousePositionOnYScale(event->position()))
+            return;
         QWheelEvent overPrices(event->position(), event->globalPosition(), event->pixelDelta(),
-            event->angleDelta(), event->buttons(), event->modifiers() | Qt::ControlModifier, event->phase(),
-            event->inverted());
+            event->angleDelta(), event->buttons(), Qt::ControlModifier, event->phase(), event->inverted());
         ExamplePlot::wheelEvent(&overPrices);
     }
 

@@ -46,6 +46,7 @@ if(NOT flags)
     package_project(subdirectory subdirectory "-DPLOT2D_SOURCE=${PROJECT_SOURCE_DIR}"
         "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}")
     list(APPEND users package_subdirectory)
+    set_tests_properties(package_subdirectory PROPERTIES TIMEOUT 900)
 endif()
 
 set_tests_properties(${users} PROPERTIES ENVIRONMENT

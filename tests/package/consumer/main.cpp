@@ -1,5 +1,5 @@
-// A program of somebody else's: draws a curve and the line at the quote into a picture, and fails unless both are
-// in it.
+// A program of somebody else's: draws a curve and the line at the quote into a picture, and fails unless both
+// are in it.
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
 
