@@ -24,11 +24,12 @@ void Market::open()
 
 QVector<QPointF> Market::smile(double level)
 {
-    constexpr double step = 0.25;
+    constexpr int perPoint = 4;
     constexpr double atTheMoney = 0.252;
     constexpr double bend = 0.0006;
     QVector<QPointF> samples;
-    for (double strike = lowest; strike <= highest; strike += step) {
+    for (int i = 0; i <= int(highest - lowest) * perPoint; ++i) {
+        const double strike = lowest + double(i) / perPoint;
         const double distance = strike - quote;
         samples.append({strike, level + atTheMoney + bend * distance * distance});
     }

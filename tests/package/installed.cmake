@@ -17,7 +17,8 @@ set_tests_properties(package_install PROPERTIES FIXTURES_SETUP package_prefix)
 
 # package_project(name folder ARGUMENT...) builds the project in the folder and runs its program.
 function(package_project name folder)
-    set(arguments -G "${CMAKE_GENERATOR}" "-DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}" ${ARGN})
+    set(arguments -G "${CMAKE_GENERATOR}" "-DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}"
+        "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}" ${ARGN})
     add_test(NAME package_${name}
         COMMAND ${CMAKE_COMMAND} "-DSOURCE=${CMAKE_CURRENT_SOURCE_DIR}/${folder}"
             "-DBINARY=${CMAKE_CURRENT_BINARY_DIR}/${name}" "-DARGUMENTS=${arguments}"
@@ -43,8 +44,7 @@ set_tests_properties(${users} PROPERTIES FIXTURES_REQUIRED package_prefix)
 
 # The libraries are compiled for this one project, hence only once, and without instruments: one build tree is enough.
 if(NOT flags)
-    package_project(subdirectory subdirectory "-DPLOT2D_SOURCE=${PROJECT_SOURCE_DIR}"
-        "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}")
+    package_project(subdirectory subdirectory "-DPLOT2D_SOURCE=${PROJECT_SOURCE_DIR}")
     list(APPEND users package_subdirectory)
     set_tests_properties(package_subdirectory PROPERTIES TIMEOUT 900)
 endif()
