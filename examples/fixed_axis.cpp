@@ -13,14 +13,14 @@
 
 class FixedPlot : public ExamplePlot {
 public:
-    static constexpr double bottom = 0.2;
-    static constexpr double top = 0.4;
+    static constexpr double bottom = 0.24;
+    static constexpr double top = 0.32;
 
     FixedPlot()
     {
         addCurve("Volatility", 9, QColor(0, 114, 178))->setSamples(Market::smile());
         setAutoScaleEnabled(false);
-        setAxisScale(QwtPlot::yLeft, bottom, top, 0.05);
+        setAxisScale(QwtPlot::yLeft, bottom, top, 0.02);
         canvas()->findChild<PriceBased2dPlotPanner*>()->setAxisEnabled(QwtPlot::yLeft, false);
         // With the auto-scale off this leaves the values' scale alone.
         updateYAxisScale();
