@@ -4,6 +4,7 @@
 #include "replay/quotereplay.h"
 #include "replay/replayfile.h"
 #include "seriestree/seriesdock.h"
+#include "window/chainfiles.h"
 #include "window/commandline.h"
 #include "window/curvechoices.h"
 #include "window/curvelook.h"
@@ -12,6 +13,7 @@
 #include "window/desksettings.h"
 #include "window/desktexts.h"
 #include "window/deskwindow.h"
+#include "window/importactions.h"
 #include "window/platform.h"
 #include "window/positiondesk.h"
 #include "window/session.h"
@@ -94,7 +96,7 @@ void tellOfUnknown(const QStringList& names, int quotes)
 }
 
 std::unique_ptr<QuoteReplay> startReplay(
-    std::unique_ptr<QuoteStream> quotes, int futureIsinId, std::optional<double> speed, QMainWindow& window)
+    std::unique_ptr<QuoteStream> quotes, int futureIsinId, std::optional<double> speed, DeskWindow& window)
 {
     auto replay = std::make_unique<QuoteReplay>(
         ChainTables::find().securities, std::move(quotes), futureIsinId, speed);
@@ -102,7 +104,7 @@ std::unique_ptr<QuoteReplay> startReplay(
     QObject::connect(replay.get(), &QuoteReplay::failed, &window, [&window](const QString& reason) {
         const QString text = DeskTexts::tr("the replay has ended: %1").arg(reason);
         say(text);
-        window.statusBar()->showMessage(Texts::oneLine(text));
+        window.say(text);
     });
     replay->start();
     return replay;
@@ -117,19 +119,43 @@ std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
     auto settings = std::make_unique<DeskSettings>(
         options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile,
         asksForFiles(options) ? DeskSettings::Broken::Leave : DeskSettings::Broken::SetAside);
-    if (!settings->problem().isEmpty())
-        say(settings->problem());
     return settings;
 }
 
-void openPositions(const CommandLine& options, PositionDesk& position)
+// What is wrong with the file of the positions; empty where all is well.
+QString openPositions(const CommandLine& options, PositionDesk& position)
 {
     QString file = options.positionsFile;
     if (file.isEmpty() && options.usesSettings)
         file = Position::PositionFile::userFileName();
-    const QString problem = file.isEmpty() ? QString() : position.setFile(file);
-    if (!problem.isEmpty())
-        say(problem);
+    return file.isEmpty() ? QString() : position.setFile(file);
+}
+
+void keepSession(DeskSession& kept, DeskWindow& window, const DeskData& data, SeriesDock& seriesDock,
+    ChainFiles& chainFiles, const CommandLine& options)
+{
+    WindowSession::keep(kept, window, data, options);
+    kept.keep(
+        QStringLiteral("expiriesNotBeside"), [&seriesDock] { return seriesDock.unchecked(); },
+        [&seriesDock](const QVariant& value) { seriesDock.setUnchecked(value.toStringList()); });
+    // They are read before there is a window. A database has its chains without them.
+    if (options.database.isEmpty())
+        kept.keep(
+            ChainFiles::key(), [&chainFiles] { return chainFiles.names(); }, [](const QVariant&) {});
+}
+
+// The window's part of a run that has one.
+int showWindow(DeskWindow& window, const Session& session, std::unique_ptr<QuoteStream> quotes,
+    const CommandLine& options, const QStringList& problems)
+{
+    if (SharedStorage* const shared = session.data->shared())
+        window.statusBar()->addPermanentWidget(new SharingStatus(*shared, &window));
+    window.show();
+    window.say(problems.join(QStringLiteral(" \u00b7 ")));
+    std::unique_ptr<QuoteReplay> replay;
+    if (quotes)
+        replay = startReplay(std::move(quotes), window.futureIsinId(), options.replaySpeed, window);
+    return QApplication::exec();
 }
 
 int run(const CommandLine& options)
@@ -137,12 +163,16 @@ int run(const CommandLine& options)
     std::unique_ptr<QuoteStream> quotes;
     if (!options.replayFile.isEmpty())
         quotes = std::make_unique<ReplayFile>(options.replayFile);
-    const Session session = openSession(options);
     const std::unique_ptr<DeskSettings> settings = openSettings(options);
+    const Session session
+        = openSession(options, settings ? ChainFiles::ofLastSession(*settings->host()) : QStringList());
+    QStringList problems = session.problems;
+    if (settings)
+        problems.prepend(settings->problem());
     DeskWindow window(*session.data, options.view);
     if (settings)
         window.plot()->choices().setSettings(settings->host());
-    openPositions(options, *window.position());
+    problems.append(openPositions(options, *window.position()));
     window.setAxisMode(options.axisMode);
     // The window's, like all its parts.
     auto* const seriesDock = new SeriesDock(&window);
@@ -150,30 +180,26 @@ int run(const CommandLine& options)
     window.setSmileModel(options.smileModel);
     window.showSeries(session.futureIsinId, session.given);
     window.resize(options.size);
+    ChainFiles chainFiles(session.chainFiles);
+    QObject::connect(
+        window.imports()->importer(), SIGNAL(imported(QString)), &chainFiles, SLOT(add(QString)));
     DeskSession kept(settings ? settings->host() : nullptr);
-    WindowSession::keep(kept, window, *session.data);
-    kept.keep(
-        QStringLiteral("expiriesNotBeside"), [seriesDock] { return seriesDock->unchecked(); },
-        [seriesDock](const QVariant& value) { seriesDock->setUnchecked(value.toStringList()); });
+    keepSession(kept, window, *session.data, *seriesDock, chainFiles, options);
     kept.restore(WindowSession::statedBy(options));
+    problems.removeAll(QString());
+    for (const QString& problem : qAsConst(problems))
+        say(problem);
     const QString notice = Texts::notice(*window.shownSeries());
     if (!notice.isEmpty())
         say(notice);
     if (asksForFiles(options)) {
+        seriesDock->finish();
         const int exitCode = writeFiles(window, options);
         tellOfUnsent(*session.data);
         return exitCode;
     }
-    if (SharedStorage* const shared = session.data->shared())
-        window.statusBar()->addPermanentWidget(new SharingStatus(*shared, &window));
     kept.watch(&window);
-    if (settings && !settings->problem().isEmpty())
-        window.statusBar()->showMessage(Texts::oneLine(settings->problem()));
-    window.show();
-    std::unique_ptr<QuoteReplay> replay;
-    if (quotes)
-        replay = startReplay(std::move(quotes), window.futureIsinId(), options.replaySpeed, window);
-    const int exitCode = QApplication::exec();
+    const int exitCode = showWindow(window, session, std::move(quotes), options, problems);
     tellOfUnsent(*session.data);
     if (settings && !settings->save())
         say(DeskTexts::tr("%1: the settings could not be written").arg(settings->host()->fileName()));

@@ -39,7 +39,9 @@ QImage Picture::take(QWidget& window, const QSize& size)
     window.resize(size);
     window.show();
     QCoreApplication::processEvents();
-    QImage image(size, QImage::Format_RGB32);
+    const double ratio = window.devicePixelRatioF();
+    QImage image((QSizeF(size) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
     image.fill(window.palette().color(QPalette::Window));
     window.render(&image);
     if (!shown) {

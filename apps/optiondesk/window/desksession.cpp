@@ -11,11 +11,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(sessionLog, "optiondesk.session", QtWarningMsg)
 
-QString pathOf(const QString& key)
-{
-    return QStringLiteral("session/") + key;
-}
-
 // A list of one text comes back as a text, and bytes are told apart from none of them.
 bool readTheSame(const QVariant& a, const QVariant& b)
 {
@@ -23,6 +18,11 @@ bool readTheSame(const QVariant& a, const QVariant& b)
     return areBytes ? a.toByteArray() == b.toByteArray() : a.toStringList() == b.toStringList();
 }
 
+}
+
+QString DeskSession::pathOf(const QString& key)
+{
+    return QStringLiteral("session/") + key;
 }
 
 DeskSession::DeskSession(Settings* settings, QObject* parent)

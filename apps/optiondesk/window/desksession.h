@@ -24,6 +24,9 @@ public:
     /// Takes a value that was stored, which may be anything: what cannot be taken changes nothing, silently.
     using Apply = std::function<void(const QVariant& value)>;
 
+    /// Where the settings keep a value.
+    static QString pathOf(const QString& key);
+
     /// The settings must outlive this object; null for a session that is not kept.
     explicit DeskSession(Settings* settings, QObject* parent = nullptr);
 

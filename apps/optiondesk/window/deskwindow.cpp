@@ -67,7 +67,7 @@ void DeskWindow::createFileMenu()
     connect(m_imports, SIGNAL(failed(QString, QString)), this, SLOT(complain(QString, QString)));
     menu.addSeparator();
     m_exports = new ExportActions(m_plot, &menu);
-    connect(m_exports, SIGNAL(done(QString)), statusBar(), SLOT(showMessage(QString)));
+    connect(m_exports, SIGNAL(done(QString)), this, SLOT(say(QString)));
     connect(m_exports, SIGNAL(failed(QString, QString)), this, SLOT(complain(QString, QString)));
     menu.addSeparator();
     connect(addAction(menu, tr("&Quit"), QStringLiteral("Ctrl+Q"), tr("Leave the option desk")),
@@ -246,7 +246,9 @@ void DeskWindow::onPositionChanged()
 
 void DeskWindow::say(const QString& text)
 {
-    statusBar()->showMessage(Texts::oneLine(text));
+    constexpr int milliseconds = 20000;
+    if (!text.isEmpty())
+        statusBar()->showMessage(Texts::oneLine(text), milliseconds);
 }
 
 void DeskWindow::onStoredSeriesChanged()

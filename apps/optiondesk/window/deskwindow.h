@@ -81,6 +81,9 @@ public:
     QMenu& viewMenu() const { return *m_viewMenu; }
 
 public Q_SLOTS:
+    /// Shows a text in the status bar for some time, over what it says of the series; nothing for an empty
+    /// one. Not before the window is shown.
+    void say(const QString& text);
     /// Shows a stored series, or says in the window why that cannot be.
     void chooseSeries(int futureIsinId);
 
@@ -93,7 +96,6 @@ private Q_SLOTS:
     void onSeriesChanged();
     void onStoredSeriesChanged();
     void onPositionChanged();
-    void say(const QString& text);
     void onViewChosen(QAction* action);
     void onAxisModeChosen(QAction* action);
     void onGridToggled(bool shown);

@@ -47,6 +47,16 @@ double largestFactor(int argc, char** argv)
     return factor;
 }
 
+// Files are the same whatever display there is, and need none. What is no option all the same, as the value
+// of another one, costs no more than that.
+bool namesFiles(int argc, char** argv)
+{
+    return std::any_of(argv, argv + argc, [](const char* argument) {
+        const QByteArray text(argument);
+        return text.startsWith("--picture") || text.startsWith("--export");
+    });
+}
+
 // The plot is white, and the colours of the curves are chosen for that. A style of a dark desktop may draw
 // dark whatever the palette.
 void stayLight()
@@ -67,11 +77,12 @@ void Platform::prepare(int argc, char** argv)
     nameRuntimeFolder();
     displayMissing = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-    if (displayMissing)
+    const bool writesFilesOnly = qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && namesFiles(argc, argv);
+    if (displayMissing || writesFilesOnly)
         qputenv("QT_QPA_PLATFORM", offscreen.toLatin1());
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    if (!displayMissing && largestFactor(argc, argv) >= smallestScaledFactor)
+    if (!displayMissing && !writesFilesOnly && largestFactor(argc, argv) >= smallestScaledFactor)
         QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
 }
 

@@ -15,6 +15,8 @@ const auto maximized = QStringLiteral("maximized");
 
 constexpr QSize smallest(200, 150);
 
+constexpr auto placeProperty = "placeWhenNotMaximized";
+
 // Whether a hand can reach the window where a frame mostly has its title.
 bool isReachable(const QRect& frame)
 {
@@ -28,15 +30,24 @@ bool isReachable(const QRect& frame)
     });
 }
 
+// The corner with the frame, the size without.
+QRect placeOf(const QWidget& window)
+{
+    if (!window.isMaximized() && !window.isFullScreen())
+        return {window.pos(), window.size()};
+    // A window that came maximized has not had its frame at the place that it was given.
+    const QRect given = window.property(placeProperty).toRect();
+    if (given == window.normalGeometry())
+        return given;
+    // What is known of another state is without the frame.
+    return window.normalGeometry().translated(window.pos() - window.geometry().topLeft());
+}
+
 }
 
 QStringList WindowPlace::toTexts(const QWidget& window)
 {
-    const bool isNormal = !window.isMaximized() && !window.isFullScreen();
-    // What is known of another state is without the frame.
-    const QPoint frame = window.geometry().topLeft() - window.pos();
-    const QRect place
-        = isNormal ? QRect(window.pos(), window.size()) : window.normalGeometry().translated(-frame);
+    const QRect place = placeOf(window);
     return {QString::number(place.x()), QString::number(place.y()), QString::number(place.width()),
         QString::number(place.height()), window.isMaximized() ? maximized : normal};
 }
@@ -61,6 +72,8 @@ void WindowPlace::restore(QWidget& window, const QStringList& texts)
     if (std::abs(qint64(corner.x())) < farthest && std::abs(qint64(corner.y())) < farthest
         && isReachable(QRect(corner, size)))
         window.move(corner);
-    if (texts.at(State) == maximized)
-        window.setWindowState(Qt::WindowMaximized);
+    if (texts.at(State) != maximized)
+        return;
+    window.setProperty(placeProperty, QRect(window.pos(), size));
+    window.setWindowState(Qt::WindowMaximized);
 }

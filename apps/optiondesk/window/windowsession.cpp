@@ -156,7 +156,8 @@ void keepFiles(DeskSession& session, DeskWindow& window)
 
 }
 
-void WindowSession::keep(DeskSession& session, DeskWindow& window, const DeskData& deskData)
+void WindowSession::keep(
+    DeskSession& session, DeskWindow& window, const DeskData& deskData, const CommandLine& options)
 {
     keepPlace(session, window);
     keepLook(session, window);
@@ -164,7 +165,12 @@ void WindowSession::keep(DeskSession& session, DeskWindow& window, const DeskDat
     keepFiles(session, window);
     session.keep(
         seriesKey, [&] { return seriesTexts(window, deskData); },
-        [&](const QVariant& value) { showSeries(window, deskData, value.toStringList()); });
+        [&, hasChain = !options.chainFile.isEmpty()](const QVariant& value) {
+            const QStringList texts = value.toStringList();
+            // A chain just given is the one to see, at the expiry that was seen of it last.
+            if (!hasChain || texts.value(0) == window.shownSeries()->data.baseCode)
+                showSeries(window, deskData, texts);
+        });
     // It is one of the view and the series.
     session.keep(
         QStringLiteral("zoom"), [&] { return zoomTexts(window); },
@@ -182,7 +188,7 @@ QStringList WindowSession::statedBy(const CommandLine& options)
         keys << smileKey;
     if (options.statesSize || asksForFiles(options))
         keys << placeKey;
-    if (!options.chainFile.isEmpty() || options.expiry.isValid())
+    if (options.forward || options.expiry.isValid())
         keys << seriesKey;
     return keys;
 }

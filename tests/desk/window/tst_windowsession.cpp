@@ -76,7 +76,7 @@ void tst_windowsession::start(const CommandLine& options)
     m_window->showSeries(m_first, SeriesFacts());
     m_window->resize(600, 400);
     m_session = std::make_unique<DeskSession>(m_settings.get());
-    WindowSession::keep(*m_session, *m_window, *m_data);
+    WindowSession::keep(*m_session, *m_window, *m_data, options);
     m_session->restore(WindowSession::statedBy(options));
     m_session->watch(m_window.get());
     m_window->show();
