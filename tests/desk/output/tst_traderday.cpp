@@ -37,11 +37,11 @@ private:
     QProcess m_desk;
 };
 
-const QRect tst_traderday::plotArea(180, 62, 820, 450);
+const QRect tst_traderday::plotArea(180, 62, 820, 505);
 
 namespace {
 
-constexpr int patience = 60000;
+constexpr int patience = 30000;
 
 constexpr QRgb smileColor = qRgb(0x00, 0x72, 0xb2);
 constexpr QRgb pointColor = qRgb(0xe6, 0x9f, 0x00);
@@ -87,12 +87,15 @@ void tst_traderday::cleanup()
     m_desk.waitForFinished();
 }
 
-// No window manager does it.
+// No window manager does it. A search fails where a window goes in its midst.
 void tst_traderday::focus(const QString& title)
 {
-    const QByteArray found
-        = m_session->tool({"search", "--sync", "--onlyvisible", "--name", title}).split('\n').first();
-    QVERIFY(!found.isEmpty());
+    QByteArray found;
+    const auto find = [&] {
+        found = m_session->tool({"search", "--sync", "--onlyvisible", "--name", title}).split('\n').first();
+        return !found.isEmpty();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(find(), patience);
     m_session->tool({"windowfocus", "--sync", QString::fromLatin1(found)});
 }
 
@@ -168,7 +171,8 @@ QPoint tst_traderday::pointNear(const QPoint& place) const
 void tst_traderday::zoomByWheel()
 {
     const QImage before = plot();
-    const QPoint place = plotArea.center();
+    const QPoint place = pointNear(plotArea.center());
+    QVERIFY(!place.isNull());
     m_session->tool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "4",
         "click", "4", "click", "4", "mousemove", "1279", "899"});
     constexpr int many = 2000;
@@ -179,9 +183,10 @@ void tst_traderday::zoomByWheel()
 void tst_traderday::readAValue()
 {
     const QImage before = plot();
-    const QPoint point = pointNear(plotArea.center());
-    QVERIFY(!point.isNull());
-    const QPoint other = pointNear(plotArea.center() - QPoint(150, 0));
+    // Away from the edges, where the text would have to move.
+    const QPoint point = pointNear(plotArea.center() + QPoint(200, 0));
+    const QPoint other = pointNear(plotArea.center() - QPoint(200, 0));
+    QVERIFY(!point.isNull() && !other.isNull());
     QVERIFY((other - point).manhattanLength() > 100);
     constexpr int textPixels = 500;
     m_session->tool({"mousemove", QString::number(point.x()), QString::number(point.y())});

@@ -12,8 +12,8 @@ constexpr int patience = 60000;
 
 bool XSession::start()
 {
-    // The screen is a file.
-    return m_server.start({QStringLiteral("-fbdir"), m_folder.path()});
+    // The screen is a file. A server that starts anew when its last program leaves would turn away the next one.
+    return m_server.start({QStringLiteral("-fbdir"), m_folder.path(), QStringLiteral("-noreset")});
 }
 
 QProcessEnvironment XSession::environment(const QString& configFolder) const
