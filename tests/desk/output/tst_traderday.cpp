@@ -75,7 +75,8 @@ void tst_traderday::initTestCase()
     if (!XServer::isPossible())
         QSKIP("Xvfb or xdotool is not there");
     m_session = std::make_unique<XSession>();
-    QVERIFY(m_session->start());
+    // A server that starts anew when its last program leaves would turn away the one of the next morning.
+    QVERIFY(m_session->start({QStringLiteral("-noreset")}));
     QVERIFY(m_folder.isValid());
 }
 

@@ -10,10 +10,10 @@ constexpr int patience = 60000;
 
 }
 
-bool XSession::start()
+bool XSession::start(const QStringList& arguments)
 {
-    // The screen is a file. A server that starts anew when its last program leaves would turn away the next one.
-    return m_server.start({QStringLiteral("-fbdir"), m_folder.path(), QStringLiteral("-noreset")});
+    // The screen is a file.
+    return m_server.start(QStringList{QStringLiteral("-fbdir"), m_folder.path()} + arguments);
 }
 
 QProcessEnvironment XSession::environment(const QString& configFolder) const

@@ -10,8 +10,8 @@
 /// An X server of the test's own, without a window manager, and a user at its mouse and keyboard.
 class XSession {
 public:
-    /// Starts the server; false if it does not come up.
-    bool start();
+    /// Starts the server, with more arguments; false if it does not come up.
+    bool start(const QStringList& arguments = QStringList());
 
     /// That of a program on the server, which keeps its settings in the folder, for all programs if it is
     /// empty.
