@@ -127,16 +127,14 @@ void tst_guide::linksFilesThatAreThere()
 
 void tst_guide::namesEveryOption()
 {
-    QStringList expected{
-        QStringLiteral("--help"), QStringLiteral("--help-all"), QStringLiteral("--version")};
+    QStringList expected{QStringLiteral("--help"), QStringLiteral("--help-all"), QStringLiteral("--version")};
     const QList<QCommandLineOption> options = CommandOptions::all();
     for (const QCommandLineOption& option : options)
         expected.append(QStringLiteral("--") + option.names().constFirst());
     expected.sort();
     // What other programs take is no option of the desk.
     QString text = m_guide;
-    text.remove(QRegularExpression(
-        QStringLiteral("^.*tools/make_.*$"), QRegularExpression::MultilineOption));
+    text.remove(QRegularExpression(QStringLiteral("^.*tools/make_.*$"), QRegularExpression::MultilineOption));
     QCOMPARE(captures(text, QStringLiteral("(--[a-z][a-z-]*)")), expected);
 }
 

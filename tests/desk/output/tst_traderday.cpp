@@ -5,8 +5,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-/// A trader's day on an X server, as one who sees the screen and has a mouse and a keyboard lives it: import a
-/// chain, zoom, read a value, hide a curve, export, quit, and find all as it was the next morning.
+/// A trader's day on an X server, as one who sees the screen and has a mouse and a keyboard lives it: import
+/// a chain, zoom, read a value, hide a curve, export, quit, and find all as it was the next morning.
 class tst_traderday : public QObject {
     Q_OBJECT
 
@@ -195,7 +195,8 @@ void tst_traderday::readAValue()
     const QImage first = plot();
     m_session->tool({"mousemove", QString::number(other.x()), QString::number(other.y())});
     QTRY_VERIFY_WITH_TIMEOUT(
-        differingPixels(plot(), first) > textPixels && differingPixels(plot(), before) > textPixels, patience);
+        differingPixels(plot(), first) > textPixels && differingPixels(plot(), before) > textPixels,
+        patience);
     m_session->tool({"mousemove", "1279", "899"});
     QTRY_VERIFY_WITH_TIMEOUT(plot() == before, patience);
 }
