@@ -667,10 +667,6 @@
         <translation>Import</translation>
     </message>
     <message>
-        <source>Keep the chains in this SQLite &lt;file&gt;, or share them with other desks in a PostgreSQL database, postgresql://user@host:port/name; otherwise they are forgotten at the end.</source>
-        <translation>Die Optionsketten in dieser SQLite-Datei &lt;file&gt; behalten oder sie mit anderen Desks in einer PostgreSQL-Datenbank teilen, postgresql://user@host:port/name; sonst sind sie am Ende vergessen.</translation>
-    </message>
-    <message>
         <source>%1: changes could not be stored; they will be when the desk is started with this database again</source>
         <translation>%1: Änderungen konnten nicht gespeichert werden; das geschieht, wenn der Desk wieder mit dieser Datenbank gestartet wird</translation>
     </message>
@@ -681,6 +677,10 @@
     <message>
         <source>Option chains (*.csv *.txt *.tsv);;All files (*)</source>
         <translation>Optionsketten (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Keep the chains in this SQLite &lt;file&gt;, or share them with other desks in a PostgreSQL database, postgresql://user@host:port/name; otherwise the files they came from are read again at the next start.</source>
+        <translation>Die Optionsketten in dieser SQLite-Datei &lt;file&gt; behalten oder sie mit anderen Desks in einer PostgreSQL-Datenbank teilen, postgresql://user@host:port/name; sonst werden beim nächsten Start die Dateien wieder gelesen, aus denen sie kamen.</translation>
     </message>
 </context>
 <context>
@@ -1135,6 +1135,10 @@
     <message>
         <source>the printer has failed</source>
         <translation>der Drucker hat versagt</translation>
+    </message>
+    <message>
+        <source>%1: it is no file</source>
+        <translation>%1: das ist keine Datei</translation>
     </message>
 </context>
 <context>

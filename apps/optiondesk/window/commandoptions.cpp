@@ -32,7 +32,8 @@ QList<QCommandLineOption> dataOptions()
         {CommandOptions::database,
             DeskTexts::tr(
                 "Keep the chains in this SQLite <file>, or share them with other desks in a PostgreSQL "
-                "database, postgresql://user@host:port/name; otherwise they are forgotten at the end."),
+                "database, postgresql://user@host:port/name; otherwise the files they came from are read "
+                "again at the next start."),
             file}};
 }
 
