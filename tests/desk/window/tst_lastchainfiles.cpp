@@ -11,7 +11,7 @@
 #include <QTemporaryDir>
 
 /// The chains of a desk without a database come back from their files.
-class tst_chainfiles : public QObject {
+class tst_lastchainfiles : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -32,7 +32,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-void tst_chainfiles::areInOrder()
+void tst_lastchainfiles::areInOrder()
 {
     ChainFiles files({QStringLiteral("/a.csv"), QStringLiteral("/b.csv")});
     files.add(QStringLiteral("/c.csv"));
@@ -42,7 +42,7 @@ void tst_chainfiles::areInOrder()
     QCOMPARE(files.names().last(), QDir::current().absoluteFilePath(QStringLiteral("d.csv")));
 }
 
-void tst_chainfiles::areNotMoreThanAFew()
+void tst_lastchainfiles::areNotMoreThanAFew()
 {
     ChainFiles files({});
     for (int i = 0; i < 30; ++i)
@@ -52,7 +52,7 @@ void tst_chainfiles::areNotMoreThanAFew()
     QCOMPARE(files.names().last(), QStringLiteral("/29.csv"));
 }
 
-void tst_chainfiles::comeFromTheSettings()
+void tst_lastchainfiles::comeFromTheSettings()
 {
     Settings settings(m_folder.filePath(QStringLiteral("s.ini")));
     QCOMPARE(ChainFiles::ofLastSession(settings), QStringList());
@@ -60,7 +60,7 @@ void tst_chainfiles::comeFromTheSettings()
     QCOMPARE(ChainFiles::ofLastSession(settings), QStringList({"/a.csv", "/b.csv"}));
 }
 
-void tst_chainfiles::areReadAgain()
+void tst_lastchainfiles::areReadAgain()
 {
     const QStringList files{write("FIRST.csv"), write("SECOND.csv")};
     const Session session = openSession(CommandLine(), files);
@@ -73,7 +73,7 @@ void tst_chainfiles::areReadAgain()
     QCOMPARE(codes, QStringList({"FIRST", "SECOND"}));
 }
 
-void tst_chainfiles::thatAreGoneAreTold()
+void tst_lastchainfiles::thatAreGoneAreTold()
 {
     const QString kept = write("KEPT.csv");
     const QString gone = m_folder.filePath(QStringLiteral("gone.csv"));
@@ -84,7 +84,7 @@ void tst_chainfiles::thatAreGoneAreTold()
     QCOMPARE(session.data->series().size(), 1);
 }
 
-void tst_chainfiles::areNotReadBesideADatabase()
+void tst_lastchainfiles::areNotReadBesideADatabase()
 {
     CommandLine options;
     options.database = m_folder.filePath(QStringLiteral("d.sqlite"));
@@ -96,7 +96,7 @@ void tst_chainfiles::areNotReadBesideADatabase()
         QVERIFY(series.baseCode != QStringLiteral("OTHER"));
 }
 
-void tst_chainfiles::giveWayToAChain()
+void tst_lastchainfiles::giveWayToAChain()
 {
     CommandLine options;
     options.chainFile = write("GIVEN.csv");
@@ -106,5 +106,5 @@ void tst_chainfiles::giveWayToAChain()
     QCOMPARE(session.data->series().first().baseCode, QStringLiteral("GIVEN"));
 }
 
-PLOT2D_TEST_MAIN(tst_chainfiles)
-#include "tst_chainfiles.moc"
+PLOT2D_TEST_MAIN(tst_lastchainfiles)
+#include "tst_lastchainfiles.moc"
