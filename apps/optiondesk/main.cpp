@@ -165,7 +165,7 @@ int run(const CommandLine& options)
         quotes = std::make_unique<ReplayFile>(options.replayFile);
     const std::unique_ptr<DeskSettings> settings = openSettings(options);
     const Session session
-        = openSession(options, settings ? ChainFiles::ofLastSession(*settings->host()) : QStringList());
+        = openSession(options, ChainFiles::ofLastSession(settings ? settings->host() : nullptr));
     QStringList problems = session.problems;
     if (settings)
         problems.prepend(settings->problem());

@@ -6,9 +6,9 @@
 
 #include <QFileInfo>
 
-QStringList ChainFiles::ofLastSession(const Settings& settings)
+QStringList ChainFiles::ofLastSession(const Settings* settings)
 {
-    return settings.value(DeskSession::pathOf(key())).toStringList();
+    return settings ? settings->value(DeskSession::pathOf(key())).toStringList() : QStringList();
 }
 
 ChainFiles::ChainFiles(const QStringList& names, QObject* parent)

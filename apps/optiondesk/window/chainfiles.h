@@ -14,8 +14,8 @@ public:
     /// Of the name that the list is kept by in a session.
     static QString key() { return QStringLiteral("chainFiles"); }
 
-    /// What the session before had; empty if there was none.
-    static QStringList ofLastSession(const Settings& settings);
+    /// What the session before had; empty if there was none, or there are no settings.
+    static QStringList ofLastSession(const Settings* settings);
 
     explicit ChainFiles(const QStringList& names, QObject* parent = nullptr);
 

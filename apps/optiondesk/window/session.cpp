@@ -4,6 +4,7 @@
 #include "window/texts.h"
 
 #include <chain/chainreader.h>
+#include <chain/samplechains.h>
 #include <database/exception.h>
 
 namespace {
@@ -36,8 +37,11 @@ Session openSession(const CommandLine& options, const QStringList& lastFiles)
         const QStringList files = options.database.isEmpty() ? lastFiles : QStringList();
         for (const QString& file : files)
             importAgain(file, &session);
-        if (session.data->isEmpty())
+        if (session.data->isEmpty()) {
             session.data->importSamples();
+            if (options.database.isEmpty())
+                session.chainFiles = sampleChainFiles();
+        }
         session.futureIsinId = session.data->firstSeries(session.given);
         return session;
     }

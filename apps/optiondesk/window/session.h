@@ -12,7 +12,7 @@ struct Session {
     std::unique_ptr<DeskData> data;
     int futureIsinId = 0;
     SeriesFacts given;
-    /// Those that chains were read from.
+    /// Those that chains were read from, the bundled samples too; none of a database.
     QStringList chainFiles;
     /// What the user should know of those that could not be read, a line each.
     QStringList problems;

@@ -20,13 +20,15 @@ private Q_SLOTS:
     void comeFromTheSettings();
     void areReadAgain();
     void thatAreGoneAreTold();
+    void samplesComeBackAsWell();
     void areNotReadBesideADatabase();
     void giveWayToAChain();
 
 private:
     QString write(const char* name) const
     {
-        return DeskTest::write(m_folder.filePath(QString::fromLatin1(name)), DeskTest::csv());
+        return DeskTest::write(m_folder.filePath(QString::fromLatin1(name)),
+            DeskTest::csv().replace("TEST", QByteArray(name).chopped(4)));
     }
 
     QTemporaryDir m_folder;
@@ -55,9 +57,10 @@ void tst_lastchainfiles::areNotMoreThanAFew()
 void tst_lastchainfiles::comeFromTheSettings()
 {
     Settings settings(m_folder.filePath(QStringLiteral("s.ini")));
-    QCOMPARE(ChainFiles::ofLastSession(settings), QStringList());
+    QCOMPARE(ChainFiles::ofLastSession(nullptr), QStringList());
+    QCOMPARE(ChainFiles::ofLastSession(&settings), QStringList());
     settings.setValue(QStringLiteral("session/chainFiles"), QStringList{"/a.csv", "/b.csv"});
-    QCOMPARE(ChainFiles::ofLastSession(settings), QStringList({"/a.csv", "/b.csv"}));
+    QCOMPARE(ChainFiles::ofLastSession(&settings), QStringList({"/a.csv", "/b.csv"}));
 }
 
 void tst_lastchainfiles::areReadAgain()
@@ -82,6 +85,15 @@ void tst_lastchainfiles::thatAreGoneAreTold()
     QCOMPARE(session.problems.size(), 1);
     QVERIFY2(session.problems.first().contains(gone), qPrintable(session.problems.first()));
     QCOMPARE(session.data->series().size(), 1);
+}
+
+void tst_lastchainfiles::samplesComeBackAsWell()
+{
+    const QStringList first = openSession(CommandLine()).chainFiles;
+    QVERIFY(!first.isEmpty());
+    const Session second = openSession(CommandLine(), first);
+    QCOMPARE(second.chainFiles, first);
+    QCOMPARE(second.problems, QStringList());
 }
 
 void tst_lastchainfiles::areNotReadBesideADatabase()
