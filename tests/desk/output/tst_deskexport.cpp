@@ -24,6 +24,9 @@ private Q_SLOTS:
     void writesWhatTheSessionShowed();
     void isTheSameTableInEveryLocale();
     void needsNoDisplay();
+    void needsNoDisplayThatAnswers();
+    void hasTheOtherExpiries();
+    void keepsTheScale();
     void refusesBadOptions_data();
     void refusesBadOptions();
     void failsAndKeepsTheOldFile_data();
@@ -141,6 +144,38 @@ void tst_deskexport::needsNoDisplay()
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QByteArray());
     QVERIFY(content("a.pdf").startsWith("%PDF"));
+}
+
+void tst_deskexport::needsNoDisplayThatAnswers()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":65000"));
+    const DeskRun result = runDesk({"--export", "a.pdf"}, m_folder->path(), environment);
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(content("a.pdf").startsWith("%PDF"));
+}
+
+// Their smiles are fitted beside all else, and waited for.
+void tst_deskexport::hasTheOtherExpiries()
+{
+    QCOMPARE(run({"--export", "a.csv"}).exitCode, 0);
+    const QByteArray head = content("a.csv").split('\n').first();
+    QVERIFY2(head.contains(",21 Jun 2024") && head.contains(",20 Sep 2024"), head);
+}
+
+void tst_deskexport::keepsTheScale()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("1.5"));
+    const DeskRun result
+        = runDesk({"--picture", "a.png", "--size", "800x500"}, m_folder->path(), environment);
+    QCOMPARE(result.exitCode, 0);
+    const QImage image(path("a.png"));
+    QCOMPARE(image.size(), QSize(1200, 750));
+    // The line of the quote is one pixel of the screen's wide.
+    constexpr QRgb forwardColor = qRgb(255, 0, 0);
+    QVERIFY(DeskTest::countPixels(image, forwardColor) > 200);
 }
 
 void tst_deskexport::refusesBadOptions_data()

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void keepsTheOldFileOnAFullDisk_data();
     void keepsTheOldFileOnAFullDisk();
     void survivesBeingKilled();
+    void leavesAPipeWhatItIs();
 
 private:
     QString path(const char* name) const { return m_folder->filePath(QString::fromLatin1(name)); }
@@ -261,6 +262,16 @@ void tst_wholefile::survivesBeingKilled()
                                .arg(now.size())));
         }
     }
+}
+
+void tst_wholefile::leavesAPipeWhatItIs()
+{
+    const QByteArray pipe = QFile::encodeName(path("pipe"));
+    QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+    QVERIFY(reasonOfFailure(path("pipe"), "content").contains(path("pipe")));
+    struct stat status { };
+    QCOMPARE(stat(pipe.constData(), &status), 0);
+    QVERIFY(S_ISFIFO(status.st_mode));
 }
 
 PLOT2D_TEST_MAIN(tst_wholefile)
