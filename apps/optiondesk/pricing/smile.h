@@ -49,7 +49,10 @@ public:
     double minStrike() const;
     double maxStrike() const;
 
-    /// The largest and the root mean square distance of the curve from the points, as volatilities.
+    /// The largest and the root mean square distance of the curve from the points, as volatilities. The mean
+    /// is weighted by the inverse squares of the points' volatilityError, that is, by the vega over the
+    /// distance of bid and ask or the price step: far strikes, whose volatilities say next to nothing, do not
+    /// count in it.
     double maxError() const;
     double rmsError() const;
 
