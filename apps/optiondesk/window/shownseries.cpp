@@ -23,7 +23,8 @@ constexpr double visibleDeviations = 3.5;
 // Of the width, on each side.
 constexpr double margin = 0.02;
 
-// With the discount factor of the expiry, which parity gives whoever states the forward.
+// With the discount factor of the expiry, which parity gives whoever states the forward. A stated one moves
+// with each tick of the future, ahead of the options: it would bend the line, so it is not asked.
 double findForward(const std::optional<double>& given, ShownSeries* series)
 {
     const OptionSeries& options = series->data.options;
@@ -34,8 +35,7 @@ double findForward(const std::optional<double>& given, ShownSeries* series)
         series->forwardSource = source;
         return true;
     };
-    const double discount
-        = Pricing::parityDiscount(options, series->data.priceStep, given ? given : options.forward);
+    const double discount = Pricing::parityDiscount(options, series->data.priceStep, given);
     if (!take(given, ForwardSource::Given) && !take(options.forward, ForwardSource::Stated)
         && !take(Pricing::parityForward(options, discount), ForwardSource::Parity))
         throw Exception(
