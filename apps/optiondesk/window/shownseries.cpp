@@ -23,6 +23,16 @@ constexpr double visibleDeviations = 3.5;
 // Of the width, on each side.
 constexpr double margin = 0.02;
 
+// What a quotient adds behind a tenth of the last decimal is noise, and would be read off the axis.
+std::optional<double> rounded(const std::optional<double>& forward, int decimals)
+{
+    if (!forward)
+        return std::nullopt;
+    const double factor = std::pow(10.0, decimals + 1);
+    const double result = std::round(*forward * factor) / factor;
+    return result > 0.0 && std::isfinite(result) ? result : *forward;
+}
+
 // With the discount factor of the expiry, which parity gives whoever states the forward. A stated one moves
 // with each tick of the future, ahead of the options: it would bend the line, so it is not asked.
 double findForward(const std::optional<double>& given, ShownSeries* series)
@@ -37,7 +47,8 @@ double findForward(const std::optional<double>& given, ShownSeries* series)
     };
     const double discount = Pricing::parityDiscount(options, series->data.priceStep, given);
     if (!take(given, ForwardSource::Given) && !take(options.forward, ForwardSource::Stated)
-        && !take(Pricing::parityForward(options, discount), ForwardSource::Parity))
+        && !take(
+            rounded(Pricing::parityForward(options, discount), series->data.decimals), ForwardSource::Parity))
         throw Exception(
             DeskTexts::tr("%1: no forward is stated, and no strike has the prices of a call and a "
                           "put to take it from; --forward gives one")

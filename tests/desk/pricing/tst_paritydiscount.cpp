@@ -13,6 +13,8 @@ using namespace PricingTest;
 using Pricing::Market;
 using Pricing::parityDiscount;
 
+Q_DECLARE_METATYPE(OptionSeries)
+
 namespace {
 
 const decimal cent = decimal::fromUnits(1, 2);
@@ -335,8 +337,6 @@ void tst_paritydiscount::indexCallsAndPutsAgree()
     }
     QCOMPARE(seen, 2);
 }
-
-Q_DECLARE_METATYPE(OptionSeries)
 
 PLOT2D_TEST_MAIN(tst_paritydiscount)
 #include "tst_paritydiscount.moc"
