@@ -151,8 +151,13 @@ QVector<double> Profile::corners() const
 double Profile::lastSlope() const
 {
     double slope = 0.0;
-    for (const ValuedLeg& leg : m_legs)
-        slope += leg.leg.kind == LegKind::Put ? 0.0 : leg.leg.quantity * leg.ratio;
+    for (const ValuedLeg& leg : m_legs) {
+        const double slopeOfOne = leg.leg.kind == LegKind::Put ? 0.0 : leg.leg.quantity * leg.ratio;
+        // A call of a later expiry is worth its intrinsic value of then, discounted.
+        const bool isPaidLater = leg.leg.kind == LegKind::Call && leg.market.time - m_horizon > sameTime;
+        slope += isPaidLater ? slopeOfOne * std::exp(-leg.market.rate * (leg.market.time - m_horizon))
+                             : slopeOfOne;
+    }
     return slope;
 }
 

@@ -13,17 +13,17 @@ namespace {
 constexpr double daysPerYear = 365.0;
 constexpr double fewestPriceSteps = 5.0;
 
-// The time that one option implies.
-std::optional<double> quoteTime(const OptionQuote& quote, double forward, double lowestPrice)
+// The time that one option implies, valued with a market of one year.
+std::optional<double> quoteTime(const OptionQuote& quote, const Market& year, double lowestPrice)
 {
     const double strike = quote.strike.toDouble();
     const std::optional<double> price = quote.price();
     const double stated = quote.volatility.value_or(0.0);
     if (!price || *price < lowestPrice || !std::isfinite(stated) || stated <= 0.0
-        || quote.type != outOfTheMoneyType(strike, forward))
+        || quote.type != outOfTheMoneyType(strike, year.forward))
         return std::nullopt;
     // Over one year the volatility is the total standard deviation.
-    const ImpliedVolatility stdDev = impliedVolatility(quote.type, strike, {forward, 1.0}, price);
+    const ImpliedVolatility stdDev = impliedVolatility(quote.type, strike, year, price);
     if (!stdDev.volatility)
         return std::nullopt;
     const double rootTime = *stdDev.volatility / stated;
@@ -40,15 +40,17 @@ std::optional<double> timeToExpiry(const QDate& asOf, const QDate& expiry)
     return static_cast<double>(asOf.daysTo(expiry)) / daysPerYear;
 }
 
-std::optional<double> inferTime(const OptionSeries& series, double forward, const decimal& priceStep)
+std::optional<double> inferTime(
+    const OptionSeries& series, double forward, const decimal& priceStep, double discount)
 {
-    if (!std::isfinite(forward) || forward <= 0.0 || priceStep <= decimal::zero)
+    const Market year{forward, 1.0, -std::log(discount)};
+    if (!year.isValid() || priceStep <= decimal::zero)
         return std::nullopt;
     // A shade lower, so that a price of exactly five steps is not lost to the product's rounding.
     const double lowestPrice = fewestPriceSteps * priceStep.toDouble() * (1.0 - 1e-9);
     std::vector<double> times;
     for (const OptionQuote& quote : series.quotes) {
-        if (const std::optional<double> time = quoteTime(quote, forward, lowestPrice))
+        if (const std::optional<double> time = quoteTime(quote, year, lowestPrice))
             times.push_back(*time);
     }
     return median(times);

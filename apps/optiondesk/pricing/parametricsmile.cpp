@@ -28,30 +28,51 @@ QuantLib::ext::shared_ptr<QuantLib::EndCriteria> endCriteria()
 // A good enough error ends the search; with one guess there is no other one anyway.
 constexpr double acceptedError = 0.002;
 
-Function fittedSvi(
-    const std::vector<double>& strikes, const std::vector<double>& volatilities, const Market& market)
+// Weighs with the square of the vega, so that the sum of squares is one of prices, which QuantLib's own fits
+// would weigh with the vega: enough to let the worthless strikes of a wing, which are many, prevail.
+template <typename Model> struct PriceWeighted : Model {
+    QuantLib::Real weight(QuantLib::Real strike, QuantLib::Real forward, QuantLib::Real stdDev,
+        const std::vector<QuantLib::Real>& additional)
+    {
+        const QuantLib::Real vega = Model::weight(strike, forward, stdDev, additional);
+        return vega * vega;
+    }
+};
+
+// The parameters of a model with the given first guesses, unknown ones being QuantLib's.
+template <typename Model>
+std::vector<double> fittedParameters(const SmilePoints& points, const Market& market,
+    const std::vector<double>& first, const std::vector<bool>& isFixed,
+    const std::vector<double>& additional = {})
 {
-    QuantLib::SviInterpolation fit(strikes.begin(), strikes.end(), volatilities.begin(), market.time,
-        market.forward, unknown, unknown, unknown, unknown, unknown, false, false, false, false, false, true,
-        endCriteria(), nullptr, acceptedError, false, guesses);
+    using Iterator = std::vector<double>::const_iterator;
+    QuantLib::detail::XABRInterpolationImpl<Iterator, Iterator, PriceWeighted<Model>> fit(
+        points.strikes.begin(), points.strikes.end(), points.volatilities.begin(), market.time,
+        market.forward, first, isFixed, true, endCriteria(), nullptr, acceptedError, false, guesses,
+        additional);
     fit.update();
-    return
-        [a = fit.a(), b = fit.b(), sigma = fit.sigma(), rho = fit.rho(), m = fit.m(), market](double strike) {
-            const double distance = std::log(strike / market.forward) - m;
-            const double variance = a + b * (rho * distance + std::sqrt(distance * distance + sigma * sigma));
-            return std::sqrt(variance / market.time);
-        };
+    return fit.params_;
 }
 
-Function fittedSabr(
-    const std::vector<double>& strikes, const std::vector<double>& volatilities, const Market& market)
+Function fittedSvi(const SmilePoints& points, const Market& market)
+{
+    const std::vector<double> fitted = fittedParameters<QuantLib::detail::SviSpecs>(
+        points, market, std::vector<double>(5, unknown), std::vector<bool>(5, false));
+    return [a = fitted[0], b = fitted[1], sigma = fitted[2], rho = fitted[3], m = fitted[4], market](
+               double strike) {
+        const double distance = std::log(strike / market.forward) - m;
+        const double variance = a + b * (rho * distance + std::sqrt(distance * distance + sigma * sigma));
+        return std::sqrt(variance / market.time);
+    };
+}
+
+Function fittedSabr(const SmilePoints& points, const Market& market)
 {
     constexpr double beta = 1.0;
-    QuantLib::SABRInterpolation fit(strikes.begin(), strikes.end(), volatilities.begin(), market.time,
-        market.forward, unknown, beta, unknown, unknown, false, true, false, false, true, endCriteria(),
-        nullptr, acceptedError, false, guesses);
-    fit.update();
-    return [alpha = fit.alpha(), nu = fit.nu(), rho = fit.rho(), market](double strike) {
+    constexpr double shift = 0.0;
+    const std::vector<double> fitted = fittedParameters<QuantLib::detail::SABRSpecs>(
+        points, market, {unknown, beta, unknown, unknown}, {false, true, false, false}, {shift});
+    return [alpha = fitted[0], nu = fitted[2], rho = fitted[3], market](double strike) {
         return QuantLib::unsafeSabrVolatility(
             strike, market.forward, market.time, alpha, beta, nu, rho, QuantLib::ShiftedLognormal);
     };
@@ -94,8 +115,7 @@ Function parametricSmile(SmileModel model, const SmilePoints& points, const Mark
         SmilePoints used = precisePoints(points);
         if (used.strikes.size() < 2 * parameters)
             used = points;
-        Function fitted = model == SmileModel::Svi ? fittedSvi(used.strikes, used.volatilities, market)
-                                                   : fittedSabr(used.strikes, used.volatilities, market);
+        Function fitted = model == SmileModel::Svi ? fittedSvi(used, market) : fittedSabr(used, market);
         return isSound(fitted, points.strikes.front(), points.strikes.back()) ? fitted : nullptr;
     } catch (const std::exception&) {
         return nullptr;

@@ -26,9 +26,9 @@ struct SmilePoints {
 };
 
 /// The volatility over strikes of a model whose parameters QuantLib has fitted to the points by least squares
-/// weighted with their vegas, from one guess, so that equal points give equal smiles. Points whose error is
-/// above half a volatility point are left out where enough others remain: in far wings, where the prices are
-/// a few steps, they would draw the few parameters away from the money.
+/// weighted with the squares of their vegas, from one guess, so that equal points give equal smiles. Points
+/// whose error is above half a volatility point are left out where enough others remain: in far wings, where
+/// the prices are a few steps, they would draw the few parameters away from the money.
 ///
 /// A null function for the spline, for an invalid market, for fewer points than parameters, and where the fit
 /// fails or gives volatilities between the outermost strikes that are not positive and finite.

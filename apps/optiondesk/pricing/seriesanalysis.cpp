@@ -11,13 +11,6 @@ namespace {
 constexpr double smallestRelativeError = 1e-6;
 constexpr double largestRelativeError = 1.0;
 
-// The width of the interval in which the true price lies.
-double priceUncertainty(const OptionQuote& quote, double priceStep)
-{
-    const bool isMiddle = quote.bid && quote.ask && *quote.bid > decimal::zero && *quote.ask >= *quote.bid;
-    return isMiddle ? std::max(priceStep, (*quote.ask - *quote.bid).toDouble()) : priceStep;
-}
-
 double volatilityError(double uncertainty, double vega, double volatility)
 {
     // The standard deviation of a uniform distribution is its width over sqrt(12). Where the vega vanishes,
@@ -28,6 +21,13 @@ double volatilityError(double uncertainty, double vega, double volatility)
 
 }
 
+double priceUncertainty(const OptionQuote& quote, const decimal& priceStep)
+{
+    const double step = std::max(priceStep.toDouble(), 0.0);
+    const bool isMiddle = quote.bid && quote.ask && *quote.bid > decimal::zero && *quote.ask >= *quote.bid;
+    return isMiddle ? std::max(step, (*quote.ask - *quote.bid).toDouble()) : step;
+}
+
 ValuedQuote valueQuote(const OptionQuote& quote, const Market& market, const decimal& priceStep)
 {
     const double strike = quote.strike.toDouble();
@@ -35,7 +35,7 @@ ValuedQuote valueQuote(const OptionQuote& quote, const Market& market, const dec
     const ImpliedVolatility implied = impliedVolatility(quote.type, strike, market, price);
     if (!implied.volatility)
         return {std::nullopt, implied.refusal};
-    const double error = volatilityError(priceUncertainty(quote, priceStep.toDouble()),
+    const double error = volatilityError(priceUncertainty(quote, priceStep),
         blackVega(strike, market, *implied.volatility).value_or(0.0), *implied.volatility);
     const VolatilityPoint point{
         strike, quote.type, *implied.volatility, *price, error, quote.volume.value_or(0) > 0};

@@ -29,6 +29,11 @@ struct ValuedQuote {
     Refusal refusal = Refusal::NoPrice;
 };
 
+/// The width of the interval in which the true price lies that OptionQuote::price() stands for: the distance
+/// of bid and ask where the price is their middle, the price step where that is larger or there is but one
+/// price. A step that is not positive counts as an exact price.
+double priceUncertainty(const OptionQuote& quote, const decimal& priceStep);
+
 /// Values an option, in the money or out of it, by OptionQuote::price(). A step that is not positive counts
 /// as an exact price.
 ValuedQuote valueQuote(const OptionQuote& quote, const Market& market, const decimal& priceStep);

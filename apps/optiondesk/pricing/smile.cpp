@@ -81,6 +81,7 @@ Knots knots(const QVector<VolatilityPoint>& points)
 struct Smile::Curve {
     void setKnots(const Knots& knots);
     void setModel(SmileModel model, const Knots& knots, const Market& market);
+    void setErrors(const QVector<VolatilityPoint>& points);
     double volatility(double strike) const;
 
     double minStrike = 0.0;
@@ -127,6 +128,21 @@ void Smile::Curve::setModel(SmileModel wanted, const Knots& knots, const Market&
         model = wanted;
 }
 
+void Smile::Curve::setErrors(const QVector<VolatilityPoint>& points)
+{
+    double squares = 0.0;
+    double weights = 0.0;
+    for (const VolatilityPoint& point : points) {
+        const double error = std::abs(volatility(point.strike) - point.volatility);
+        const double pointError = logarithmError(point) * point.volatility;
+        const double weight = 1.0 / (pointError * pointError);
+        maxError = std::max(maxError, error);
+        squares += weight * error * error;
+        weights += weight;
+    }
+    rmsError = std::sqrt(squares / weights);
+}
+
 double Smile::Curve::volatility(double strike) const
 {
     if (parametric)
@@ -163,13 +179,7 @@ std::optional<Smile> Smile::fit(
     } catch (const std::exception&) {
         return std::nullopt;
     }
-    double squares = 0.0;
-    for (const VolatilityPoint& point : usable) {
-        const double error = std::abs(curve->volatility(point.strike) - point.volatility);
-        curve->maxError = std::max(curve->maxError, error);
-        squares += error * error;
-    }
-    curve->rmsError = std::sqrt(squares / usable.size());
+    curve->setErrors(usable);
     return Smile(curve);
 }
 

@@ -22,8 +22,8 @@ namespace Pricing {
 /// keeps the volatility positive whatever the points.
 ///
 /// Why not a parametric model: at the settlements of a crude-oil future and of ten expiries of an index, SVI
-/// and SABR, which have five and three parameters, miss the points near the money by 0.05 to 0.15 and 0.05 to
-/// 1.0 volatility points where the spline misses them by less than 0.05; and those of the far wings of short
+/// and SABR, which have five and three parameters, miss the points near the money by 0.01 to 0.15 and 0.01 to
+/// 0.8 volatility points where the spline misses them by less than 0.06; and those of the far wings of short
 /// expiries, whose prices stand at the smallest step, by tens where the spline stays below 2.1. Whoever wants
 /// their shape all the same can have it.
 ///
@@ -49,7 +49,10 @@ public:
     double minStrike() const;
     double maxStrike() const;
 
-    /// The largest and the root mean square distance of the curve from the points, as volatilities.
+    /// The largest and the root mean square distance of the curve from the points, as volatilities. The mean
+    /// is weighted by the inverse squares of the points' volatilityError, that is, by the vega over the
+    /// distance of bid and ask or the price step: far strikes, whose volatilities say next to nothing, do not
+    /// count in it.
     double maxError() const;
     double rmsError() const;
 

@@ -8,6 +8,7 @@
 #include "window/percentconversion.h"
 #include "window/positioncurves.h"
 #include "window/texts.h"
+#include "window/viewfit.h"
 
 #include <basic_models/filterparams.h>
 #include <chain/chaintables.h>
@@ -29,9 +30,6 @@
 #include <cmath>
 
 namespace {
-
-// Of the height, above and below the curves.
-constexpr double verticalMargin = 0.05;
 
 PriceRange firstPrices(const ShownSeries& series, DeskView view)
 {
@@ -367,10 +365,7 @@ void DeskPlot::resetView()
 std::pair<double, double> DeskPlot::minMaxYAtXRange()
 {
     const auto [min, max] = PriceBased2dPlot::minMaxYAtXRange();
-    if (!(min < max))
-        return {min, max};
-    const double margin = (max - min) * verticalMargin;
-    return {min - margin, max + margin};
+    return m_view == DeskView::Volatility ? ViewFit::allVolatilities(min, max) : ViewFit::allValues(min, max);
 }
 
 void DeskPlot::curveIconReset(const PriceBased2dPlotCurve*) { }

@@ -6,6 +6,7 @@
 
 #include <database/exception.h>
 #include <pricing/expirytime.h>
+#include <pricing/paritydiscount.h>
 #include <pricing/parityforward.h>
 
 #include <QLoggingCategory>
@@ -22,7 +23,19 @@ constexpr double visibleDeviations = 3.5;
 // Of the width, on each side.
 constexpr double margin = 0.02;
 
-void findForward(const std::optional<double>& given, ShownSeries* series)
+// What a quotient adds behind a tenth of the last decimal is noise, and would be read off the axis.
+std::optional<double> rounded(const std::optional<double>& forward, int decimals)
+{
+    if (!forward)
+        return std::nullopt;
+    const double factor = std::pow(10.0, decimals + 1);
+    const double result = std::round(*forward * factor) / factor;
+    return result > 0.0 && std::isfinite(result) ? result : *forward;
+}
+
+// With the discount factor of the expiry, which parity gives whoever states the forward. A stated one moves
+// with each tick of the future, ahead of the options: it would bend the line, so it is not asked.
+double findForward(const std::optional<double>& given, ShownSeries* series)
 {
     const OptionSeries& options = series->data.options;
     const auto take = [series](const std::optional<double>& forward, ForwardSource source) {
@@ -32,22 +45,25 @@ void findForward(const std::optional<double>& given, ShownSeries* series)
         series->forwardSource = source;
         return true;
     };
+    const double discount = Pricing::parityDiscount(options, series->data.priceStep, given);
     if (!take(given, ForwardSource::Given) && !take(options.forward, ForwardSource::Stated)
-        && !take(Pricing::parityForward(options), ForwardSource::Parity))
+        && !take(
+            rounded(Pricing::parityForward(options, discount), series->data.decimals), ForwardSource::Parity))
         throw Exception(
             DeskTexts::tr("%1: no forward is stated, and no strike has the prices of a call and a "
                           "put to take it from; --forward gives one")
                 .arg(Texts::seriesName(series->data)));
+    return discount;
 }
 
-void findTime(ShownSeries* series)
+void findTime(double discount, ShownSeries* series)
 {
     const SeriesData& data = series->data;
     if (const auto time = Pricing::timeToExpiry(data.asOf, data.options.expiry)) {
         series->market.time = *time;
         series->timeSource = TimeSource::Dates;
     } else if (const auto inferred
-        = Pricing::inferTime(data.options, series->market.forward, data.priceStep)) {
+        = Pricing::inferTime(data.options, series->market.forward, data.priceStep, discount)) {
         series->market.time = *inferred;
         series->timeSource = TimeSource::Volatilities;
     } else {
@@ -82,15 +98,17 @@ ShownSeries valuedSeries(
 {
     ShownSeries series;
     series.data = data;
-    findForward(givenForward, &series);
-    findTime(&series);
+    const double discount = findForward(givenForward, &series);
+    findTime(discount, &series);
+    series.market.rate = discount == 1.0 ? 0.0 : -std::log(discount) / series.market.time;
     series.analysis = Pricing::analyseSeries(data.options, series.market, data.priceStep);
     series.smileModel = smileModel;
     series.smile = Pricing::Smile::fit(series.analysis.points, smileModel, series.market);
     qCDebug(pricingLog) << data.baseCode << data.options.expiry << "forward" << series.market.forward
-                        << "years" << series.market.time << "points" << series.analysis.points.size()
-                        << "smile" << SmileModels::key(series.smile ? series.smile->model() : smileModel)
-                        << "error" << (series.smile ? series.smile->rmsError() : -1.0);
+                        << "discount" << discount << "years" << series.market.time << "points"
+                        << series.analysis.points.size() << "smile"
+                        << SmileModels::key(series.smile ? series.smile->model() : smileModel) << "error"
+                        << (series.smile ? series.smile->rmsError() : -1.0);
     return series;
 }
 

@@ -61,8 +61,9 @@ struct ShownSeries {
     Position::Profile position;
 };
 
-/// Values a series: its forward is the given one, else the stated one, else that of put-call parity. Throws
-/// Exception where there is none of the three.
+/// Values a series: its forward is the given one, else the stated one, else that of put-call parity, and its
+/// rate the one with which Pricing::parityDiscount() discounts over the time to expiry. Throws Exception
+/// where there is no forward of the three.
 ShownSeries valuedSeries(const SeriesData& data, const std::optional<double>& givenForward,
     Pricing::SmileModel smileModel = Pricing::SmileModel::Spline);
 

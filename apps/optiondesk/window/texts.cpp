@@ -77,6 +77,18 @@ QString smileError(const ShownSeries& series)
     return DeskTexts::tr("%1 error %2 vol points").arg(name, QLocale().toString(points, 'f', 2));
 }
 
+// Of the discount factor that parity gives; nothing for 1. Over an assumed time a rate would be made up, the
+// factor is not.
+QString interest(const ShownSeries& series)
+{
+    const Pricing::Market& market = series.market;
+    if (market.rate == 0.0)
+        return QString();
+    if (series.timeSource == TimeSource::Assumed)
+        return DeskTexts::tr("discount factor %1").arg(QLocale().toString(market.discount(), 'f', 4));
+    return DeskTexts::tr("rate %1 %").arg(QLocale().toString(market.rate * 100.0, 'f', 2));
+}
+
 QString forward(const ShownSeries& series)
 {
     // Parity between strikes and prices has a finer grid than the prices.
@@ -86,13 +98,17 @@ QString forward(const ShownSeries& series)
         number.chop(1);
     if (number.endsWith(QLocale().decimalPoint()))
         number.chop(1);
+    const QString rate = interest(series);
     switch (series.forwardSource) {
     case ForwardSource::Given:
-        return DeskTexts::tr("Forward %1 (as given)").arg(number);
+        return rate.isEmpty() ? DeskTexts::tr("Forward %1 (as given)").arg(number)
+                              : DeskTexts::tr("Forward %1 (as given), %2 (parity)").arg(number, rate);
     case ForwardSource::Stated:
-        return DeskTexts::tr("Forward %1").arg(number);
+        return rate.isEmpty() ? DeskTexts::tr("Forward %1").arg(number)
+                              : DeskTexts::tr("Forward %1 (stated), %2 (parity)").arg(number, rate);
     case ForwardSource::Parity:
-        return DeskTexts::tr("Forward %1 (parity)").arg(number);
+        return rate.isEmpty() ? DeskTexts::tr("Forward %1 (parity)").arg(number)
+                              : DeskTexts::tr("Forward %1, %2 (parity)").arg(number, rate);
     }
     return QString();
 }

@@ -10,6 +10,10 @@ using ViewFit::Start;
 
 // Of the width, on each side.
 constexpr double margin = 0.02;
+// Of the height, above and below the curves.
+constexpr double verticalMargin = 0.05;
+// Volatilities that differ by less, relatively, are one.
+constexpr double sameVolatility = 1e-6;
 
 // Those of a notch of the plot's wheel.
 constexpr double inFactor = 0.9;
@@ -71,6 +75,26 @@ std::optional<QwtInterval> ViewFit::allPrices(const QRectF& data, double smalles
     const double room = data.width() > 0.0 ? data.width() * margin : smallestStep;
     const QwtInterval prices(data.left() - room, data.right() + room);
     return prices.width() > 0.0 && isFinite(prices) ? std::optional<QwtInterval>(prices) : std::nullopt;
+}
+
+std::pair<double, double> ViewFit::allValues(double low, double high)
+{
+    if (!(low < high))
+        return {low, high};
+    const double room = (high - low) * verticalMargin;
+    return {low - room, high + room};
+}
+
+std::pair<double, double> ViewFit::allVolatilities(double low, double high)
+{
+    if (!(low <= high))
+        return {low, high};
+    if (high <= 0.0)
+        return {0.0, 1.0};
+    if (high - low <= sameVolatility * high)
+        return {low / 2.0, high * 1.5};
+    const auto [lowest, highest] = allValues(low, high);
+    return {std::max(lowest, 0.0), highest};
 }
 
 std::optional<Ranges> ViewFit::zoomedIn(const Start& start, double smallestStep)

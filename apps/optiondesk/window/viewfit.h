@@ -5,6 +5,7 @@
 #include <qwt_interval.h>
 
 #include <optional>
+#include <utility>
 
 /// The views that the desk itself finds, for keys and fits. Pure functions; a rectangle of data has the
 /// lowest price at its left and the lowest value at its top.
@@ -14,6 +15,14 @@ namespace ViewFit {
 /// both sides is shown. Nothing for a null rectangle, one that is not finite, and where the step would have
 /// to help and is not positive.
 std::optional<QwtInterval> allPrices(const QRectF& data, double smallestStep);
+
+/// The values that show those of the curves, from the lowest to the highest, with a little room above and
+/// below. A range without width and an inverted one, which stands for none, come back as they are.
+std::pair<double, double> allValues(double low, double high);
+
+/// The same for volatilities as fractions: there is no room below 0. Of one volatility half of it to both
+/// sides is shown, of none, which is 0, those up to 1.
+std::pair<double, double> allVolatilities(double low, double high);
 
 /// What a zoom starts from.
 struct Start {

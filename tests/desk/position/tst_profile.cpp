@@ -98,6 +98,7 @@ private Q_SLOTS:
     void breakEvensOfSeveralExpiries();
     void calendarKeepsItsTimeValue();
     void futuresKeepTheirRatio();
+    void laterLegsAreDiscounted();
     void endsWithTheFirstExpiry();
     void leavesOut();
     void withoutSmile();
@@ -255,6 +256,26 @@ void tst_profile::futuresKeepTheirRatio()
     QCOMPARE(onlyFuture.lastSlope(), 2.0 * 1.04);
     QCOMPARE(onlyFuture.breakEvens().size(), 1);
     QVERIFY(std::abs(onlyFuture.breakEvens().first().low - 100.0 / 1.04) < 1e-9);
+}
+
+void tst_profile::laterLegsAreDiscounted()
+{
+    QVector<SeriesValuation> series = bothSeries();
+    series[0].market.rate = 0.08;
+    series[1].market.rate = 0.06;
+    const double later = std::exp(-0.06 * (farTime - nearTime));
+    const Profile profile({leg(call, -1, 100, 5), farLeg(call, 1, 104, 5)}, series);
+    const double slope = 1.04 * later - 1.0;
+    QVERIFY(std::abs(profile.lastSlope() - slope) < 1e-12);
+    const double high = 1e5;
+    const double gain = profile.atExpiry(2.0 * high).value() - profile.atExpiry(high).value();
+    QVERIFY2(std::abs(gain / high - slope) < 1e-9, qPrintable(QString::number(gain / high, 'g', 12)));
+
+    // Of the value today the discount factor to the own expiry, at expiry none.
+    const Profile near({leg(call, 1, 20, 0)}, series);
+    QVERIFY(std::abs(near.today(1000.0).value() - 980.0 * std::exp(-0.08 * nearTime)) < 1e-6);
+    QCOMPARE(near.atExpiry(1000.0).value(), 980.0);
+    QCOMPARE(near.lastSlope(), 1.0);
 }
 
 void tst_profile::endsWithTheFirstExpiry()

@@ -15,6 +15,8 @@ private Q_SLOTS:
     void takesTheForwardInOrder();
     void refusesASeriesWithoutForward();
     void takesTheTimeInOrder();
+    void discountsByParity_data();
+    void discountsByParity();
     void recoversTheVolatilities();
     void showsThreeAndAHalfDeviations();
     void staysWithinTheStrikes();
@@ -85,6 +87,42 @@ void tst_shownseries::takesTheTimeInOrder()
         qPrintable(QString::number(series.market.time * 365.0)));
 }
 
+void tst_shownseries::discountsByParity_data()
+{
+    QTest::addColumn<std::optional<double>>("given");
+    QTest::addColumn<bool>("isDated");
+    QTest::newRow("parity") << std::optional<double>() << true;
+    QTest::newRow("given") << std::optional<double>(100.0) << true;
+    QTest::newRow("time inferred") << std::optional<double>() << false;
+}
+
+void tst_shownseries::discountsByParity()
+{
+    QFETCH(std::optional<double>, given);
+    QFETCH(bool, isDated);
+    const double time = 91.0 / 365.0;
+    const Pricing::Market market{DeskTest::forward, time, 0.06};
+    SeriesData data = seriesData();
+    for (OptionQuote& quote : data.options.quotes) {
+        const double strike = quote.strike.toDouble();
+        const auto value = Pricing::blackPrice(quote.type, strike, market, DeskTest::volatility(strike));
+        quote.settlement = decimal::fromDouble(value.value_or(0.0), 4);
+        if (!isDated)
+            quote.volatility = DeskTest::volatility(strike);
+    }
+    data.priceStep = decimal::fromUnits(1, 4);
+    if (!isDated)
+        data.asOf = QDate();
+    const ShownSeries series = valuedSeries(data, given);
+    QVERIFY2(std::abs(series.market.rate - 0.06) < 5e-4, qPrintable(QString::number(series.market.rate)));
+    QVERIFY(std::abs(series.market.time - time) < 2e-4);
+    for (double strike = 75.0; strike <= 125.0; strike += 2.5) {
+        const double difference
+            = series.smile->volatility(strike).value_or(0.0) - DeskTest::volatility(strike);
+        QVERIFY2(std::abs(difference) < 2e-4, qPrintable(QString::number(strike)));
+    }
+}
+
 void tst_shownseries::recoversTheVolatilities()
 {
     const ShownSeries series = valuedSeries(seriesData(), 100.0);
@@ -136,6 +174,8 @@ void tst_shownseries::showsAllStrikesWhereFewAreNear()
     QVERIFY(range.low < 60.0);
     QVERIFY(range.high > 140.0);
 }
+
+Q_DECLARE_METATYPE(std::optional<double>)
 
 PLOT2D_TEST_MAIN(tst_shownseries)
 #include "tst_shownseries.moc"

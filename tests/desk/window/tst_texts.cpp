@@ -105,19 +105,39 @@ void tst_texts::forwardsWithTheirSource_data()
 {
     QTest::addColumn<double>("forward");
     QTest::addColumn<ForwardSource>("source");
+    QTest::addColumn<double>("rate");
+    QTest::addColumn<TimeSource>("time");
     QTest::addColumn<QString>("begin");
-    QTest::newRow("stated") << 92.85 << ForwardSource::Stated << "Forward 92.85 ";
-    QTest::newRow("parity") << 92.855 << ForwardSource::Parity << "Forward 92.855 (parity) ";
-    QTest::newRow("given") << 90.0 << ForwardSource::Given << "Forward 90.00 (as given) ";
+    const auto row = [](const char* name, double forward, ForwardSource source, double rate, TimeSource time,
+                         const char* begin) {
+        QTest::newRow(name) << forward << source << rate << time << QString::fromLatin1(begin);
+    };
+    const TimeSource dates = TimeSource::Dates;
+    row("stated", 92.85, ForwardSource::Stated, 0.0, dates, "Forward 92.85 ");
+    row("parity", 92.855, ForwardSource::Parity, 0.0, dates, "Forward 92.855 (parity) ");
+    row("given", 90.0, ForwardSource::Given, 0.0, dates, "Forward 90.00 (as given) ");
+    row("stated, rate", 92.85, ForwardSource::Stated, 0.01187, dates,
+        "Forward 92.85 (stated), rate 1.19 % (parity) ");
+    row("parity, rate", 92.855, ForwardSource::Parity, 0.01187, dates,
+        "Forward 92.855, rate 1.19 % (parity) ");
+    row("given, rate below zero", 90.0, ForwardSource::Given, -0.004, TimeSource::Volatilities,
+        "Forward 90.00 (as given), rate -0.40 % (parity) ");
+    // Over a time that nobody knows a rate would be made up: exp(-0.5 * 44 / 365).
+    row("parity, time assumed", 92.855, ForwardSource::Parity, 0.5, TimeSource::Assumed,
+        "Forward 92.855, discount factor 0.9415 (parity) ");
 }
 
 void tst_texts::forwardsWithTheirSource()
 {
     QFETCH(double, forward);
     QFETCH(ForwardSource, source);
+    QFETCH(double, rate);
+    QFETCH(TimeSource, time);
     QFETCH(QString, begin);
     ShownSeries shown = series();
     shown.market.forward = forward;
+    shown.market.rate = rate;
+    shown.timeSource = time;
     shown.forwardSource = source;
     const QString status = Texts::status(shown);
     QVERIFY2(status.startsWith(begin), qPrintable(status));

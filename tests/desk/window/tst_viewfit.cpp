@@ -43,6 +43,8 @@ class tst_viewfit : public QObject {
 private Q_SLOTS:
     void fitsPrices_data();
     void fitsPrices();
+    void fitsValues_data();
+    void fitsValues();
     void zoomsIn_data();
     void zoomsIn();
     void zoomsOut_data();
@@ -79,6 +81,37 @@ void tst_viewfit::fitsPrices()
     QCOMPARE(prices.has_value(), expected != none);
     if (prices)
         COMPARE_RANGES(*prices, expected);
+}
+
+void tst_viewfit::fitsValues_data()
+{
+    QTest::addColumn<double>("low");
+    QTest::addColumn<double>("high");
+    QTest::addColumn<QwtInterval>("values");
+    QTest::addColumn<QwtInterval>("volatilities");
+    const auto row = [](const char* name, double low, double high, const QwtInterval& values,
+                         const QwtInterval& volatilities) {
+        QTest::newRow(name) << low << high << values << volatilities;
+    };
+    row("spread", 0.2, 0.6, QwtInterval(0.18, 0.62), QwtInterval(0.18, 0.62));
+    row("close to nothing", 0.01, 1.01, QwtInterval(-0.04, 1.06), QwtInterval(0.0, 1.06));
+    row("one", 0.25, 0.25, QwtInterval(0.25, 0.25), QwtInterval(0.125, 0.375));
+    row("as good as one", 0.4, 0.4 + 1e-9, QwtInterval(0.4 - 5e-11, 0.4 + 1.05e-9),
+        QwtInterval(0.2, 0.6 + 1.5e-9));
+    row("nothing", 0.0, 0.0, QwtInterval(0.0, 0.0), QwtInterval(0.0, 1.0));
+    row("no range", 1.0, -1.0, QwtInterval(1.0, -1.0), QwtInterval(1.0, -1.0));
+}
+
+void tst_viewfit::fitsValues()
+{
+    QFETCH(double, low);
+    QFETCH(double, high);
+    QFETCH(QwtInterval, values);
+    QFETCH(QwtInterval, volatilities);
+    const auto [lowest, highest] = ViewFit::allValues(low, high);
+    COMPARE_RANGES(QwtInterval(lowest, highest), values);
+    const auto [lowestOfAll, highestOfAll] = ViewFit::allVolatilities(low, high);
+    COMPARE_RANGES(QwtInterval(lowestOfAll, highestOfAll), volatilities);
 }
 
 void tst_viewfit::zoomsIn_data()
