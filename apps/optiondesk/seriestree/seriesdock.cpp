@@ -109,7 +109,12 @@ void SeriesDock::onColorsChanged()
 
 void SeriesDock::onChecksChanged()
 {
+    const QVector<SeriesBeside> before = m_beside;
     showOverlays();
+    const bool isMore = std::any_of(m_beside.cbegin(), m_beside.cend(),
+        [&before](const SeriesBeside& series) { return !before.contains(series); });
+    if (isMore)
+        m_overlays->finish();
     Q_EMIT checksChanged();
 }
 
