@@ -54,10 +54,17 @@ void PositionPanel::setUpTable()
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
         | QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
+    m_table->setTabKeyNavigation(false);
     m_table->setCornerButtonEnabled(false);
-    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    m_table->horizontalHeader()->setSectionResizeMode(LegModel::Expiry, QHeaderView::ResizeToContents);
-    m_table->horizontalHeader()->setHighlightSections(false);
+    QHeaderView* const header = m_table->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setSectionResizeMode(LegModel::Expiry, QHeaderView::ResizeToContents);
+    header->setHighlightSections(false);
+    // By itself a header measures what is in its rows only when it changes its own size.
+    connect(m_model, SIGNAL(rowsInserted(QModelIndex, int, int)), header, SLOT(resizeSections()));
+    connect(m_model, SIGNAL(rowsRemoved(QModelIndex, int, int)), header, SLOT(resizeSections()));
+    connect(m_model, SIGNAL(dataChanged(QModelIndex, QModelIndex)), header, SLOT(resizeSections()));
+    connect(m_model, SIGNAL(modelReset()), header, SLOT(resizeSections()));
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
     m_table->verticalHeader()->hide();

@@ -4,39 +4,12 @@
 
 namespace {
 
-constexpr QRgb vermillion = 0xffd55e00;
-constexpr QRgb skyBlue = 0xff56b4e9;
-constexpr QRgb black = 0xff000000;
-constexpr QRgb reddishPurple = 0xffcc79a7;
-constexpr QRgb bluishGreen = 0xff009e73;
-constexpr QRgb orange = 0xffe69f00;
-
-struct Look {
-    QRgb color;
-    Qt::PenStyle style;
-};
-
-// First the colours that no curve of the chosen series has. A dashed green is its value of puts.
-constexpr Look looks[] = {
-    {vermillion, Qt::SolidLine},
-    {skyBlue, Qt::SolidLine},
-    {black, Qt::SolidLine},
-    {reddishPurple, Qt::SolidLine},
-    {bluishGreen, Qt::SolidLine},
-    {orange, Qt::SolidLine},
-    {vermillion, Qt::DashLine},
-    {skyBlue, Qt::DashLine},
-    {black, Qt::DashLine},
-    {reddishPurple, Qt::DashLine},
-    {orange, Qt::DashLine},
-    {vermillion, Qt::DashDotLine},
-    {skyBlue, Qt::DashDotLine},
-    {black, Qt::DashDotLine},
-    {reddishPurple, Qt::DashDotLine},
-    {bluishGreen, Qt::DashDotLine},
-    {orange, Qt::DashDotLine},
-};
-static_assert(sizeof(looks) / sizeof(looks[0]) == ExpiryLook::count);
+// No two alike for people with a deficiency of the cones for long or middle waves, nor like one of the chosen
+// series' colours (see CurveLook).
+constexpr QRgb colors[] = {0xff332288, 0xff999933, 0xff800000, 0xff7b68ee, 0xff004d40};
+constexpr Qt::PenStyle styles[] = {Qt::SolidLine, Qt::DashLine, Qt::DashDotLine, Qt::DashDotDotLine};
+constexpr int colorCount = int(sizeof(colors) / sizeof(colors[0]));
+static_assert(colorCount * int(sizeof(styles) / sizeof(styles[0])) == ExpiryLook::count);
 
 constexpr double lineWidth = 1.5;
 
@@ -53,8 +26,8 @@ QPixmap blank(double devicePixelRatio, const QColor& background)
 
 QPen ExpiryLook::pen(int position)
 {
-    const Look& look = looks[position % count];
-    return QPen(QColor(look.color), lineWidth, look.style);
+    const int look = position % count;
+    return QPen(QColor(colors[look % colorCount]), lineWidth, styles[look / colorCount]);
 }
 
 QPixmap ExpiryLook::swatch(const QPen& pen, double devicePixelRatio)
@@ -71,7 +44,7 @@ QPixmap ExpiryLook::swatch(const QPen& pen, double devicePixelRatio)
 QPixmap ExpiryLook::chosenMark(const QColor& color, double devicePixelRatio)
 {
     constexpr double radius = 4.0;
-    QPixmap pixmap = blank(devicePixelRatio, Qt::transparent);
+    QPixmap pixmap = blank(devicePixelRatio, Qt::white);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

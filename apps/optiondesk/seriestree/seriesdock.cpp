@@ -5,6 +5,7 @@
 #include "seriestree/seriestreeview.h"
 
 #include <plot2d/pricebased2dplotlegend.h>
+#include <window/curvechoices.h>
 #include <window/deskdata.h>
 #include <window/deskplot.h>
 #include <window/deskwindow.h>
@@ -14,6 +15,8 @@
 
 #include <QEvent>
 #include <QMenu>
+
+#include <algorithm>
 
 namespace {
 
@@ -43,7 +46,11 @@ SeriesDock::SeriesDock(DeskWindow* window)
     connect(window, SIGNAL(filterChanged()), this, SLOT(onSeriesReplaced()));
     connect(window, SIGNAL(shownChanged()), this, SLOT(onShownChanged()));
     connect(new StoredSeriesWatch(this), SIGNAL(changed()), this, SLOT(onStoredSeriesChanged()));
+    connect(&window->plot()->choices(), SIGNAL(colorsChanged()), this, SLOT(onColorsChanged()));
+    connect(window->plot()->legend(), SIGNAL(visibilityChanged(QString, bool)), this,
+        SLOT(onVisibilityChanged(QString, bool)));
     window->workBar()->add(m_overlays->work());
+    onColorsChanged();
     onStoredSeriesChanged();
 }
 
@@ -95,26 +102,48 @@ void SeriesDock::onShownChanged()
         showOverlays();
 }
 
+void SeriesDock::onColorsChanged()
+{
+    m_model->setChosenColor(m_window->plot()->choices().smileColor());
+}
+
 void SeriesDock::onChecksChanged()
 {
-    const QStringList before = m_titles;
+    const QVector<SeriesBeside> before = m_beside;
     showOverlays();
-    auto* const legend = qobject_cast<PriceBased2dPlotLegend*>(m_window->plot()->legend());
-    for (const QString& title : qAsConst(m_titles)) {
-        if (legend && !before.contains(title)) {
-            m_overlays->finish();
-            legend->setCheckBoxChecked(title, true);
-        }
-    }
+    const bool isMore = std::any_of(m_beside.cbegin(), m_beside.cend(),
+        [&before](const SeriesBeside& series) { return !before.contains(series); });
+    if (isMore)
+        m_overlays->finish();
     Q_EMIT checksChanged();
+}
+
+void SeriesDock::onVisibilityChanged(const QString& title, bool visible)
+{
+    const auto series = std::find_if(m_beside.cbegin(), m_beside.cend(),
+        [&title](const SeriesBeside& each) { return each.title == title; });
+    if (series != m_beside.cend() && m_model->setCheckedBeside(series->futureIsinId, visible))
+        Q_EMIT checksChanged();
+}
+
+// The legend remembers titles, which expiries of several underlyings have.
+void SeriesDock::matchLegend()
+{
+    auto* const legend = qobject_cast<PriceBased2dPlotLegend*>(m_window->plot()->legend());
+    if (!legend)
+        return;
+    QStringList unchecked = legend->uncheckedItems();
+    for (const SeriesBeside& series : qAsConst(m_beside)) {
+        unchecked.removeAll(series.title);
+        if (!m_model->isChecked(series.futureIsinId))
+            unchecked.append(series.title);
+    }
+    legend->setUncheckedItems(unchecked);
 }
 
 void SeriesDock::showOverlays()
 {
-    const QVector<SeriesBeside> beside
-        = m_window->shownSeries() ? m_model->beside() : QVector<SeriesBeside>();
-    m_titles.clear();
-    for (const SeriesBeside& series : beside)
-        m_titles.append(series.title);
-    m_overlays->show(beside, m_window->view(), m_window->given().asOf);
+    m_beside = m_window->shownSeries() ? m_model->beside() : QVector<SeriesBeside>();
+    matchLegend();
+    m_overlays->show(m_beside, m_window->view(), m_window->given().asOf);
 }

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "seriestree/seriestreemodel.h"
+
 #include <window/foldingdock.h>
 
 #include <QStringList>
 
 class DeskWindow;
 class SeriesOverlays;
-class SeriesTreeModel;
 class SeriesTreeView;
 
 /// The tree of the stored series at the left of a desk's window, with an entry in its menu View: chooses the
@@ -36,14 +37,17 @@ private Q_SLOTS:
     void onSeriesReplaced();
     void onShownChanged();
     void onChecksChanged();
+    void onColorsChanged();
+    void onVisibilityChanged(const QString& title, bool visible);
 
 private:
     void showOverlays();
+    void matchLegend();
 
     DeskWindow* m_window;
     SeriesTreeModel* m_model;
     SeriesTreeView* m_view;
     SeriesOverlays* m_overlays;
-    /// Those shown beside the chosen series, by their titles.
-    QStringList m_titles;
+    /// Those shown beside the chosen series.
+    QVector<SeriesBeside> m_beside;
 };

@@ -7,7 +7,6 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QPalette>
 
 #include <algorithm>
 
@@ -72,6 +71,12 @@ void SeriesTreeModel::setChosen(int futureIsinId)
     announce({});
 }
 
+void SeriesTreeModel::setChosenColor(const QColor& color)
+{
+    m_chosenColor = color;
+    announce({Qt::DecorationRole});
+}
+
 int SeriesTreeModel::seriesAt(const QModelIndex& index) const
 {
     if (!index.isValid() || index.internalId() == topLevel)
@@ -99,7 +104,8 @@ QVector<SeriesBeside> SeriesTreeModel::beside() const
         return result;
     const QVector<Expiry>& expiries = m_underlyings.at(int(chosen.internalId())).expiries;
     for (int i = 0; i < expiries.size(); ++i) {
-        if (i != chosen.row() && isChecked(expiries.at(i)))
+        const bool isBeside = isChecked(expiries.at(i)) || m_kept.contains(expiries.at(i).name);
+        if (i != chosen.row() && isBeside)
             result.append({expiries.at(i).futureIsinId, expiries.at(i).title, ExpiryLook::pen(i)});
     }
     return result;
@@ -118,6 +124,7 @@ void SeriesTreeModel::setUnchecked(const QStringList& names)
     if (fresh == m_unchecked)
         return;
     m_unchecked = fresh;
+    m_kept.clear();
     announce({Qt::CheckStateRole});
     Q_EMIT checksChanged();
 }
@@ -186,9 +193,8 @@ QVariant SeriesTreeModel::expiryData(const Expiry& expiry, int position, int rol
     }
     case Qt::DecorationRole: {
         const double ratio = qGuiApp->devicePixelRatio();
-        const QPixmap picture = isChosen
-            ? ExpiryLook::chosenMark(qGuiApp->palette().color(QPalette::Text), ratio)
-            : ExpiryLook::swatch(ExpiryLook::pen(position), ratio);
+        const QPixmap picture = isChosen ? ExpiryLook::chosenMark(m_chosenColor, ratio)
+                                         : ExpiryLook::swatch(ExpiryLook::pen(position), ratio);
         // The same in a selected row, which would be painted over in its colour.
         QIcon icon(picture);
         icon.addPixmap(picture, QIcon::Selected);
@@ -250,8 +256,33 @@ Qt::CheckState SeriesTreeModel::checkState(const Underlying& underlying) const
     return checked == underlying.expiries.size() ? Qt::Checked : Qt::PartiallyChecked;
 }
 
+const SeriesTreeModel::Expiry* SeriesTreeModel::find(int futureIsinId) const
+{
+    const QModelIndex index = indexOf(futureIsinId);
+    return index.isValid() ? &m_underlyings.at(int(index.internalId())).expiries.at(index.row()) : nullptr;
+}
+
+bool SeriesTreeModel::isChecked(int futureIsinId) const
+{
+    const Expiry* const expiry = find(futureIsinId);
+    return expiry && isChecked(*expiry);
+}
+
+bool SeriesTreeModel::setCheckedBeside(int futureIsinId, bool checked)
+{
+    const Expiry* const expiry = find(futureIsinId);
+    if (!expiry || isChecked(*expiry) == checked)
+        return false;
+    check(*expiry, checked);
+    if (!checked)
+        m_kept.insert(expiry->name);
+    announce({Qt::CheckStateRole});
+    return true;
+}
+
 void SeriesTreeModel::check(const Expiry& expiry, bool checked)
 {
+    m_kept.remove(expiry.name);
     if (checked)
         m_unchecked.remove(expiry.name);
     else

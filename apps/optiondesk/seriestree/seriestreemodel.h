@@ -37,16 +37,26 @@ public:
     void setChosen(int futureIsinId);
     int chosen() const { return m_chosen; }
 
+    /// The colour of the chosen series' mark, that of its smile.
+    void setChosenColor(const QColor& color);
+
     /// The future of the series at an index, 0 for an underlying.
     int seriesAt(const QModelIndex& index) const;
     QModelIndex indexOf(int futureIsinId) const;
 
-    /// The checked series of the chosen one's underlying but itself, by expiry.
+    /// The checked series of the chosen one's underlying but itself, by expiry, and those that are unchecked
+    /// by setCheckedBeside().
     QVector<SeriesBeside> beside() const;
 
     /// The series that the user has unchecked, also those that are not stored now, by names that outlive the
     /// table: base code and expiry, "DAX 2012-03-16". For a session's memory.
     QStringList unchecked() const;
+    bool isChecked(int futureIsinId) const;
+
+    /// Checks or unchecks a series where it is shown beside the chosen one, without checksChanged(): it stays
+    /// beside that until its box here is unchecked. Whether anything has changed.
+    bool setCheckedBeside(int futureIsinId, bool checked);
+
     void setUnchecked(const QStringList& names);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
@@ -74,6 +84,7 @@ private:
     };
 
     static QVector<Underlying> grouped(const QVector<StoredSeries>& series);
+    const Expiry* find(int futureIsinId) const;
     bool isChecked(const Expiry& expiry) const;
     Qt::CheckState checkState(const Underlying& underlying) const;
     void check(const Expiry& expiry, bool checked);
@@ -84,5 +95,8 @@ private:
 
     QVector<Underlying> m_underlyings;
     QSet<QString> m_unchecked;
+    /// Those of them that stay beside the chosen one.
+    QSet<QString> m_kept;
     int m_chosen = 0;
+    QColor m_chosenColor;
 };

@@ -51,6 +51,7 @@ void CurveChoices::setSettings(Settings* settings)
         if (color.isValid())
             m_curves->setColor(title, color.rgb());
     }
+    Q_EMIT colorsChanged();
 }
 
 void CurveChoices::apply(DeskView view)
@@ -84,4 +85,10 @@ void CurveChoices::onColorRequested(const QString& title)
     if (m_settings)
         m_settings->setValue(colorKey(title), QColor(color.rgb()).name());
     m_plot->replot();
+    Q_EMIT colorsChanged();
+}
+
+QColor CurveChoices::smileColor() const
+{
+    return m_curves->color(CurveRole::Smile);
 }

@@ -34,6 +34,13 @@ public:
     /// Hides the curves on the plot that the user has hidden in this view.
     void apply(DeskView view);
 
+    /// The colour of the chosen series' smile, also while it is not on the plot.
+    QColor smileColor() const;
+
+Q_SIGNALS:
+    /// The user, or the settings, have another colour for a curve.
+    void colorsChanged();
+
 private Q_SLOTS:
     void onVisibilityChanged();
     void onColorRequested(const QString& title);

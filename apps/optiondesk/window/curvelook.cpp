@@ -125,6 +125,11 @@ int CurveLook::dataType(CurveRole role)
     return lookOf(role).dataType;
 }
 
+QColor CurveLook::color(CurveRole role)
+{
+    return lookOf(role).color;
+}
+
 void CurveLook::apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve)
 {
     const Look look = lookOf(samples.role);

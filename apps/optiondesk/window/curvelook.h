@@ -2,6 +2,8 @@
 
 #include "window/curveset.h"
 
+#include <QColor>
+
 class PriceBased2dPlotCurve;
 
 /// How the curves of the desk look.
@@ -27,6 +29,9 @@ bool isOverStrikes(const QString& title);
 
 /// One of the data types of PriceBased2dPlotCurve or BandCurve's, no two the same in one view.
 int dataType(CurveRole role);
+
+/// The colour of its curve unless the user chooses another.
+QColor color(CurveRole role);
 
 /// Gives a curve the data type and look for its samples, which it does not take.
 void apply(const CurveSamples& samples, PriceBased2dPlotCurve& curve);

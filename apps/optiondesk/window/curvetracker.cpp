@@ -1,14 +1,17 @@
 #include "window/curvetracker.h"
 
+#include "window/hoverpicker.h"
+#include "window/overlaycurve.h"
 #include "window/readout.h"
 
 #include <plot2d/pricebased2dplot.h>
 #include <plot2d/pricebased2dplotcurve.h>
-#include <plot2d/pricebased2dplotpicker.h>
 
 #include <QMouseEvent>
 
-CurveTracker::CurveTracker(PriceBased2dPlot* plot, PriceBased2dPlotPicker* picker)
+#include <qwt_scale_map.h>
+
+CurveTracker::CurveTracker(PriceBased2dPlot* plot, HoverPicker* picker)
     : QObject(picker)
     , m_plot(plot)
     , m_picker(picker)
@@ -26,9 +29,8 @@ void CurveTracker::comeFirst()
 bool CurveTracker::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseMove && m_plot && m_picker) {
-        const std::optional<double> price = track(static_cast<QMouseEvent*>(event)->localPos());
-        if (price)
-            Q_EMIT pointRead(*price);
+        track(static_cast<QMouseEvent*>(event)->localPos());
+        Q_EMIT moved();
     }
     // The panner has suspended the picker since the press, and installs it again now.
     if (event->type() == QEvent::MouseButtonRelease)
@@ -48,21 +50,27 @@ void CurveTracker::refresh()
     // spot.
     QMouseEvent still(QEvent::MouseMove, cursor, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     m_picker->eventFilter(m_plot->canvas(), &still);
+    Q_EMIT refreshed();
 }
 
-std::optional<double> CurveTracker::track(const QPointF& canvasPosition)
+void CurveTracker::track(const QPointF& canvasPosition)
 {
     m_picker->setPosition(m_picker->transformedPoint(canvasPosition));
     const ClosestPointParams closest = m_picker->getClosestCurveParams(m_picker->usedCurves());
     QString text;
-    std::optional<double> price;
+    std::optional<QPointF> point;
+    m_price.reset();
     if (closest.curve && closest.index >= 0) {
-        price = closest.curve->sample(closest.index).x();
+        const QPointF sample = closest.curve->sample(closest.index);
+        point = QPointF(m_plot->canvasMap(m_picker->xAxis()).transform(sample.x()),
+            m_plot->canvasMap(m_picker->yAxis()).transform(sample.y()));
+        if (closest.curve->dataType() != OverlayCurve::overlayType)
+            m_price = sample.x();
         text = ReadOut::text(*m_plot, *m_picker, *closest.curve, closest.index);
     }
     QwtText rendered = m_picker->renderedText(text);
     // Curves under the text would make it hard to read.
     rendered.setBackgroundBrush(m_plot->canvasBackground());
     m_picker->setTrackerText(rendered);
-    return price;
+    m_picker->setPoint(point);
 }

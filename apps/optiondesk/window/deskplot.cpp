@@ -5,6 +5,7 @@
 #include "window/curvewalk.h"
 #include "window/desklegend.h"
 #include "window/gridlines.h"
+#include "window/hoverpicker.h"
 #include "window/percentconversion.h"
 #include "window/positioncurves.h"
 #include "window/texts.h"
@@ -13,7 +14,6 @@
 #include <basic_models/filterparams.h>
 #include <chain/chaintables.h>
 #include <plot2d/pricebased2dplotcurve.h>
-#include <plot2d/pricebased2dplotpicker.h>
 #include <plot2d/pricebased2dplotpointmanager.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
@@ -133,10 +133,12 @@ void DeskPlot::setUpFonts()
 
 void DeskPlot::setUpObservers()
 {
-    m_picker = new PriceBased2dPlotPicker(canvas());
+    auto* const picker = new HoverPicker(canvas());
+    m_picker = picker;
     m_picker->initTimer();
-    m_tracker = new CurveTracker(this, m_picker);
+    m_tracker = new CurveTracker(this, picker);
     m_walk = new CurveWalk(this, m_picker);
+    connect(m_walk, SIGNAL(activeChanged(bool)), picker, SLOT(hidePoint()));
     setCanvasObservers();
 
     connect(m_legend, SIGNAL(visibilityChanged(QString, bool)), this, SLOT(setCurveVisible(QString, bool)));

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr double radius = 6.0;
+constexpr double thickness = 2.0;
 constexpr double gap = 10.0;
 constexpr double padding = 4.0;
 
@@ -33,6 +34,19 @@ ReadOutItem::ReadOutItem()
     setVisible(false);
 }
 
+void ReadOutItem::paintRing(QPainter* painter, const QPointF& center)
+{
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(Qt::black, thickness));
+    painter->drawEllipse(center, radius, radius);
+}
+
+QRect ReadOutItem::ringBounds(const QPointF& center)
+{
+    constexpr double reach = radius + thickness;
+    return QRectF(center - QPointF(reach, reach), QSizeF(2.0 * reach, 2.0 * reach)).toAlignedRect();
+}
+
 int ReadOutItem::rtti() const
 {
     return QwtPlotItem::Rtti_PlotUserItem + 1;
@@ -42,9 +56,7 @@ void ReadOutItem::draw(
     QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap, const QRectF& canvasRect) const
 {
     const QPointF center(xMap.transform(m_point.x()), yMap.transform(m_point.y()));
-    painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(Qt::black, 2.0));
-    painter->drawEllipse(center, radius, radius);
+    paintRing(painter, center);
 
     const QSizeF size = m_text.textSize() + QSizeF(2.0 * padding, 2.0 * padding);
     const QRectF box = placed(size, center, canvasRect);

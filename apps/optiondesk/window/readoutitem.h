@@ -10,6 +10,10 @@ class ReadOutItem : public QwtPlotItem {
 public:
     ReadOutItem();
 
+    /// The ring alone, around a point in pixels, and the pixels that it touches.
+    static void paintRing(QPainter* painter, const QPointF& center);
+    static QRect ringBounds(const QPointF& center);
+
     void setPoint(const QPointF& point) { m_point = point; }
     QPointF point() const { return m_point; }
     void setText(const QwtText& text) { m_text = text; }

@@ -67,6 +67,11 @@ void SeriesCurves::setColor(const QString& title, const QColor& color)
         colorMarkers(color);
 }
 
+QColor SeriesCurves::color(CurveRole role) const
+{
+    return m_colors.value(CurveLook::title(role), CurveLook::color(role));
+}
+
 QColor SeriesCurves::color(const QString& title) const
 {
     const PriceBased2dPlotCurve* const curve = find(-1, title);

@@ -27,6 +27,8 @@ public:
     /// Gives the curve of this title a colour, and its markers with it, now or when it is attached. The line
     /// at the forward keeps its own.
     void setColor(const QString& title, const QColor& color);
+    /// The colour that the curve of a role has when it is attached.
+    QColor color(CurveRole role) const;
     /// The colour of the attached curve of this title; invalid if there is none.
     QColor color(const QString& title) const;
 

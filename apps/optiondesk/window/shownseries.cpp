@@ -82,6 +82,39 @@ PriceRange strikesWithForward(const ShownSeries& series)
         std::max(quotes.last().strike.toDouble(), forward)};
 }
 
+QVector<double> pricedStrikes(const ShownSeries& series)
+{
+    QVector<double> strikes;
+    for (const OptionQuote& quote : series.data.options.quotes) {
+        const double strike = quote.strike.toDouble();
+        if ((quote.price() || quote.bid || quote.ask) && (strikes.isEmpty() || strikes.last() != strike))
+            strikes.append(strike);
+    }
+    return strikes;
+}
+
+// The outermost of ascending strikes to the side of the forward that the iterators begin at.
+template <typename Iterator> double outermost(Iterator first, Iterator last, double forward, double deviation)
+{
+    constexpr double farDeviations = 2.0;
+    constexpr double loneDeviations = 0.5;
+    const auto distance = [deviation](double a, double b) { return std::abs(std::log(a / b)) / deviation; };
+    const bool isLone = std::distance(first, last) > 1 && distance(*first, forward) > farDeviations
+        && distance(*first, *std::next(first)) > loneDeviations;
+    return isLone ? *std::next(first) : *first;
+}
+
+PriceRange strikesThatMatter(const ShownSeries& series)
+{
+    const QVector<double> strikes = pricedStrikes(series);
+    const double forward = series.market.forward;
+    const double deviation = logDeviation(series);
+    if (strikes.isEmpty() || !(strikes.first() > 0.0) || !(forward > 0.0) || !(deviation > 0.0))
+        return strikesWithForward(series);
+    return {std::min(forward, outermost(strikes.begin(), strikes.end(), forward, deviation)),
+        std::max(forward, outermost(strikes.rbegin(), strikes.rend(), forward, deviation))};
+}
+
 bool holdsPoints(const PriceRange& range, const ShownSeries& series)
 {
     constexpr int fewest = 3;
@@ -132,8 +165,9 @@ PriceRange visiblePrices(const ShownSeries& series)
     PriceRange range = strikes;
     if (series.smile) {
         const double factor = std::exp(visibleDeviations * logDeviation(series));
-        const PriceRange near{std::max(strikes.low, series.market.forward / factor),
-            std::min(strikes.high, series.market.forward * factor)};
+        const PriceRange mattering = strikesThatMatter(series);
+        const PriceRange near{std::max(mattering.low, series.market.forward / factor),
+            std::min(mattering.high, series.market.forward * factor)};
         if (holdsPoints(near, series))
             range = near;
     }

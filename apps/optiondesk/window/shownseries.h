@@ -82,7 +82,8 @@ struct PriceRange {
 };
 
 /// The prices to show first: the forward and 3.5 standard deviations of its logarithm to each side, no
-/// further than the strikes, with a small margin. In the wings beyond, prices of a step or two give
-/// volatilities that would flatten the picture. All strikes where the range holds fewer than three of the
-/// points.
+/// further than the strikes that have a price, with a small margin. In the wings beyond, prices of a step or
+/// two give volatilities that would flatten the picture. A single strike that is more than two deviations
+/// from the forward and half a deviation from its neighbour would leave most of the picture empty, and is not
+/// counted. All strikes where the range holds fewer than three of the points.
 PriceRange visiblePrices(const ShownSeries& series);

@@ -1,6 +1,7 @@
 #include "support/testmain.h"
 
 #include <seriestree/expirylook.h>
+#include <window/curvelook.h>
 
 #include <cmath>
 
@@ -12,6 +13,7 @@ private Q_SLOTS:
     void allDiffer();
     void beginsAgain();
     void colorsAreApart();
+    void noColorIsOfTheChosenSeries();
     void standsOutOnWhite();
     void swatchShowsTheLine_data();
     void swatchShowsTheLine();
@@ -64,6 +66,18 @@ void tst_expirylook::colorsAreApart()
             const QColor other = ExpiryLook::pen(j).color();
             QVERIFY2(color == other || distance(color, other) > least, qPrintable(color.name()));
         }
+    }
+}
+
+// The band's is among them, a light blue.
+void tst_expirylook::noColorIsOfTheChosenSeries()
+{
+    constexpr int least = 75;
+    for (int i = 0; i < ExpiryLook::count; ++i) {
+        const QColor color = ExpiryLook::pen(i).color();
+        for (const CurveRole role : CurveLook::roles())
+            QVERIFY2(distance(color, CurveLook::color(role)) > least,
+                qPrintable(color.name() + QLatin1Char(' ') + CurveLook::title(role)));
     }
 }
 

@@ -6,6 +6,8 @@
 #include <seriestree/seriesoverlays.h>
 #include <seriestree/seriestreemodel.h>
 #include <seriestree/seriestreeview.h>
+#include <window/curvechoices.h>
+#include <window/curvelook.h>
 #include <window/deskdata.h>
 #include <window/desklegend.h>
 #include <window/deskplot.h>
@@ -37,7 +39,9 @@ private Q_SLOTS:
     void choosesByKeyboard();
     void followsTheBoxes();
     void showsAgainWhatTheLegendHid();
+    void bothBoxesAgree();
     void keepsTheLegendsChoice();
+    void theMarkHasTheColorOfTheSmile();
     void listsTheChosenSeriesFirst();
     void followsTheTable();
     void followsComingSeries();
@@ -263,7 +267,40 @@ void tst_seriesdock::showsAgainWhatTheLegendHid()
     auto* model = m_dock->findChild<SeriesTreeModel*>();
     model->setData(row(june), Qt::Unchecked, Qt::CheckStateRole);
     model->setData(row(june), Qt::Checked, Qt::CheckStateRole);
+    QTRY_COMPARE(overlays(), (QStringList{june, december}));
+}
+
+void tst_seriesdock::bothBoxesAgree()
+{
+    const auto inLegend = [this](const QString& title) {
+        bool found = false;
+        return m_legend->isCheckBoxChecked(title, &found) && found;
+    };
+    const auto inTree = [this](const QString& title) { return row(title).data(Qt::CheckStateRole).toInt(); };
+    const QSignalSpy changes(m_dock, SIGNAL(checksChanged()));
+    m_legend->setCheckBoxChecked(june, false);
+    QCOMPARE(inTree(june), int(Qt::Unchecked));
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(m_dock->unchecked(), QStringList{"TEST 2024-06-21"});
+    QVERIFY(entries().contains(june));
+    m_legend->setCheckBoxChecked(june, true);
+    QCOMPARE(inTree(june), int(Qt::Checked));
     QCOMPARE(overlays(), (QStringList{june, december}));
+
+    m_legend->setCheckBoxChecked(june, false);
+    auto* model = m_dock->findChild<SeriesTreeModel*>();
+    model->setData(row(june), Qt::Checked, Qt::CheckStateRole);
+    QVERIFY(inLegend(june));
+    QCOMPARE(overlays(), (QStringList{june, december}));
+    model->setData(row(june), Qt::Unchecked, Qt::CheckStateRole);
+    QVERIFY(!entries().contains(june));
+
+    m_legend->setCheckBoxChecked(december, false);
+    m_window->chooseSeries(model->seriesAt(row(june)));
+    QTRY_VERIFY(entries().contains(december));
+    QVERIFY(!inLegend(december));
+    QCOMPARE(inTree(december), int(Qt::Unchecked));
+    QTRY_VERIFY(inLegend(april));
 }
 
 void tst_seriesdock::keepsTheLegendsChoice()
@@ -272,6 +309,19 @@ void tst_seriesdock::keepsTheLegendsChoice()
     m_window->chooseSeries(m_dock->findChild<SeriesTreeModel*>()->seriesAt(row(december)));
     QTRY_COMPARE(overlays(), QStringList{april});
     QVERIFY(entries().contains(june));
+}
+
+void tst_seriesdock::theMarkHasTheColorOfTheSmile()
+{
+    const auto mark = [this] {
+        const QPixmap picture = row(april).data(Qt::DecorationRole).value<QIcon>().pixmap(18, 14);
+        return picture.toImage().pixelColor(picture.rect().center());
+    };
+    QCOMPARE(mark(), CurveLook::color(CurveRole::Smile));
+    m_window->plot()->choices().setColorQuestion(
+        [](const QString&, const QColor&, QWidget*) { return QColor(Qt::magenta); });
+    Q_EMIT m_legend->colorRequested(CurveLook::title(CurveRole::Smile));
+    QCOMPARE(mark(), QColor(Qt::magenta));
 }
 
 void tst_seriesdock::listsTheChosenSeriesFirst()

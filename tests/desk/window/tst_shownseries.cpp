@@ -20,6 +20,8 @@ private Q_SLOTS:
     void recoversTheVolatilities();
     void showsThreeAndAHalfDeviations();
     void staysWithinTheStrikes();
+    void leavesALoneStrikeOut();
+    void countsStrikesWithAPrice();
     void showsAllStrikesWhereFewAreNear();
 };
 
@@ -159,6 +161,36 @@ void tst_shownseries::staysWithinTheStrikes()
     const PriceRange range = visiblePrices(valuedSeries(data, 100.0));
     QVERIFY(range.low < 60.0 && range.low > 56.0);
     QVERIFY(range.high > 140.0 && range.high < 144.0);
+}
+
+void tst_shownseries::leavesALoneStrikeOut()
+{
+    SeriesData data = seriesData();
+    OptionQuote lone = data.options.quotes.first();
+    lone.type = OptionType::Call;
+    lone.strike = decimal::fromUnits(160, 0);
+    lone.settlement = decimal::fromUnits(1, 2);
+    data.options.quotes.append(lone);
+    const ShownSeries series = valuedSeries(data, 100.0);
+    QVERIFY(100.0 * std::exp(3.5 * logDeviation(series)) > 160.0);
+    QVERIFY(visiblePrices(series).high < 144.0);
+    // A neighbour makes it one of many.
+    lone.strike = decimal::fromUnits(155, 0);
+    data.options.quotes.insert(data.options.quotes.size() - 1, lone);
+    QVERIFY(visiblePrices(valuedSeries(data, 100.0)).high > 160.0);
+}
+
+void tst_shownseries::countsStrikesWithAPrice()
+{
+    SeriesData data = seriesData();
+    OptionQuote bare;
+    for (const int strike : {145, 150}) {
+        bare.strike = decimal::fromUnits(strike, 0);
+        data.options.quotes.append(bare);
+    }
+    QVERIFY(visiblePrices(valuedSeries(data, 100.0)).high < 144.0);
+    data.options.quotes.last().bid = decimal::fromUnits(1, 2);
+    QVERIFY(visiblePrices(valuedSeries(data, 100.0)).high > 150.0);
 }
 
 void tst_shownseries::showsAllStrikesWhereFewAreNear()
