@@ -682,6 +682,26 @@
         <source>Keep the chains in this SQLite &lt;file&gt;, or share them with other desks in a PostgreSQL database, postgresql://user@host:port/name; otherwise the files they came from are read again at the next start.</source>
         <translation>Die Optionsketten in dieser SQLite-Datei &lt;file&gt; behalten oder sie mit anderen Desks in einer PostgreSQL-Datenbank teilen, postgresql://user@host:port/name; sonst werden beim nächsten Start die Dateien wieder gelesen, aus denen sie kamen.</translation>
     </message>
+    <message>
+        <source>discount factor %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>rate %1 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Forward %1 (as given), %2 (parity)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Forward %1 (stated), %2 (parity)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Forward %1, %2 (parity)</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>DeskWindow</name>
