@@ -684,23 +684,23 @@
     </message>
     <message>
         <source>discount factor %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Diskontfaktor %1</translation>
     </message>
     <message>
         <source>rate %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Zins %1 %</translation>
     </message>
     <message>
         <source>Forward %1 (as given), %2 (parity)</source>
-        <translation type="unfinished"></translation>
+        <translation>Forward %1 (wie angegeben), %2 (Parität)</translation>
     </message>
     <message>
         <source>Forward %1 (stated), %2 (parity)</source>
-        <translation type="unfinished"></translation>
+        <translation>Forward %1 (aus den Daten), %2 (Parität)</translation>
     </message>
     <message>
         <source>Forward %1, %2 (parity)</source>
-        <translation type="unfinished"></translation>
+        <translation>Forward %1, %2 (Parität)</translation>
     </message>
 </context>
 <context>

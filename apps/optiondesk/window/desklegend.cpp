@@ -17,7 +17,10 @@
 #include <QShortcut>
 
 #include <qwt_legend_label.h>
+#include <qwt_plot_layout.h>
 #include <qwt_text.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -76,8 +79,21 @@ void DeskLegend::arrange(int width)
     contentsWidget()->layout()->setEnabled(!all.isEmpty());
     // The legend itself puts all entries in one row and scrolls.
     setMaxColumns(uint(LegendColumns::thatFit(widths, spacing, width - reserve)));
+    limitHeight(all);
     // It would keep those of before when it gets narrower.
     contentsWidget()->layout()->update();
+}
+
+void DeskLegend::limitHeight(const QList<LabelWidget*>& all)
+{
+    constexpr double largestPart = 0.2;
+    constexpr int fewestRows = 2;
+    int row = 0;
+    for (const LabelWidget* const entry : all)
+        row = std::max(row, entry->sizeHint().height());
+    const double least = fewestRows * row + (fewestRows + 1) * spacing;
+    const double height = std::max(1, m_plot->height());
+    m_plot->plotLayout()->setLegendRatio(std::clamp(least / height, largestPart, 1.0));
 }
 
 const PriceBased2dPlotCurve* DeskLegend::curveOf(const QWidget* part) const

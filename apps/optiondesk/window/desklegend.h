@@ -5,7 +5,8 @@
 class PriceBased2dPlot;
 class PriceBased2dPlotCurve;
 
-/// The desk's legend. Its entries stand in as many columns as fit, their icons are sharp on any screen, grey
+/// The desk's legend. Its entries stand in as many columns as fit; where they need more than two rows and a
+/// fifth of the plot's height, it scrolls. Their icons are sharp on any screen, grey
 /// where an entry is unchecked, and each has a menu.
 class DeskLegend : public PriceBased2dPlotLegend {
     Q_OBJECT
@@ -40,6 +41,7 @@ private Q_SLOTS:
 private:
     QList<LabelWidget*> entries() const;
     QStringList titles() const;
+    void limitHeight(const QList<LabelWidget*>& all);
     const PriceBased2dPlotCurve* curveOf(const QWidget* part) const;
     bool paintLabel(QwtLegendLabel& label) const;
     void openMenu(const PriceBased2dPlotCurve& curve, const QPoint& globalPosition);

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QScrollBar>
 
 #include <qwt_legend_label.h>
 #include <qwt_plot_canvas.h>
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void columnsAreThoseOfTheSeriesShown();
     void nextSeriesIsLaidOut();
     void allEntriesFitWhenItGetsNarrower();
+    void leavesTheCanvasItsRoom();
     void menuOfTheMouse();
     void menuOfTheKeyboard();
     void noMenuElsewhere();
@@ -119,7 +121,7 @@ void tst_desklegend::allEntriesFitWhenItGetsNarrower()
 {
     QVERIFY(m_desk->showWindow(DeskView::Volatility, m_desk->quoted));
     for (const int width : {1000, 600, 450, 900}) {
-        m_desk->plot->resize(width, 500);
+        m_desk->plot->resize(width, 700);
         const QList<PriceBased2dPlotCurve*> curves = m_desk->plot->attachedCurves(-1);
         for (const PriceBased2dPlotCurve* curve : curves) {
             const LabelWidget* widget = m_desk->entry(curve->title().text());
@@ -127,6 +129,20 @@ void tst_desklegend::allEntriesFitWhenItGetsNarrower()
             QTRY_VERIFY2(m_desk->legend->rect().contains(place()), qPrintable(QString::number(width)));
         }
     }
+}
+
+void tst_desklegend::leavesTheCanvasItsRoom()
+{
+    QVERIFY(m_desk->showWindow(DeskView::Volatility, m_desk->quoted));
+    const int row = m_desk->entry(smile)->sizeHint().height();
+    for (const int height : {700, 400, 300}) {
+        m_desk->plot->resize(330, height);
+        const int most = std::max(height / 5, 2 * row + 6);
+        QTRY_VERIFY2(m_desk->legend->height() <= most && m_desk->legend->height() > 2 * row,
+            qPrintable(QStringLiteral("%1 of %2").arg(m_desk->legend->height()).arg(height)));
+    }
+    QVERIFY(m_desk->plot->canvas()->height() > 60);
+    QTRY_VERIFY(m_desk->legend->verticalScrollBar()->isVisible());
 }
 
 QMenu* tst_desklegend::openMenu(const QString& title)
