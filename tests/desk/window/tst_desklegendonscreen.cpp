@@ -101,10 +101,10 @@ QPoint tst_desklegendonscreen::iconOf(QRgb color) const
     return QPoint();
 }
 
-// Above the legend.
+// Above the legend, and to the right of the tree, which has the smile's colour as its mark.
 int tst_desklegendonscreen::curvePixels(QRgb color) const
 {
-    return DeskTest::countPixels(window().copy(0, 0, 1000, 540), color);
+    return DeskTest::countPixels(window().copy(180, 60, 820, 480), color);
 }
 
 void tst_desklegendonscreen::hidesAcrossRestarts_data()
