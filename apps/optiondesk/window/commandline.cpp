@@ -110,8 +110,8 @@ QString pictureFile(const QCommandLineParser& parser)
 
 QStringList exportFiles(const QCommandLineParser& parser)
 {
-    const QStringList names = parser.values(CommandOptions::exportFile);
-    for (const QString& name : names) {
+    QStringList names = parser.values(CommandOptions::exportFile);
+    for (const QString& name : qAsConst(names)) {
         if (!PlotExport::formatOf(name))
             throw invalid(CommandOptions::exportFile, name,
                 DeskTexts::tr("the suffix is none of %1")
