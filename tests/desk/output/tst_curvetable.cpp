@@ -13,6 +13,8 @@
 #include <limits>
 #include <random>
 
+Q_DECLARE_METATYPE(CurveTable::Column)
+
 /// The table of the curves' samples: its text, and that nothing is lost in it.
 class tst_curvetable : public QObject {
     Q_OBJECT
@@ -236,8 +238,6 @@ void tst_curvetable::losesNothingOfThePlot()
         QVERIFY2(sameBits(column.samples, samples), qPrintable(column.title));
     }
 }
-
-Q_DECLARE_METATYPE(CurveTable::Column)
 
 PLOT2D_TEST_MAIN(tst_curvetable)
 #include "tst_curvetable.moc"

@@ -6,6 +6,9 @@
 #include <cmath>
 #include <random>
 
+Q_DECLARE_METATYPE(std::optional<double>)
+Q_DECLARE_METATYPE(Pricing::Refusal)
+
 using namespace Pricing;
 using PricingTest::badNumbers;
 using PricingTest::infinity;
@@ -317,9 +320,6 @@ void tst_black::extremeInputsNeverThrow()
                             || (std::isfinite(*implied.volatility) && *implied.volatility > 0.0));
                     }
 }
-
-Q_DECLARE_METATYPE(std::optional<double>)
-Q_DECLARE_METATYPE(Pricing::Refusal)
 
 PLOT2D_TEST_MAIN(tst_black)
 #include "tst_black.moc"

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <random>
 
+Q_DECLARE_METATYPE(OptionSeries)
+
 using namespace PricingTest;
 using Pricing::parityForward;
 
@@ -157,8 +159,6 @@ void tst_parityforward::nothingToUse()
     QFETCH(OptionSeries, series);
     QCOMPARE(parityForward(series), std::nullopt);
 }
-
-Q_DECLARE_METATYPE(OptionSeries)
 
 PLOT2D_TEST_MAIN(tst_parityforward)
 #include "tst_parityforward.moc"

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+Q_DECLARE_METATYPE(std::optional<double>)
+
 /// Which forward and time a series is valued with, and which prices are shown first.
 class tst_shownseries : public QObject {
     Q_OBJECT
@@ -206,8 +208,6 @@ void tst_shownseries::showsAllStrikesWhereFewAreNear()
     QVERIFY(range.low < 60.0);
     QVERIFY(range.high > 140.0);
 }
-
-Q_DECLARE_METATYPE(std::optional<double>)
 
 PLOT2D_TEST_MAIN(tst_shownseries)
 #include "tst_shownseries.moc"

@@ -17,6 +17,8 @@
 
 #include <random>
 
+Q_DECLARE_METATYPE(CommandLine)
+
 /// What of the window comes back: every value, what no longer fits, and what the command line states.
 class tst_windowsession : public QObject {
     Q_OBJECT
@@ -367,8 +369,6 @@ void tst_windowsession::survivesDamagedValues()
         stop();
     }
 }
-
-Q_DECLARE_METATYPE(CommandLine)
 
 PLOT2D_TEST_MAIN(tst_windowsession)
 #include "tst_windowsession.moc"
