@@ -116,10 +116,9 @@ std::unique_ptr<DeskSettings> openSettings(const CommandLine& options)
     if (!options.usesSettings)
         return nullptr;
     // A run that shows no window changes nothing.
-    auto settings = std::make_unique<DeskSettings>(
+    return std::make_unique<DeskSettings>(
         options.settingsFile.isEmpty() ? DeskSettings::userFileName() : options.settingsFile,
         asksForFiles(options) ? DeskSettings::Broken::Leave : DeskSettings::Broken::SetAside);
-    return settings;
 }
 
 // What is wrong with the file of the positions; empty where all is well.

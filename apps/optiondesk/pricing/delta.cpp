@@ -1,31 +1,18 @@
 #include "delta.h"
 
-#include <cmath>
-#include <limits>
+#include "blackgreeks.h"
 
 namespace Pricing {
 
-namespace {
-
-double normalDistribution(double x)
-{
-    return std::erfc(-x / std::sqrt(2.0)) / 2.0;
-}
-
-}
-
 std::optional<double> blackDelta(OptionType type, double strike, const Market& market, double volatility)
 {
-    const double stdDev = volatility * std::sqrt(market.time);
-    if (!market.isValid() || !std::isfinite(strike) || strike <= 0.0 || !std::isfinite(stdDev)
-        || stdDev < 0.0)
+    if (const std::optional<Greeks> greeks = blackGreeks(type, strike, market, volatility))
+        return greeks->delta;
+    if (volatility != 0.0 || !blackPrice(type, strike, market, volatility))
         return std::nullopt;
     // At the forward itself a call without volatility has no intrinsic value to gain or lose.
-    const double moneyness = std::log(market.forward / strike);
-    const double d1 = stdDev > 0.0
-        ? moneyness / stdDev + stdDev / 2.0
-        : std::copysign(std::numeric_limits<double>::infinity(), moneyness > 0.0 ? 1.0 : -1.0);
-    return market.discount() * (type == OptionType::Call ? normalDistribution(d1) : -normalDistribution(-d1));
+    const double ofCall = market.forward > strike ? 1.0 : 0.0;
+    return market.discount() * (type == OptionType::Call ? ofCall : ofCall - 1.0);
 }
 
 }

@@ -15,7 +15,6 @@ struct DeskRun {
 };
 
 /// Runs the program in a folder, which also takes the user's settings; the tests' environment has the
-/// platform without a display. A run that
-/// crashes or takes more than a minute has the exit code -1.
+/// platform without a display. A run that crashes or takes more than a minute has the exit code -1.
 DeskRun runDesk(const QStringList& arguments, const QString& folder,
     const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
