@@ -12,7 +12,7 @@
         if (!server.start({QStringLiteral("-terminate")}))                                                   \
             return 1;                                                                                        \
         server.enter();                                                                                      \
-        QApplication application(argc, argv);                                                                \
+        TestSupport::LoudApplication application(argc, argv);                                                \
         TestClass test;                                                                                      \
         return TestSupport::run(&test, QCoreApplication::arguments());                                       \
     }

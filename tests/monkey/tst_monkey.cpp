@@ -57,9 +57,8 @@ void tst_monkey::repeatsItself()
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    TestSupport::preferNoScreen();
+    TestSupport::LoudApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (Monkey::isCommand(arguments))
         return Monkey::runCommand(arguments);

@@ -183,9 +183,8 @@ void tst_securitycolumns::missingColumnIsFatal()
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
+    TestSupport::preferNoScreen();
+    TestSupport::LoudApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() > 1 && arguments.at(1).startsWith(QLatin1String("--plot-without-")))
         return makePlot(arguments);
