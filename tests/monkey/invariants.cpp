@@ -146,6 +146,31 @@ QString Invariants::followedValues(const Snapshot& before, const Snapshot& after
     return where + QStringLiteral(" instead of %1 .. %2").arg(inFull(low), inFull(high));
 }
 
+bool Invariants::pricesMoved(const Snapshot& before, const Snapshot& after)
+{
+    return before.prices.lower != after.prices.lower || before.prices.upper != after.prices.upper;
+}
+
+QString Invariants::signalsOf(const Step& step, const Signals& heard, bool pricesMoved)
+{
+    QStringList all = heard.wrong;
+    const bool tells = std::holds_alternative<Turn>(step) || std::holds_alternative<Release>(step);
+    if (!tells && heard.labels > 0)
+        all.append(QStringLiteral("scales that the user has not moved"));
+    // Qt itself moves the mouse when it handles events and another widget has come under it.
+    const bool mayMove = isOfUser(step) || std::holds_alternative<HandleEvents>(step)
+        || std::holds_alternative<StartOver>(step);
+    if (!mayMove && heard.autoScale > 0)
+        all.append(QStringLiteral("the auto-scale should be off without the user"));
+    if (tells && pricesMoved && heard.labels == 0)
+        all.append(QStringLiteral("prices that move unheard"));
+    const bool mayCheck = isOfUser(step) || std::holds_alternative<ToggleEntry>(step)
+        || std::holds_alternative<RestoreLegend>(step) || std::holds_alternative<RestoreUnchecked>(step);
+    if (!mayCheck && heard.visibility > 0)
+        all.append(QStringLiteral("an entry that nobody checked"));
+    return named("signals", all.join(QStringLiteral(", ")));
+}
+
 QString Invariants::broken(const Snapshot& before, const Snapshot& after, bool byUser)
 {
     QStringList all{named("prices", scale(after.prices)), named("values", scale(after.values)),

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "monkey/signalwatch.h"
 #include "monkey/snapshot.h"
+#include "monkey/steps.h"
 
 #include <QString>
 
@@ -25,7 +27,15 @@ QString legend(const Snapshot::Legend& legend);
 /// auto-scale finds.
 QString followedValues(const Snapshot& before, const Snapshot& after);
 
-/// All of them after a step; `byUser` when nobody but the user has done anything.
+/// A turn of the wheel and the end of a drag on the canvas say that scales have moved, a drag on an axis does
+/// not; what moves the mouse alone switches the auto-scale off. Entries are checked by the user or by what is
+/// restored.
+QString signalsOf(const Step& step, const Signals& heard, bool pricesMoved);
+
+/// Whether two moments show different prices.
+bool pricesMoved(const Snapshot& before, const Snapshot& after);
+
+/// All that need no signals, after a step; `byUser` when nobody but the user has done anything.
 QString broken(const Snapshot& before, const Snapshot& after, bool byUser);
 
 }

@@ -75,11 +75,11 @@ int runCommand(const QStringList& arguments)
     const Tally& tally = run.tally();
     std::printf(
         "seed %llu: %d steps in %.1f s; %d pans, %d zooms, %d axis drags, %d times labels thinned, %d "
-        "interventions; memory grown by %lld KiB; digest %016llx\n",
+        "price intervals, %d interventions; memory grown by %lld KiB; digest %016llx\n",
         static_cast<unsigned long long>(command->seed), tally.steps,
         static_cast<double>(timer.elapsed()) / 1000.0, tally.pans, tally.zooms, tally.axisDrags,
-        tally.thinnedLabels, tally.interventions, static_cast<long long>(run.memoryGrowth() / 1024),
-        static_cast<unsigned long long>(run.digest()));
+        tally.thinnedLabels, tally.intervals, tally.interventions,
+        static_cast<long long>(run.memoryGrowth() / 1024), static_cast<unsigned long long>(run.digest()));
     if (broken.isEmpty())
         return 0;
     std::printf("BROKEN: %s\n", qPrintable(broken));

@@ -54,6 +54,7 @@ Host::Host()
 {
     createTable();
     m_plot = std::make_unique<Plot>();
+    m_heard.hear(*m_plot); // Before a slot changes anything.
     m_plot->setBaseCode(QStringLiteral("Amber"));
     m_panner = m_plot->findChild<PriceBased2dPlotPanner*>();
     (new QwtPlotGrid)->attach(m_plot.get());
@@ -79,6 +80,7 @@ void Host::createTable()
 {
     TestHost::createSecurities();
     TestHost::createBoards();
+    TestHost::addBoard(1, 2, true); // Without it the future is none.
     m_future = TestHost::addSecurity(TestHost::future({{QStringLiteral("decimals"), 2}}));
     setMarket(QStringLiteral("100"), QStringLiteral("0.25"));
     for (int strike = 70; strike <= 130; strike += 5)
@@ -102,6 +104,7 @@ void Host::createLegend(int position)
 {
     m_legend = new PriceBased2dPlotLegend(m_plot.get());
     m_legend->initCore();
+    m_heard.hear(*m_legend);
     // Their menus would wait for the user in an event loop of their own.
     const QList<QScrollBar*> scrollBars = m_legend->findChildren<QScrollBar*>();
     for (QScrollBar* scrollBar : scrollBars)
@@ -116,6 +119,7 @@ void Host::createPoints()
 {
     delete m_points;
     m_points = new PriceBased2dPlotPointManager(false, m_plot.get());
+    m_heard.hear(*m_points);
     m_points->updatePriceInterval();
 }
 

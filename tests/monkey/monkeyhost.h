@@ -1,6 +1,7 @@
 #pragma once
 
 #include "monkey/curveshelf.h"
+#include "monkey/signalwatch.h"
 #include "monkey/steps.h"
 
 #include <database/record.h>
@@ -50,6 +51,8 @@ public:
     PriceBased2dPlotLegend* legend() const { return m_legend; }
     PriceBased2dPlotPointManager* points() const { return m_points; }
 
+    SignalWatch& heard() { return m_heard; }
+
     void createPicker();
     void createLegend(int position);
     void createPoints();
@@ -83,6 +86,7 @@ private:
     void intervene(Listen::Signal signal);
     void perform(Listen::Action action);
 
+    SignalWatch m_heard;
     std::unique_ptr<Plot> m_plot;
     CurveShelf m_curves;
     QPointer<PriceBased2dPlotPicker> m_picker;

@@ -20,10 +20,12 @@ bool isSameScale(const Snapshot::Scale& a, const Snapshot::Scale& b)
     return a.lower == b.lower && a.upper == b.upper;
 }
 
-void count(Tally& tally, const Step& step, const Snapshot& before, const Snapshot& after)
+void count(
+    Tally& tally, const Step& step, const Signals& heard, const Snapshot& before, const Snapshot& after)
 {
     ++tally.steps;
     tally.thinnedLabels += after.labels.shown.size() < after.labels.candidates.size();
+    tally.intervals += heard.interval;
     if (isSameScale(before.prices, after.prices) && isSameScale(before.values, after.values))
         return;
     tally.pans += std::holds_alternative<Release>(step);
@@ -47,6 +49,19 @@ std::uint64_t digested(std::uint64_t digest, const Snapshot& snapshot)
         digest = digested(digest, label);
     digest = digested(digest, static_cast<double>(snapshot.legend.curves.size()));
     return digested(digest, snapshot.autoScale ? 1.0 : 0.0);
+}
+
+/// What the host itself did in a slot may have signals of its own.
+QString brokenSignals(
+    const Step& step, const Signals& heard, const Snapshot& before, const Snapshot& after, bool hasIntervened)
+{
+    const bool isOfHost
+        = std::holds_alternative<SetInterval>(step) || std::holds_alternative<StartOver>(step);
+    if (heard.intervalChangedSilently && !isOfHost)
+        return QStringLiteral("signals: a price interval that changed silently");
+    if (hasIntervened)
+        return heard.wrong.join(QStringLiteral(", "));
+    return Invariants::signalsOf(step, heard, Invariants::pricesMoved(before, after));
 }
 
 /// Puts back what outlives a plot: the cursor, and the events that wait.
@@ -81,6 +96,7 @@ QString Run::playPiece(int from, int to)
     Host host;
     StepExecutor executor(host);
     executor.run(StartOver{});
+    host.heard().take();
     Snapshot before = snapshotOf(host);
     for (int number = from; number < to; ++number) {
         const Step step = stepAt(m_seed, number);
@@ -92,11 +108,13 @@ QString Run::playPiece(int from, int to)
         executor.run(step);
         const Snapshot after = snapshotOf(host);
         const bool byUser = isOfUser(step) && host.interventions() == interventions;
+        const Signals heard = host.heard().take();
         QStringList broken{Invariants::broken(before, after, byUser), memory.afterStep(), m_messages.take()};
+        broken.append(brokenSignals(step, heard, before, after, host.interventions() > interventions));
         broken.removeAll(QString());
         if (!broken.isEmpty())
             return describe(from, number, broken.join(QStringLiteral("; ")));
-        count(m_tally, step, before, after);
+        count(m_tally, step, heard, before, after);
         m_digest = digested(m_digest, after);
         before = after;
     }

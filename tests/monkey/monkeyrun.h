@@ -17,6 +17,7 @@ struct Tally {
     int zooms = 0;
     int axisDrags = 0;
     int thinnedLabels = 0;
+    int intervals = 0;
     int interventions = 0;
 };
 

@@ -40,6 +40,7 @@ void tst_monkey::invariantsHold()
     QVERIFY2(tally.zooms > 500, qPrintable(QString::number(tally.zooms)));
     QVERIFY2(tally.axisDrags > 500, qPrintable(QString::number(tally.axisDrags)));
     QVERIFY2(tally.thinnedLabels > 500, qPrintable(QString::number(tally.thinnedLabels)));
+    QVERIFY2(tally.intervals > 20, qPrintable(QString::number(tally.intervals)));
     QVERIFY2(tally.interventions > 20, qPrintable(QString::number(tally.interventions)));
 }
 
