@@ -8,7 +8,7 @@
 #include <cmath>
 
 /// The place of a coordinate in whole pixels, halves away from zero as Qwt rounds, at most farAway from zero.
-/// No number is far away.
+/// What is not a number counts as far away to the right.
 inline int wholePixel(double coordinate)
 {
     if (!(coordinate < farAway))

@@ -4,7 +4,7 @@
 
 class QPainter;
 
-/// Draws the line of a curve by its index, where that looks as Qwt's own drawing does.
+/// Draws the line of a curve by its index, where that leaves the pixels of its segments drawn one by one.
 namespace CurvePainter {
 
 /// Draws a stretch of a curve with the painter's pen into an area; false, with nothing drawn, where that is

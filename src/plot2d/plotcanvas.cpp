@@ -96,7 +96,11 @@ void PlotCanvas::paintEvent(QPaintEvent* event)
         drawContents(painter, *background);
         return;
     }
-    if (!isStored())
+    if (!isStored()) {
         store(*background);
+        // Curves may have changed since the rest was painted: the whole is of one moment.
+        if (!QRegion(rect()).subtracted(event->region()).isEmpty())
+            update();
+    }
     painter.drawPixmap(0, 0, *backingStore());
 }

@@ -11,7 +11,7 @@
 /// Qwt's canvas draws into a pixmap, freed and taken anew at each replot, and under a style sheet fills its
 /// background three times over. This one draws what a replot has changed straight to the screen. Only when it
 /// is to be painted again without a replot, as under a moving tracker, does it keep its picture, and then
-/// where Qwt's canvas keeps it.
+/// where Qwt's canvas keeps it; a curve that has changed without a replot is then seen as it is, all of it.
 class PlotCanvas : public QwtPlotCanvas {
     Q_OBJECT
 

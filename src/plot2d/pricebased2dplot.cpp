@@ -178,8 +178,9 @@ void PriceBased2dPlot::setCanvasObservers()
         m_picker->setRubberBand(QwtPicker::CrossRubberBand);
     setTrackerColor(QColor());
     // Qwt does not free the cursor that another one replaces.
-    if (m_panner && m_panner->cursor().shape() != Qt::ClosedHandCursor)
+    if (m_panner && !(m_hasPannerCursor && m_panner->cursor().shape() == Qt::ClosedHandCursor))
         m_panner->setCursor(Qt::ClosedHandCursor);
+    m_hasPannerCursor = m_panner != nullptr;
 }
 
 void PriceBased2dPlot::setGridVisible(bool visible)

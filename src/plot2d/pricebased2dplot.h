@@ -140,7 +140,8 @@ public:
     QList<QwtPlotMarker*> attachedMarkers() const;
 
     /// Fits the vertical scale to the curves while auto-scale is on, otherwise only stretches the quote line;
-    /// replots.
+    /// replots. Scales that were set before and wait for their replot are put in force first, so that the
+    /// range is that of the prices to be seen.
     void updateYAxisScale();
     /// Sets the scale of yLeft or xBottom. Other axes, bounds that are not finite or inverted, and bounds and
     /// steps that Qwt cannot divide into a modest number of ticks are refused: the scale stays. A horizontal
@@ -220,4 +221,5 @@ private:
     PriceInterval m_priceInterval;
     SecurityDirectory* m_securityDirectory;
     InstrumentChoice m_instrument;
+    bool m_hasPannerCursor = false;
 };

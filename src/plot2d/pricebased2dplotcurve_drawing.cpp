@@ -70,9 +70,10 @@ bool PriceBased2dPlotCurve::needsSeenSamplesOnly() const
 
 int PriceBased2dPlotCurve::reachOfASample() const
 {
-    const QSize symbolSize = symbol() ? symbol()->size() : QSize();
+    // Of a symbol made of a path, a picture or a drawing the size says nothing, and its pin may lie anywhere.
+    const QRect around = symbol() ? symbol()->boundingRect() : QRect();
     const int lineWidth = static_cast<int>(std::ceil(pen().widthF()));
-    return 2 + std::max({symbolSize.width(), symbolSize.height(), lineWidth});
+    return 2 + std::max({-around.left(), around.right(), around.width(), around.height(), lineWidth});
 }
 
 void PriceBased2dPlotCurve::drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,

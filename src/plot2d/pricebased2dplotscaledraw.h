@@ -27,7 +27,8 @@ public:
     /// backbone.
     void draw(QPainter* painter, const QPalette& palette) const override;
 
-    /// The label's text; empty while the scale is empty or its interval is not valid.
+    /// The label's text; empty while the scale is empty or its interval is not valid. Plain texts come in a
+    /// format of the library's own, which looks like Qwt's plain one and remembers the sizes of texts.
     QwtText label(double value) const override;
 
     /// As Qwt's, with maxLabelWidth() of this class.

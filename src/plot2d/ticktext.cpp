@@ -2,6 +2,8 @@
 
 #include "rememberingtextengine_p.h"
 
+#include <typeinfo>
+
 namespace {
 
 /// One of the formats that Qwt leaves to its users, which nobody uses yet.
@@ -30,9 +32,11 @@ private:
     QwtText::TextFormat m_format = freeFormat();
 };
 
+/// Whether Qwt's own engine of plain texts would draw the text; a host may have put another in its place.
 bool isPlain(const QString& string)
 {
-    return QwtText::textEngine(string, QwtText::AutoText) == QwtText::textEngine(QwtText::PlainText);
+    const QwtTextEngine* const engine = QwtText::textEngine(string, QwtText::AutoText);
+    return engine == QwtText::textEngine(QwtText::PlainText) && typeid(*engine) == typeid(QwtPlainTextEngine);
 }
 
 }

@@ -26,9 +26,10 @@ bool isProperRange(double low, double high);
 
 /// The range of the values that the visible curves take from x1 (inclusive, fuzzily) up to x2 (exclusive).
 ///
-/// Curves are walked in ascending prices and only as far as the first sample beyond x2. One sample on the way
-/// that is not finite gives none; no value in range gives the inverted pair of the largest doubles. Where
-/// there is no curve to consider the answer is (0, 0); a hidden quote line counts as one considered.
+/// Samples are walked by their index, whatever their order, and only as far as the first sample beyond x2.
+/// One sample on the way that is not finite gives none; no value in range gives the inverted pair of the
+/// largest doubles. Where there is no curve to consider the answer is (0, 0); a hidden quote line counts as
+/// one considered.
 Range ofCurves(const QList<PriceBased2dPlotCurve*>& curves, double x1, double x2);
 
 /// The union of the bounding rectangles of the visible value curves that have samples, a null rectangle if

@@ -6,6 +6,7 @@
 
 #include <plot2d/plotcanvas_p.h>
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
 
@@ -67,6 +68,22 @@ QImage picture(QWidget& widget, double scale = 1.0)
 
 Q_DECLARE_METATYPE(Setup)
 
+/// The regions that a widget was asked to paint.
+class PaintedRegions : public QObject {
+public:
+    explicit PaintedRegions(QWidget& widget) { widget.installEventFilter(this); }
+    const QVector<QRegion>& all() const { return m_all; }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            m_all.append(static_cast<QPaintEvent*>(event)->region());
+        return false;
+    }
+
+private:
+    QVector<QRegion> m_all;
+};
+
 class tst_PlotCanvas : public QObject {
     Q_OBJECT
 
@@ -78,6 +95,7 @@ private Q_SLOTS:
     void keepsItsPictureForASecondPaint();
     void paintsAnewAfterAReplot();
     void paintsPartsAlike();
+    void paintsAllOfOneMoment();
     void isTheCanvasOfAPlot();
     void axesAreOpaqueWhereTheyHideThePlot();
     void opaqueAxesLookTheSame();
@@ -208,6 +226,28 @@ void tst_PlotCanvas::paintsPartsAlike()
         QCOMPARE(image.copy(pixels), whole.copy(pixels));
         QCOMPARE(image.pixelColor(pixels.right() + 1, pixels.top()), QColor(Qt::magenta));
     }
+}
+
+void tst_PlotCanvas::paintsAllOfOneMoment()
+{
+    const auto plot
+        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
+    QwtPlotCanvas& canvas = canvasOf(*plot);
+    plot->show();
+    QCoreApplication::processEvents();
+    plot->replot();
+    QCoreApplication::processEvents();
+    PaintedRegions painted(canvas);
+    const QRegion part(30, 20, 57, 41);
+    canvas.update(part);
+    QCoreApplication::processEvents();
+    // A curve may have changed since the replot, so that the rest is shown anew as well, once.
+    const QVector<QRegion> expected{part, QRegion(canvas.rect())};
+    QTRY_COMPARE(painted.all(), expected);
+    canvas.update(part);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(painted.all().size(), 3);
 }
 
 void tst_PlotCanvas::isTheCanvasOfAPlot()

@@ -30,6 +30,15 @@ public:
     mutable int margins = 0;
 };
 
+/// A host's engine, whose texts are wider.
+class WideEngine : public QwtPlainTextEngine {
+public:
+    QSizeF textSize(const QFont& font, int flags, const QString& text) const override
+    {
+        return QwtPlainTextEngine::textSize(font, flags, text) + QSizeF(40.0, 0.0);
+    }
+};
+
 QFont fontOf(int pixelSize)
 {
     QFont font(QStringLiteral("DejaVu Sans"));
@@ -58,6 +67,7 @@ private Q_SLOTS:
     void forgetsWhatIsTooMuch();
     void tickTextsLookLikePlainOnes_data();
     void tickTextsLookLikePlainOnes();
+    void hostsPlainEngineIsAsked();
 };
 
 void tst_RememberingTextEngine::measuresOnce()
@@ -134,6 +144,17 @@ void tst_RememberingTextEngine::tickTextsLookLikePlainOnes()
     QCOMPARE(ours.textSize(fontOf(13)), plain.textSize(fontOf(13)));
     QCOMPARE(drawn(ours), drawn(plain));
     QCOMPARE(TickText::rememberedFormat(), TickText::rememberedFormat());
+}
+
+void tst_RememberingTextEngine::hostsPlainEngineIsAsked()
+{
+    const QString string = QStringLiteral("105");
+    const QSizeF usual = TickText::text(string).textSize(fontOf(13));
+    // Qwt's own engine goes, and no text that knows it is left.
+    QwtText::setTextEngine(QwtText::PlainText, new WideEngine);
+    QCOMPARE(TickText::text(string).textSize(fontOf(13)), usual + QSizeF(40.0, 0.0));
+    QwtText::setTextEngine(QwtText::PlainText, new QwtPlainTextEngine);
+    QCOMPARE(TickText::text(string).textSize(fontOf(13)), usual);
 }
 
 PLOT2D_TEST_MAIN(tst_RememberingTextEngine)

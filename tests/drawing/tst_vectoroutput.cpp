@@ -8,12 +8,14 @@
 
 #include <QBuffer>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPdfWriter>
 #include <QPicture>
 #include <QTest>
 
 #include <qwt_plot_renderer.h>
 #include <qwt_point_data.h>
+#include <qwt_symbol.h>
 
 #include <functional>
 
@@ -63,6 +65,7 @@ private Q_SLOTS:
     void recordedPictures();
     void pdfHoldsTheSamples();
     void renderedPlots();
+    void symbolsThatReachIn();
 };
 
 void tst_VectorOutput::initTestCase()
@@ -113,6 +116,33 @@ void tst_VectorOutput::renderedPlots()
         curve.detach();
         return image;
     });
+}
+
+void tst_VectorOutput::symbolsThatReachIn()
+{
+    QPainterPath path;
+    path.addRect(-60.0, -4.0, 60.0, 8.0);
+    auto* const symbol = new QwtSymbol(QwtSymbol::Path);
+    symbol->setPath(path);
+    symbol->setPinPoint(QPointF(0.0, 0.0));
+    PriceBased2dPlotCurve curve(nullptr, QStringLiteral("curve"));
+    curve.setStyle(QwtPlotCurve::NoCurve);
+    curve.setSymbol(symbol);
+    QVector<QPointF> samples;
+    for (int x = 0; x <= 130; x += 2)
+        samples.append(QPointF(x, x / 130.0));
+    const auto drawn = [&curve] {
+        QImage image(602, 402, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.scale(2.0, 2.0);
+        drawAll(curve, painter);
+        return image;
+    };
+    curve.setSamples(samples);
+    const QImage ours = drawn();
+    curve.setSamples(new HostSeries(samples));
+    QVERIFY(ours == drawn());
 }
 
 PLOT2D_TEST_MAIN(tst_VectorOutput)

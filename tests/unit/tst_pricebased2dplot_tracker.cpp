@@ -123,6 +123,14 @@ void tst_pricebased2dplot_tracker::canvasObservers()
     QCOMPARE(picker->trackerPen(), QPen(QColor(Qt::black)));
     QCOMPARE(panner->cursor().shape(), Qt::ClosedHandCursor);
 
+    // It is the panner's own, not the canvas's of that moment.
+    TestPlot other;
+    other.createPicker();
+    other.canvas()->setCursor(Qt::ClosedHandCursor);
+    other.setCanvasObservers();
+    other.canvas()->setCursor(Qt::ArrowCursor);
+    QCOMPARE(other.canvas()->findChild<PriceBased2dPlotPanner*>()->cursor().shape(), Qt::ClosedHandCursor);
+
     // The leak check tells if the cursor set first is lost.
     plot.setCanvasObservers();
     QCOMPARE(panner->cursor().shape(), Qt::ClosedHandCursor);
