@@ -1,4 +1,4 @@
-#include "differential/cases.h"
+#include "differential/agree.h"
 #include "differential/plaindivision.h"
 #include "differential/plainlabels.h"
 #include "differential/plainnumbers.h"
@@ -91,12 +91,6 @@ private Q_SLOTS:
     void readTheSame();
     void thinning();
 };
-
-#define AGREE(subject, seed, cost, run)                                                                      \
-    do {                                                                                                     \
-        const QString difference = Differential::firstDifference(subject, seed, cost, run);                  \
-        QVERIFY2(difference.isEmpty(), qPrintable(difference));                                              \
-    } while (false)
 
 void tst_differential_labels::equality()
 {
