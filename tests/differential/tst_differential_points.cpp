@@ -42,8 +42,8 @@ void compareIntervals(Findings& findings, const PriceInterval& plain, const Pric
 /// Strikes at a distance, some of them missing, now and then with others in between or not above zero.
 QList<decimal> randomStrikes(Random& random, int count)
 {
-    const auto distance = decimal::fromDouble(
-        random.oneOf({1.0, 2.5, 5.0, 10.0, 0.5, 0.01, 0.00001, 250.0, 1000.0, 1e7}), 5);
+    const auto distance
+        = decimal::fromDouble(random.oneOf({1.0, 2.5, 5.0, 10.0, 0.5, 0.01, 0.00001, 250.0, 1000.0, 1e7}), 5);
     decimal strike = decimal::fromDouble(std::abs(random.price()), 5);
     if (random.oneIn(8))
         strike = random.oneIn(2) ? decimal::zero : decimal::fromDouble(-2.0 * distance.toDouble(), 5);
@@ -127,7 +127,8 @@ void tst_differential_points::intervals()
         const int decimals = random.whole(-2, 19);
         strikes.smallestDistance = smallestDistance(strikes.all);
         if (random.oneIn(2))
-            strikes.smallestDistance = random.oneIn(3) ? random.nasty() : random.about(strikes.smallestDistance);
+            strikes.smallestDistance
+                = random.oneIn(3) ? random.nasty() : random.about(strikes.smallestDistance);
         PricePoints::StrikeRange range;
         range.count = strikes.all.size();
         if (range.count > 0) {
@@ -193,9 +194,10 @@ void tst_differential_points::densities()
         }
         if (left >= right)
             return;
-        findings.compare(
-            "points", Plain::cut(points, left, right, step), PricePoints::densified(points, left, right, step));
-        findings.given([&] { return told(points) + told(left) + " to " + told(right) + " by " + told(step); });
+        findings.compare("points", Plain::cut(points, left, right, step),
+            PricePoints::densified(points, left, right, step));
+        findings.given(
+            [&] { return told(points) + told(left) + " to " + told(right) + " by " + told(step); });
     }));
 }
 
@@ -211,9 +213,9 @@ void tst_differential_points::plotPoints()
         QList<decimal> strikes = randomStrikes(random, random.whole(0, 8));
         int id = 1000;
         for (const decimal& strike : qAsConst(strikes)) {
-            TestHost::addSecurity({{"stock_id", 1}, {"board_id", 2}, {"sec_id", id}, {"isin_id", id},
-                {"base_code", "Amber"}, {"sectype", "O"}, {"strike", strike.toString()},
-                {"decimals", decimals}, {"sess_id", 7}});
+            TestHost::addSecurity(
+                {{"stock_id", 1}, {"board_id", 2}, {"sec_id", id}, {"isin_id", id}, {"base_code", "Amber"},
+                    {"sectype", "O"}, {"strike", strike.toString()}, {"decimals", decimals}, {"sess_id", 7}});
             ++id;
         }
         // The model sorts them, and names each once.
