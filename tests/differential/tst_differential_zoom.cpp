@@ -51,10 +51,10 @@ double randomCentre(Random& random, const Bounds& view)
     }
 }
 
-/// Whether bounds are far enough from the largest double for any zoom of them to be finite.
+/// Whether bounds are far enough from the largest double for products of them to be finite.
 bool isModest(const Bounds& bounds)
 {
-    return std::abs(bounds.first) < 1e307 && std::abs(bounds.second) < 1e307;
+    return std::abs(bounds.first) < 1e150 && std::abs(bounds.second) < 1e150;
 }
 
 Wheel randomWheel(Random& random)
