@@ -62,9 +62,9 @@ std::optional<double> newHighestValue(const Plain::Wheel& wheel, double centre, 
 QPointF centreOf(const Plain::Wheel& wheel)
 {
     QPointF centre = wheel.cursor;
-    if (wheel.place == Plain::Place::Values)
+    if (wheel.place.values)
         centre.setX(wheel.prices.first + 0.1 * widthOf(wheel.prices));
-    else if (wheel.place == Plain::Place::Prices)
+    else if (wheel.place.prices)
         centre.setY(wheel.values.first + 0.1 * widthOf(wheel.values));
     return centre;
 }
@@ -99,7 +99,7 @@ std::optional<double> Plain::wheelFactor(int angle)
 std::optional<Plain::Zoom> Plain::zoomed(const Wheel& wheel)
 {
     const std::optional<double> factor = wheelFactor(wheel.angle);
-    if (wheel.place == Place::Nowhere || !factor || wheel.curves.width() <= 0.0
+    if ((!wheel.place.isScale() && !wheel.place.canvas) || !factor || wheel.curves.width() <= 0.0
         || wheel.curves.height() < 0.0)
         return std::nullopt;
     const bool zoomsOut = *factor > 1.0;
@@ -115,11 +115,11 @@ std::optional<Plain::Zoom> Plain::zoomed(const Wheel& wheel)
     const Bounds prices(*lowest, *lowest + newX);
     Zoom zoom;
     const bool oneModifier = wheel.shift != wheel.control;
-    const bool onAxis = wheel.place != Place::Canvas;
-    if ((onAxis && wheel.place == Place::Prices) || (!onAxis && oneModifier && wheel.control)) {
+    const bool alongAnAxis = oneModifier || wheel.place.isScale();
+    if ((alongAnAxis && wheel.place.prices) || (oneModifier && wheel.control && wheel.place.canvas)) {
         zoom.prices = prices;
         zoom.valuesFollow = true;
-    } else if (onAxis) {
+    } else if (alongAnAxis && wheel.place.values) {
         if (!zoomsOut || widthOf(wheel.values) < wheel.curves.height()) {
             zoom.leavesAutoScale = true;
             zoom.values = Bounds(*highest - newY, *highest);

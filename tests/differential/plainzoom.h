@@ -10,8 +10,14 @@ namespace Plain {
 
 using Bounds = std::pair<double, double>;
 
-/// Where the cursor is while the wheel turns.
-enum class Place { Nowhere, Canvas, Prices, Values };
+/// What the cursor is over while the wheel turns; on a common border it is over both.
+struct Place {
+    bool prices = false;
+    bool values = false;
+    bool canvas = false;
+
+    bool isScale() const { return prices || values; }
+};
 
 /// A turn of the wheel over a view.
 struct Wheel {
@@ -21,7 +27,7 @@ struct Wheel {
     QRectF curves;
     /// What stands under the cursor; on an axis one coordinate of it is of no meaning.
     QPointF cursor;
-    Place place = Place::Canvas;
+    Place place;
     bool shift = false;
     bool control = false;
     /// In eighths of a degree.

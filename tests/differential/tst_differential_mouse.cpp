@@ -24,20 +24,17 @@ QPoint randomPlace(Random& random, const QRectF& rectangle)
 Plain::Place placeOf(const TestPlot& plot, const QPointF& position)
 {
     const QwtPlotLayout* layout = plot.plotLayout();
-    if (layout->scaleRect(QwtPlot::xBottom).contains(position))
-        return Plain::Place::Prices;
-    if (layout->scaleRect(QwtPlot::yLeft).contains(position))
-        return Plain::Place::Values;
-    return layout->canvasRect().contains(position) ? Plain::Place::Canvas : Plain::Place::Nowhere;
+    return {layout->scaleRect(QwtPlot::xBottom).contains(position),
+        layout->scaleRect(QwtPlot::yLeft).contains(position), layout->canvasRect().contains(position)};
 }
 
 /// What stands under the cursor, whose place is read as one of the canvas.
-QPointF underCursor(const TestPlot& plot, Plain::Place place)
+QPointF underCursor(const TestPlot& plot, const Plain::Place& place)
 {
     QPointF position = plot.mapFromGlobal(QCursor::pos());
-    if (place == Plain::Place::Values)
+    if (place.values)
         position = plot.axisWidget(QwtPlot::yLeft)->mapFromGlobal(QCursor::pos());
-    else if (place == Plain::Place::Prices)
+    else if (place.prices)
         position = plot.axisWidget(QwtPlot::xBottom)->mapFromGlobal(QCursor::pos());
     return QPointF(plot.canvasMap(QwtPlot::xBottom).invTransform(position.x()),
         plot.canvasMap(QwtPlot::yLeft).invTransform(position.y()));
@@ -101,8 +98,8 @@ QStringList apply(Plain::AxisDrag& drag, const QPointF& place, RealPlot& both)
 {
     Plain::View& view = both.view();
     const Plain::Place pressed = placeOf(both.plot(), drag.press);
-    const bool isPrices = pressed == Plain::Place::Prices;
-    if (drag.press.isNull() || (!isPrices && pressed != Plain::Place::Values))
+    const bool isPrices = pressed.prices;
+    if (drag.press.isNull() || !pressed.isScale())
         return {};
     const std::optional<bool> shrinks = drag.shrinks(isPrices, place);
     if (!shrinks)
@@ -165,10 +162,11 @@ void tst_differential_mouse::wheel()
         both.compare(findings);
         findings.compare("signals", signalsExpected, both.seen());
         findings.given([&] {
-            return QStringLiteral("prices %1, values %2, curves %3, cursor %4 at place %5, angle %6, "
-                                  "shift %7, control %8; ")
-                       .arg(told(wheel.prices), told(wheel.values), told(wheel.curves), told(wheel.cursor))
-                       .arg(static_cast<int>(wheel.place))
+            return QStringLiteral(
+                       "prices %1, values %2, curves %3, cursor %4 (on prices: %5, on values: %6), angle %7, "
+                       "shift %8, control %9; ")
+                       .arg(told(wheel.prices), told(wheel.values), told(wheel.curves), told(wheel.cursor),
+                           told(wheel.place.prices), told(wheel.place.values))
                        .arg(wheel.angle)
                        .arg(wheel.shift)
                        .arg(wheel.control)
@@ -190,8 +188,7 @@ void tst_differential_mouse::drags()
         QPointF place = isOff ? plot.plotLayout()->canvasRect().center()
                               : randomPlace(random, plot.plotLayout()->scaleRect(axis));
         Plain::AxisDrag drag;
-        if (isLeft && placeOf(plot, place) != Plain::Place::Canvas
-            && placeOf(plot, place) != Plain::Place::Nowhere)
+        if (isLeft && placeOf(plot, place).isScale())
             drag.press = place;
         const Qt::MouseButton button = isLeft ? Qt::LeftButton : Qt::RightButton;
         QMouseEvent press(QEvent::MouseButtonPress, place, button, button, Qt::NoModifier);

@@ -60,6 +60,7 @@ bool isModest(const Bounds& bounds)
 Wheel randomWheel(Random& random)
 {
     Wheel wheel;
+    wheel.place.canvas = true;
     const auto [prices, priceData] = randomBounds(random);
     const auto [values, valueData] = randomBounds(random);
     wheel.prices = prices;
