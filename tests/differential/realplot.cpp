@@ -40,6 +40,9 @@ void RealPlot::setUpCurves(Random& random)
     m_plot->detachItems(QwtPlotItem::Rtti_PlotItem, true);
     m_curves.clear();
     m_view.curves = randomCurves(random, Samples::Finite, 3);
+    // Curves that are equally near.
+    if (m_view.curves.size() > 1 && random.oneIn(4))
+        m_view.curves[1].samples = m_view.curves[0].samples;
     for (Plain::Curve& curve : m_view.curves) {
         // Values that are no numbers of a view would leave no room for any other.
         for (QPointF& sample : curve.samples) {

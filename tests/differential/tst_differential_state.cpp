@@ -41,7 +41,8 @@ QByteArray randomState(Random& random)
 {
     QList<Plain::StoredCurve> curves;
     for (int count = random.whole(0, 6); count > 0; --count) {
-        const int type = random.oneIn(8) ? random.oneOf({-1, 1, 8, 14, -2147483647}) : random.whole(9, 13);
+        const int type
+            = random.oneIn(4) ? random.oneOf({-1, -1, 1, 8, 14, -2147483647}) : random.whole(9, 13);
         curves << Plain::StoredCurve{!random.oneIn(4), random.oneIn(2), random.oneIn(6) ? 0 : type};
     }
     const QByteArray bytes = Plain::storedBytes(curves);

@@ -54,7 +54,8 @@ QString moveLine(Random& random, RealPlot& both)
 {
     const double low = randomBound(random);
     const double high = random.oneIn(3) ? random.about(low) : randomBound(random);
-    const double quote = random.oneIn(3) ? -1.0 : random.rarelyBad(random.price(), 10);
+    const double quote
+        = random.oneIn(3) ? random.oneOf({-1.0, 0.0, -0.0}) : random.rarelyBad(random.price(), 10);
     both.view().moveLine(low, high, quote);
     both.plot().updateCurKotirPoints(low, high, quote);
     return QStringLiteral("line from %1 to %2 at %3").arg(told(low), told(high), told(quote));
