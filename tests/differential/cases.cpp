@@ -25,7 +25,7 @@ QString Differential::firstDifference(
     const char* subject, quint64 seed, int cost, const std::function<void(Random&, Findings&)>& run)
 {
     const qint64 only = numberFrom("PLOT2D_CASE", -1);
-    const qint64 usual = numberFrom("PLOT2D_CASES", 20000);
+    const qint64 usual = numberFrom("PLOT2D_CASES", 40000);
     const qint64 first = std::max<qint64>(only, 0);
     const qint64 end = only >= 0 ? only + 1 : std::max<qint64>(usual / cost, 1);
     QElapsedTimer timer;

@@ -39,7 +39,7 @@ private:
 /// Runs the cases of a subject until one shows a difference, and gives the text of that; an empty one when
 /// all agree. Each case has a generator of its own, so that it can be run again by itself.
 ///
-/// PLOT2D_CASES is the number of cases of a subject, 20,000 where it is not set; a subject whose cases take
+/// PLOT2D_CASES is the number of cases of a subject, 40,000 where it is not set; a subject whose cases take
 /// `cost` times as long as a plain function runs as many fewer. PLOT2D_CASE is the number of the only case to
 /// run.
 QString firstDifference(

@@ -153,13 +153,13 @@ QList<int> Plain::Legend::used() const
     return indices;
 }
 
-/// The first valid curve of the title; without a future there is no quote at which its line could be shown.
+/// The first valid curve of the title.
 void Plain::Legend::showCurve(const QString& title, bool visible)
 {
     for (LegendCurve& entry : curves) {
         if (entry.curve.title != title || !entry.curve.isValid())
             continue;
-        if (!entry.curve.isQuoteLine() || !visible)
+        if (!entry.curve.isQuoteLine() || !visible || quote >= 0.0)
             entry.curve.visible = visible;
         return;
     }

@@ -43,6 +43,8 @@ public:
     QMap<int, QImage> placeholders;
     /// The style of the plot's first marker with a symbol, -1 without markers.
     int markerStyle = -1;
+    /// The quote of the plot's future; the line at one below zero is not shown.
+    double quote = -1.0;
     /// Whether the plot is told what to show.
     bool isConnected = false;
     /// The visibilities announced so far.

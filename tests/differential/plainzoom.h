@@ -30,7 +30,7 @@ struct Wheel {
     Place place;
     bool shift = false;
     bool control = false;
-    /// In eighths of a degree.
+    /// In eighths of a degree, of the wheel that was turned further.
     int angle = 0;
     double minStep = 0.0;
     /// Labels of the vertical axis can no longer be told apart.

@@ -54,13 +54,13 @@ QVector<QPointF> randomSamples(Random& random, Samples kind, int most)
     return samples;
 }
 
-Plain::Curve randomCurve(Random& random, Samples kind)
+Plain::Curve randomCurve(Random& random, Samples kind, int mostSamples)
 {
     Plain::Curve curve;
     curve.type = random.oneIn(8) ? 0 : random.oneIn(10) ? -1 : random.whole(9, 13);
     curve.visible = !random.oneIn(5);
     curve.title = random.oneIn(15) ? QString() : random.title();
-    curve.samples = randomSamples(random, kind);
+    curve.samples = randomSamples(random, kind, mostSamples);
     curve.line = random.oneIn(12)
         ? random.oneOf({Plain::Line::None, Plain::Line::Steps, Plain::Line::Dots, Plain::Line::Sticks})
         : Plain::Line::Lines;
@@ -77,19 +77,42 @@ Plain::Curve randomCurve(Random& random, Samples kind)
     return curve;
 }
 
-QList<Plain::Curve> randomCurves(Random& random, Samples kind, int most)
+QList<Plain::Curve> randomCurves(Random& random, Samples kind, int most, int mostSamples)
 {
     QList<Plain::Curve> curves;
     for (int count = random.whole(0, most); count > 0; --count)
-        curves << randomCurve(random, kind);
+        curves << randomCurve(random, kind, mostSamples);
     return curves;
+}
+
+int randomLength(Random& random)
+{
+    return random.oneIn(10) ? random.oneOf({31, 32, 33, 64, 200, 1023, 1024, 1025, 2500}) : 12;
+}
+
+namespace {
+
+/// Samples as pairs or as two lists, which the library reads by different ways.
+void setSamples(PriceBased2dPlotCurve& curve, const QVector<QPointF>& samples)
+{
+    if (samples.size() % 2 == 0)
+        return curve.setSamples(samples);
+    QVector<double> prices;
+    QVector<double> values;
+    for (const QPointF& sample : samples) {
+        prices << sample.x();
+        values << sample.y();
+    }
+    curve.setSamples(prices, values);
+}
+
 }
 
 std::unique_ptr<PriceBased2dPlotCurve> made(const Plain::Curve& plain, PriceBased2dPlot* plot)
 {
     auto curve = std::make_unique<PriceBased2dPlotCurve>(plot, plain.title);
     curve->setDataType(plain.type);
-    curve->setSamples(plain.samples);
+    setSamples(*curve, plain.samples);
     curve->setStyle(styleOf(plain.line));
     curve->setLegendAttribute(QwtPlotCurve::LegendShowLine, plain.legendShowsLine);
     curve->setLegendAttribute(QwtPlotCurve::LegendShowSymbol, plain.legendShowsSymbol);

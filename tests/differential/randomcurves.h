@@ -17,9 +17,12 @@ enum class Samples { Finite, Any };
 /// and then one that is not finite.
 QVector<QPointF> randomSamples(Random& random, Samples kind, int most = 12);
 
-/// A curve that is mostly valid and visible.
-Plain::Curve randomCurve(Random& random, Samples kind);
-QList<Plain::Curve> randomCurves(Random& random, Samples kind, int most);
+/// A curve that is mostly valid and visible; the most samples are as above.
+Plain::Curve randomCurve(Random& random, Samples kind, int mostSamples = 12);
+QList<Plain::Curve> randomCurves(Random& random, Samples kind, int most, int mostSamples = 12);
+
+/// Mostly a few, now and then more than the library looks at one by one.
+int randomLength(Random& random);
 
 /// The library's curve of the same kind, not attached.
 std::unique_ptr<PriceBased2dPlotCurve> made(const Plain::Curve& plain, PriceBased2dPlot* plot = nullptr);

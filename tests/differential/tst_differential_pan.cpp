@@ -168,7 +168,7 @@ void tst_differential_pan::dragsOfAPlot()
         [&](bool on) { seen << told(on); });
     connect(panner, &PriceBased2dPlotPanner::updateLabels, this, [&] { seen << QStringLiteral("labels"); });
 
-    AGREE("drags of a plot", 503, 60, ([&](Random& random, Findings& findings) {
+    AGREE("drags of a plot", 503, 30, ([&](Random& random, Findings& findings) {
         const QRectF view(random.price(), random.price(), std::abs(random.price()), std::abs(random.price()));
         const QRectF curves = randomData(random, view);
         const int dx = randomOffset(random);

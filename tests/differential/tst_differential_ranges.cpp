@@ -103,8 +103,9 @@ void tst_differential_ranges::properRanges()
 
 void tst_differential_ranges::valuesOfCurves()
 {
-    AGREE("values of curves", 303, 4, ([](Random& random, Findings& findings) {
-        const QList<Plain::Curve> curves = Differential::randomCurves(random, Samples::Any, 4);
+    AGREE("values of curves", 303, 10, ([](Random& random, Findings& findings) {
+        const QList<Plain::Curve> curves
+            = Differential::randomCurves(random, Samples::Any, 4, Differential::randomLength(random));
         const MadeCurves library(curves);
         double x1 = random.whole(95, 115);
         if (random.oneIn(3) && !curves.isEmpty() && !curves[0].samples.isEmpty())
@@ -118,8 +119,9 @@ void tst_differential_ranges::valuesOfCurves()
 
 void tst_differential_ranges::rectangles()
 {
-    AGREE("rectangles of curves", 304, 4, ([](Random& random, Findings& findings) {
-        const QList<Plain::Curve> curves = Differential::randomCurves(random, Samples::Finite, 4);
+    AGREE("rectangles of curves", 304, 10, ([](Random& random, Findings& findings) {
+        const QList<Plain::Curve> curves
+            = Differential::randomCurves(random, Samples::Finite, 4, Differential::randomLength(random));
         const MadeCurves library(curves);
         findings.compare(
             "rectangle", Plain::rectangleAround(curves), ValueRange::boundingRectangle(library.all()));
@@ -219,9 +221,9 @@ void tst_differential_ranges::curveRecords()
 
 void tst_differential_ranges::closestSamples()
 {
-    AGREE("closest samples", 309, 3, ([](Random& random, Findings& findings) {
-        const bool isLong = random.oneIn(10);
-        const QVector<QPointF> samples = Differential::randomSamples(random, Samples::Any, isLong ? 300 : 12);
+    AGREE("closest samples", 309, 4, ([](Random& random, Findings& findings) {
+        const QVector<QPointF> samples
+            = Differential::randomSamples(random, Samples::Any, Differential::randomLength(random));
         const Plain::Cursor cursor = randomCursor(random);
         const double step = random.oneOf({1.0, 0.25, 0.0, -1.0, 1e-12, 0.9e-12, 1.1e-12, 5e-13, 1e-5});
         const ClosestPointCalcParams params{

@@ -193,7 +193,7 @@ private Q_SLOTS:
 
 void tst_differential_scaledraw::labels()
 {
-    AGREE("labels of an axis", 901, 60, ([](Random& random, Findings& findings) {
+    AGREE("labels of an axis", 901, 40, ([](Random& random, Findings& findings) {
         const AxisCase axis = randomAxis(random);
         PriceBased2dPlotScaleDraw draw(axis.axis);
         setUp(draw, axis);
@@ -218,7 +218,7 @@ void tst_differential_scaledraw::labels()
 
 void tst_differential_scaledraw::shrunkTicks()
 {
-    AGREE("shrunk ticks", 902, 60, ([](Random& random, Findings& findings) {
+    AGREE("shrunk ticks", 902, 40, ([](Random& random, Findings& findings) {
         const AxisCase axis = randomAxis(random);
         PriceBased2dPlotScaleDraw draw(axis.axis);
         setUp(draw, axis);

@@ -59,6 +59,11 @@ public:
         m_library.plot.createPicker();
         for (const int style : {1, 4, 5})
             m_plain.placeholders.insert(style, m_library.legend->resetIcons().value(style).toImage());
+        if (random.oneIn(2)) {
+            m_plain.quote = random.oneOf({105.0, 0.0, -1.0});
+            m_library.plot.setBaseCode(QStringLiteral("quoted at %1").arg(m_plain.quote));
+            m_library.plot.setPriceInterval({100.0, 120.0, 1.0, true});
+        }
         m_plain.isConnected = random.oneIn(2);
         if (m_plain.isConnected)
             QObject::connect(m_library.legend, SIGNAL(visibilityChanged(QString, bool)), &m_library.plot,
@@ -280,6 +285,10 @@ void tst_differential_state::initTestCase()
 {
     TestHost::createSecurities();
     TestHost::createBoards();
+    TestHost::addBoard(1, 2, true);
+    for (const double quote : {105.0, 0.0, -1.0})
+        TestHost::addSecurity(TestHost::future({{"base_code", QStringLiteral("quoted at %1").arg(quote)},
+            {"cur_kotir", QString::number(quote)}}));
 }
 
 void tst_differential_state::cleanupTestCase()

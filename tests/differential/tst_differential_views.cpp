@@ -127,7 +127,7 @@ void tst_differential_views::scales()
 {
     RealPlot both;
     QVERIFY(both.isReady());
-    AGREE("scales of a plot", 801, 100, ([&](Random& random, Findings& findings) {
+    AGREE("scales of a plot", 801, 60, ([&](Random& random, Findings& findings) {
         both.setUp(random);
         QStringList history;
         for (int changes = random.whole(1, 4); changes > 0 && !findings.differ(); --changes) {
@@ -144,7 +144,7 @@ void tst_differential_views::visibleValues()
     RealPlot both;
     QVERIFY(both.isReady());
     both.plot().setBaseCode(QStringLiteral("Amber"));
-    AGREE("visible values of a plot", 802, 50, ([&](Random& random, Findings& findings) {
+    AGREE("visible values of a plot", 802, 40, ([&](Random& random, Findings& findings) {
         both.setUp(random);
         Plain::View& view = both.view();
         view.priceStep = random.oneOf({0.0, 0.5, 1.0, 5.0, 2.5, 100.0, -1.0});
@@ -169,7 +169,7 @@ void tst_differential_views::closestCurves()
     RealPlot both;
     QVERIFY(both.isReady());
     both.plot().setBaseCode(QStringLiteral("Amber"));
-    AGREE("closest curves of a plot", 803, 50, ([&](Random& random, Findings& findings) {
+    AGREE("closest curves of a plot", 803, 40, ([&](Random& random, Findings& findings) {
         both.setUp(random);
         Plain::View& view = both.view();
         view.priceStep = random.oneOf({0.0, 0.5, 1.0, 2.5, -1.0, 0.25});
