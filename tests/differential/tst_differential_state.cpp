@@ -147,6 +147,11 @@ private:
     {
         Plain::LegendCurve entry;
         entry.curve = Differential::randomCurve(m_random, Samples::Finite);
+        if (m_random.oneIn(5)) {
+            entry.curve.type = 0;
+            entry.curve.line = Plain::Line::Sticks;
+            entry.curve.samples = {{105.0, -1.0}, {105.0, 1.0}};
+        }
         entry.curve.legendShowsLine = true;
         entry.curve.hasPen = true;
         entry.curve.color = entry.curve.isQuoteLine() ? QColor(Qt::red) : QColor(Qt::blue);
