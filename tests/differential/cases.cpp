@@ -1,0 +1,47 @@
+#include "differential/cases.h"
+
+#include <QElapsedTimer>
+#include <QtDebug>
+
+#include <algorithm>
+
+namespace {
+
+qint64 numberFrom(const char* variable, qint64 otherwise)
+{
+    bool isNumber = false;
+    const qint64 number = qEnvironmentVariable(variable).toLongLong(&isNumber);
+    return isNumber ? number : otherwise;
+}
+
+}
+
+void Differential::Findings::note(const char* what, const QString& plain, const QString& library)
+{
+    m_text += QStringLiteral("  %1: plain %2, library %3\n").arg(QLatin1String(what), plain, library);
+}
+
+QString Differential::firstDifference(
+    const char* subject, quint64 seed, int cost, const std::function<void(Random&, Findings&)>& run)
+{
+    const qint64 only = numberFrom("PLOT2D_CASE", -1);
+    const qint64 usual = numberFrom("PLOT2D_CASES", 40000);
+    const qint64 first = std::max<qint64>(only, 0);
+    const qint64 end = only >= 0 ? only + 1 : std::max<qint64>(usual / cost, 1);
+    QElapsedTimer timer;
+    timer.start();
+    for (qint64 number = first; number < end; ++number) {
+        Random random(seed, static_cast<quint64>(number));
+        Findings findings;
+        run(random, findings);
+        if (findings.differ())
+            return QStringLiteral("%1, seed %2, PLOT2D_CASE=%3\n%4")
+                .arg(QLatin1String(subject))
+                .arg(seed)
+                .arg(number)
+                .arg(findings.text());
+    }
+    qInfo("%s: %lld cases in %lld ms", subject, static_cast<long long>(end - first),
+        static_cast<long long>(timer.elapsed()));
+    return QString();
+}
