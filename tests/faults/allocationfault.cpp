@@ -180,7 +180,6 @@ void free(void* block) noexcept
         --live;
     __libc_free(block);
 }
-
 }
 
 #endif

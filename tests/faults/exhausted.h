@@ -19,11 +19,13 @@ struct Exhausted {
 
 /// Makes the first allocation of a call fail, then the second, and so on until there is none left.
 ///
-/// Each time the call either throws std::bad_alloc or gives the same result as ever; all that it took is given
-/// back, and the same call right afterwards has that result again. A result needs an operator ==.
+/// Each time the call either throws std::bad_alloc or gives the same result as ever; all that it took is
+/// given back, and the same call right afterwards has that result again. A result needs an operator ==.
 ///
-/// What prepare() does comes before each of the calls that fail, and fails nowhere.
-template <typename Prepare, typename Call> Exhausted exhaust(const Prepare& prepare, const Call& call)
+/// What prepare() does comes before each of the calls that fail, and fails nowhere. It is for calls that
+/// change what they are called on: what these keep is not counted as lost.
+template <typename Prepare, typename Call>
+Exhausted exhaust(const Prepare& prepare, const Call& call, bool keeps = true)
 {
     Exhausted found;
     // What is made once and kept is made now.
@@ -53,7 +55,7 @@ template <typename Prepare, typename Call> Exhausted exhaust(const Prepare& prep
         };
         if (!isSame)
             tell("the call gives another result");
-        else if (lost != 0 && hasThrown)
+        else if (lost != 0 && !keeps)
             tell(qPrintable(QStringLiteral("%1 blocks are lost").arg(lost)));
         else if (!(call() == expected))
             tell("the next call gives another result");
@@ -68,5 +70,5 @@ template <typename Prepare, typename Call> Exhausted exhaust(const Prepare& prep
 
 template <typename Call> Exhausted exhaust(const Call& call)
 {
-    return exhaust([] {}, call);
+    return exhaust([] {}, call, false);
 }

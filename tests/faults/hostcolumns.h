@@ -4,8 +4,8 @@
 
 #include <QDateTime>
 
-/// The tables of a market of two futures and three options, of which one column has a type of the test's choice
-/// or holds nothing.
+/// The tables of a market of two futures and three options, of which one column has a type of the test's
+/// choice or holds nothing.
 namespace HostColumns {
 
 /// One column as another host might have made it.
@@ -36,7 +36,8 @@ inline const char* nameOf(FieldType type)
 inline QVariant converted(const QString& column, const QVariant& value, FieldType type)
 {
     if (column == QLatin1String("expdate") && type == FieldType::Text)
-        return QDateTime::fromMSecsSinceEpoch(value.toLongLong(), Qt::UTC).toString(QStringLiteral("yyyy-MM-dd"));
+        return QDateTime::fromMSecsSinceEpoch(value.toLongLong(), Qt::UTC)
+            .toString(QStringLiteral("yyyy-MM-dd"));
     if (type == FieldType::Text)
         return value.toString();
     bool isNumber = false;

@@ -46,7 +46,6 @@ template <typename Strokes> auto piecesOf(const Strokes& strokes)
     return std::make_tuple(strokes.columns, strokes.lines);
 }
 
-
 }
 
 /// The functions that decide, and the reader of the legend's state, when memory runs out at each of their
@@ -100,8 +99,8 @@ void tst_allocationfaults::cleanupTestCase()
     qInfo("%ld faults have ended a call", m_thrownInAll);
 }
 
-// A function without a fault would have tested nothing. What Qt's containers allocate goes unseen where malloc()
-// does not take part.
+// A function without a fault would have tested nothing. What Qt's containers allocate goes unseen where
+// malloc() does not take part.
 void tst_allocationfaults::cleanup()
 {
     m_thrownInAll += m_thrown;
@@ -126,7 +125,8 @@ void tst_allocationfaults::faultsArrive()
     QCOMPARE(byNew.allocations, 1L);
     QCOMPARE(byNew.thrown, 1L);
     if (AllocationFault::coversMalloc()) {
-        const Exhausted byQt = exhaust([] { return QString(100, QLatin1Char('x')).size() + QVector<int>(9).size(); });
+        const Exhausted byQt
+            = exhaust([] { return QString(100, QLatin1Char('x')).size() + QVector<int>(9).size(); });
         QCOMPARE(byQt.problem, QString());
         QCOMPARE(byQt.allocations, 2L);
         QCOMPARE(byQt.thrown, 2L);
@@ -188,8 +188,7 @@ void tst_allocationfaults::thinning()
         bear([&] { return LabelThinning::overlaps(all, rectangles, quote, measure(quote.value)); });
         bear([&] {
             QList<double> left = all;
-            const bool removed
-                = LabelThinning::removeNeighbourOfQuote({130.0, 131.0}, quote, left);
+            const bool removed = LabelThinning::removeNeighbourOfQuote({130.0, 131.0}, quote, left);
             return std::make_pair(removed, left);
         });
     }
@@ -262,7 +261,8 @@ void tst_allocationfaults::sampleIndex()
     const auto answers = [](const QwtSeriesData<QPointF>* series) {
         const auto index = SampleIndex::of(series);
         const SampleIndex::Bounds bounds = index->bounds(3, 2900);
-        return std::make_tuple(index->size(), index->finiteCount(), index->isAscending(), bounds.low, bounds.high);
+        return std::make_tuple(
+            index->size(), index->finiteCount(), index->isAscending(), bounds.low, bounds.high);
     };
     const QwtPointSeriesData points(wave(3000));
     bear([&] { return answers(&points); });
@@ -279,16 +279,16 @@ void tst_allocationfaults::sampleIndex()
 void tst_allocationfaults::closestPoint()
 {
     const ClosestPointCalcParams params{0.0, 500.0, -1.0, 1.0, 222.0, 0.9};
-    const auto asTuple = [](const ClosestPointParams& found) {
-        return std::make_tuple(found.index, found.distance);
-    };
+    const auto asTuple
+        = [](const ClosestPointParams& found) { return std::make_tuple(found.index, found.distance); };
     bear([&] { return asTuple(ClosestPoint::find(*m_curve->sampleIndex(), params)); }, false);
     const std::function<QPointF(int)> sample = [this](int i) { return m_curve->sample(std::size_t(i)); };
     bear([&] { return asTuple(ClosestPoint::find(5000, sample, params)); }, false);
-    bear([] {
-        const auto ends = QuoteLine::ends(1.0, 2.0, 100.0);
-        return std::make_pair(ends->front(), ends->back());
-    },
+    bear(
+        [] {
+            const auto ends = QuoteLine::ends(1.0, 2.0, 100.0);
+            return std::make_pair(ends->front(), ends->back());
+        },
         false);
 }
 
@@ -299,7 +299,8 @@ void tst_allocationfaults::legendState_data()
     const QByteArray whole = LegendState::write(m_plot->attachedCurves(-1));
     QTest::newRow("whole") << whole << 2;
     QTest::newRow("cut off") << whole.left(whole.size() - 1) << 1;
-    QTest::newRow("more than there are") << whole.left(8) + QByteArray("\x7f\xff\xff\xff", 4) + whole.mid(12) << 2;
+    QTest::newRow("more than there are")
+        << whole.left(8) + QByteArray("\x7f\xff\xff\xff", 4) + whole.mid(12) << 2;
     QTest::newRow("of another version") << QByteArray(40, '\x01') << 0;
 }
 

@@ -3,8 +3,8 @@
 #include "support/testmain.h"
 #include "support/testplot.h"
 
-#include <c_api/common.h>
 #include <basic_models/strikebybasecodemodel.h>
+#include <c_api/common.h>
 #include <plot2d/pricebased2dplotpointmanager.h>
 
 #include <qwt_scale_div.h>
@@ -28,8 +28,8 @@ constexpr int secondFuture = 11;
 
 bool isAnyOf(const Change& change, const char* table, std::initializer_list<const char*> columns)
 {
-    return std::any_of(columns.begin(), columns.end(),
-        [&](const char* column) { return change.isOf(table, column); });
+    return std::any_of(
+        columns.begin(), columns.end(), [&](const char* column) { return change.isOf(table, column); });
 }
 
 bool isInteger(const Change& change)
@@ -52,11 +52,9 @@ template <typename Call> QString answer(Call call)
 
 QString describe(const PriceInterval& interval)
 {
-    return interval.valid ? QStringLiteral("%1 to %2 by %3")
-                                .arg(interval.minPrice)
-                                .arg(interval.maxPrice)
-                                .arg(interval.minStep)
-                          : QStringLiteral("none");
+    return interval.valid
+        ? QStringLiteral("%1 to %2 by %3").arg(interval.minPrice).arg(interval.maxPrice).arg(interval.minStep)
+        : QStringLiteral("none");
 }
 
 /// The number of a row, from 1.
@@ -192,8 +190,8 @@ void tst_fieldtypes::futureOfIds()
     const auto plot = makePlot(change);
     plot->setIsinId(secondFuture);
     plot->setBoardId(2);
-    const bool isFound = !isAnyOf(change, securities, {"isin_id", "board_id"})
-        || (!change.isNull && isInteger(change));
+    const bool isFound
+        = !isAnyOf(change, securities, {"isin_id", "board_id"}) || (!change.isNull && isInteger(change));
     QCOMPARE(answer([&] { return describe(plot->getFuture()); }),
         isFound ? QStringLiteral("2") : QStringLiteral("none"));
 }
@@ -209,8 +207,8 @@ void tst_fieldtypes::quote()
     // What comes before the column in question is not there, so that it is read.
     for (int i = 0; i < own; ++i)
         TestHost::changeRow(future, {{names.at(i), QVariant()}});
-    const QString expected = own < 0 ? quotes.first()
-        : change.isNull              ? quotes.at(own + 1)
+    const QString expected = own < 0        ? quotes.first()
+        : change.isNull                     ? quotes.at(own + 1)
         : change.type == FieldType::Decimal ? quotes.at(own)
                                             : thrown;
     const QStringList state = stateOf(*plot);
@@ -359,7 +357,8 @@ void tst_fieldtypes::managerThatCannotStart()
 // A model that was interrupted in the middle of its reset goes on with the next table.
 void tst_fieldtypes::worksAgainAfterwards()
 {
-    const auto plot = makePlot({QLatin1String(securities), QStringLiteral("sec_id"), FieldType::Int32, false});
+    const auto plot
+        = makePlot({QLatin1String(securities), QStringLiteral("sec_id"), FieldType::Int32, false});
     Manager manager(false, plot.get());
     plot->setBaseCode(code);
     const auto sizes = [&manager] { return manager.model()->rowCount(); };
