@@ -26,27 +26,33 @@ QString normalized(const QString& key)
     return key.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
 }
 
-/// Whether a settings file, or nothing yet, stands there.
+enum class Place { Usable, Broken, Unknown };
+
+/// What stands there: a settings file or nothing yet, something else, or what cannot be found out now.
 ///
 /// QSettings reports a malformed file once, takes it for an empty one from then on and replaces it. So what
 /// stands there is tried on a copy.
-bool canBeReplaced(const QString& fileName)
+Place placeOf(const QString& fileName)
 {
     const QFileInfo info(fileName);
     if (!info.exists())
-        return true;
+        return Place::Usable;
+    if (!info.isFile())
+        return Place::Broken;
     QFile file(fileName);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        return false;
+    if (!file.open(QIODevice::ReadOnly))
+        return Place::Unknown;
     const QByteArray content = file.readAll();
     if (content.isEmpty())
-        return true;
+        return Place::Usable;
+    if (content.contains('\0'))
+        return Place::Broken;
     QTemporaryFile copy;
-    if (content.contains('\0') || !copy.open() || copy.write(content) != content.size() || !copy.flush())
-        return false;
+    if (!copy.open() || copy.write(content) != content.size() || !copy.flush())
+        return Place::Unknown;
     const QSettings trial(copy.fileName(), QSettings::IniFormat);
     trial.allKeys(); // The lines of a section are read on demand.
-    return trial.status() == QSettings::NoError;
+    return trial.status() == QSettings::NoError ? Place::Usable : Place::Broken;
 }
 
 }
@@ -99,7 +105,7 @@ struct Settings::Private {
 
 bool Settings::Private::write()
 {
-    if (!canBeReplaced(fileName))
+    if (placeOf(fileName) != Place::Usable)
         return false;
     // A QSettings keeps its first error for good; hence a new one for each attempt.
     auto attempt = std::make_unique<QSettings>(fileName, QSettings::IniFormat);
@@ -169,6 +175,11 @@ void Settings::remove(const QString& key)
 bool Settings::sync()
 {
     return d->write();
+}
+
+bool Settings::isBroken(const QString& fileName)
+{
+    return placeOf(fileName) == Place::Broken;
 }
 
 QString Settings::fileName() const
