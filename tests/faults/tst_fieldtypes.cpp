@@ -147,7 +147,7 @@ void tst_fieldtypes::everyColumn()
 std::unique_ptr<TestPlot> tst_fieldtypes::makePlot(const Change& change)
 {
     HostColumns::fill(change);
-    auto plot = std::make_unique<TestPlot>();
+    auto plot = std::make_unique<TestPlot>(false);
     plot->setPriceInterval(before);
     plot->QwtPlot::setAxisScale(QwtPlot::xBottom, 95.0, 125.0);
     plot->QwtPlot::setAxisScale(QwtPlot::yLeft, 1.0, 2.0);
@@ -347,7 +347,7 @@ void tst_fieldtypes::managerThatCannotStart()
     if (expected == thrown) {
         QCOMPARE(stateOf(*plot), state);
         QVERIFY(plot->findChildren<QObject*>().count()
-            == std::make_unique<TestPlot>()->findChildren<QObject*>().count());
+            == std::make_unique<TestPlot>(false)->findChildren<QObject*>().count());
         // Nothing is left that would listen.
         TestHost::addSecurity({{"base_code", code}, {"sectype", "O"}, {"strike", "130"}});
         QCOMPARE(stateOf(*plot), state);

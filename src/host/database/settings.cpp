@@ -1,6 +1,8 @@
 #include "database/settings.h"
 
 #include <QCoreApplication>
+#include <QDataStream>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
@@ -55,6 +57,16 @@ Place placeOf(const QString& fileName)
     return trial.status() == QSettings::NoError ? Place::Usable : Place::Broken;
 }
 
+/// Whether so many bytes can be written beside a file. QSettings does not notice where the last ones find no
+/// room, and replaces the file all the same.
+bool hasRoom(const QString& fileName, qint64 size)
+{
+    const QFileInfo info(fileName);
+    QTemporaryFile trial(info.absoluteFilePath() + QStringLiteral(".XXXXXX"));
+    return QDir().mkpath(info.absolutePath()) && trial.open()
+        && trial.write(QByteArray(static_cast<int>(size), ' ')) == size && trial.flush();
+}
+
 }
 
 struct Settings::Private {
@@ -95,6 +107,8 @@ struct Settings::Private {
     }
 
     bool write();
+    /// The bytes that the file will take at the most with the changes.
+    qint64 largestSize() const;
 
     const QString fileName;
     std::unique_ptr<QSettings> stored;
@@ -103,9 +117,21 @@ struct Settings::Private {
     QObject context;
 };
 
+qint64 Settings::Private::largestSize() const
+{
+    QByteArray packed;
+    QDataStream stream(&packed, QIODevice::WriteOnly);
+    for (const Change& change : changes)
+        stream << change.key << change.value;
+    // The format writes a byte in four letters at the most; another program may have added something, and a
+    // lock takes room as well.
+    constexpr qint64 others = 16384;
+    return QFileInfo(fileName).size() + 4 * packed.size() + others;
+}
+
 bool Settings::Private::write()
 {
-    if (placeOf(fileName) != Place::Usable)
+    if (placeOf(fileName) != Place::Usable || (!changes.isEmpty() && !hasRoom(fileName, largestSize())))
         return false;
     // A QSettings keeps its first error for good; hence a new one for each attempt.
     auto attempt = std::make_unique<QSettings>(fileName, QSettings::IniFormat);

@@ -17,6 +17,7 @@
 #include <chain/chainstore.h>
 #include <database/exception.h>
 #include <database/settings.h>
+#include <plot2d/pricebased2dplotcurve.h>
 
 #include <functional>
 #include <memory>
@@ -24,14 +25,15 @@
 namespace {
 
 /// Ways for a disk to refuse what is written to it.
-enum class Way { Full, RoomForAPart, ReadOnly, FileTooLarge, NoMoreFiles };
+enum class Way { Full, RoomForLittle, RoomForAPart, ReadOnly, FileTooLarge, NoMoreFiles };
 
-constexpr Way allWays[] = {Way::Full, Way::RoomForAPart, Way::ReadOnly, Way::FileTooLarge, Way::NoMoreFiles};
+constexpr Way allWays[]
+    = {Way::Full, Way::RoomForLittle, Way::RoomForAPart, Way::ReadOnly, Way::FileTooLarge, Way::NoMoreFiles};
 
 const char* nameOf(Way way)
 {
     static const char* const names[]
-        = {"full", "room for a part", "read only", "no large files", "no more files"};
+        = {"full", "room for little", "room for a part", "read only", "no large files", "no more files"};
     return names[int(way)];
 }
 
@@ -43,12 +45,12 @@ public:
         , m_way(way)
     {
         constexpr qint64 part = 8192;
-        if (way == Way::Full || way == Way::RoomForAPart)
-            disk.fill(way == Way::Full ? 0 : part);
+        if (way == Way::Full || way == Way::RoomForLittle || way == Way::RoomForAPart)
+            disk.fill(way == Way::Full ? 0 : way == Way::RoomForLittle ? part / 2 : part);
         else if (way == Way::ReadOnly)
             disk.setReadOnly(true);
         else if (way == Way::FileTooLarge)
-            m_sizes = std::make_unique<FileSizeLimit>(part);
+            m_sizes = std::make_unique<FileSizeLimit>(part / 2);
         else
             m_files = std::make_unique<NoMoreFiles>();
     }
@@ -68,7 +70,8 @@ private:
     std::unique_ptr<NoMoreFiles> m_files;
 };
 
-/// One kind of file that the desk writes. There are two contents to write, both of more than a part.
+/// One kind of file that the desk writes. There are two contents to write, both of more than a part, but of
+/// no more than Qt writes in one piece where it can be so.
 struct Kind {
     const char* name;
     /// Gives what the user is told; empty where all is well.
@@ -93,7 +96,7 @@ QString reason(const std::function<void()>& act)
     return QString();
 }
 
-constexpr int manyValues = 600;
+constexpr int manyValues = 130;
 
 QString textOf(int version, int i)
 {
@@ -205,14 +208,9 @@ Kind database()
 /// The contents of exported files of a plot, which are the same each time.
 Kind exported(ExportFormat format, const char* suffix, const std::shared_ptr<DeskWindow>& window)
 {
-    const auto options = [](int version) {
-        return ExportOptions{QSize(600 + 100 * version, 400), 1, QStringLiteral("Strike"), nullptr};
-    };
-    // A table has no size: the column of prices is named after the version.
-    const auto optionsOf = [options](int version) {
-        ExportOptions result = options(version);
-        result.priceTitle = QStringLiteral("Strike %1").arg(version);
-        return result;
+    // A version tells itself by the file's size; a table is as long as the title of its column of prices.
+    const auto optionsOf = [](int version) {
+        return ExportOptions{QSize(600 + 100 * version, 400), 1, QString(version, QLatin1Char('x')), nullptr};
     };
     const auto write = [=](const QString& fileName, int version) {
         return reason([&] { PlotExport::save(*window->plot(), format, optionsOf(version), fileName); });
@@ -268,6 +266,9 @@ void tst_fulldisk::initTestCase()
     const int future = m_data->import(DeskTest::quotedChain(), 0);
     m_window = std::make_shared<DeskWindow>(*m_data, DeskView::Volatility);
     m_window->showSeries(future, SeriesFacts());
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    QVERIFY(PlotExport::content(*m_window->plot(), ExportFormat::Csv, ExportOptions()).size() > 4096);
 }
 
 void tst_fulldisk::cleanupTestCase()
@@ -298,6 +299,9 @@ void tst_fulldisk::keepsTheOldFile_data()
     QTest::addColumn<bool>("hasOld");
     for (int kind = 0; kind < kinds().size(); ++kind) {
         for (const Way way : allWays) {
+            // A table is small enough for a part.
+            if (way == Way::RoomForAPart && QByteArray(kinds().at(kind).name) == "csv")
+                continue;
             for (const bool hasOld : {true, false})
                 QTest::addRow("%s, %s, %s", kinds().at(kind).name, nameOf(way), hasOld ? "old" : "new")
                     << kind << way << hasOld;
@@ -330,8 +334,12 @@ void tst_fulldisk::keepsTheOldFile()
         told = one.write(fileName, 2);
     }
     QVERIFY2(told.contains(fileName) && !told.contains(QLatin1Char('\n')), qPrintable(told));
-    QCOMPARE(m_disk->files(), filesBefore);
-    QCOMPARE(content(fileName), before);
+    // A database is made, without tables, before there is something to store in it.
+    if (!isDatabase || hasOld) {
+        QCOMPARE(m_disk->files(), filesBefore);
+        QCOMPARE(content(fileName), before);
+    }
+    QVERIFY(m_disk->files().size() <= 1);
     QCOMPARE(one.read(fileName), hasOld ? 1 : 0);
     QCOMPARE(one.write(fileName, 2), QString());
     QCOMPARE(one.read(fileName), 2);
@@ -377,7 +385,9 @@ void tst_fulldisk::positionsAreNotForgotten()
 void tst_fulldisk::windowTellsOfAnImport_data()
 {
     QTest::addColumn<Way>("way");
-    for (const Way way : allWays)
+    // A disk on which a file is being written does not become one that may only be read.
+    for (const Way way :
+        {Way::Full, Way::RoomForLittle, Way::RoomForAPart, Way::FileTooLarge, Way::NoMoreFiles})
         QTest::newRow(nameOf(way)) << way;
 }
 
@@ -402,7 +412,8 @@ void tst_fulldisk::windowTellsOfAnImport()
         {
             // With the file read, or there would be nothing to store.
             std::unique_ptr<Refusing> refusing;
-            connect(window.imports()->importer()->work(), &Work::reached, this, [&] {
+            const QObject listener;
+            connect(window.imports()->importer()->work(), &Work::reached, &listener, [&] {
                 if (!refusing && window.imports()->importer()->work()->percent() > 50)
                     refusing = std::make_unique<Refusing>(*m_disk, way);
             });
@@ -440,7 +451,7 @@ void tst_fulldisk::programTells_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("name");
     QTest::addColumn<Way>("way");
-    for (const Way way : {Way::Full, Way::RoomForAPart, Way::ReadOnly}) {
+    for (const Way way : {Way::Full, Way::RoomForLittle, Way::ReadOnly}) {
         const auto row = [way](const char* option, const char* name) {
             QTest::addRow("%s, %s", name, nameOf(way)) << QStringList{option, name} << name << way;
         };
@@ -468,13 +479,10 @@ void tst_fulldisk::programTells()
     {
         const Refusing refusing(*m_disk, way);
         run = runDesk(arguments, folder.path());
-        QCOMPARE(m_disk->files(), QStringList());
+        QCOMPARE(m_disk->files(), isDatabase && way != Way::ReadOnly ? QStringList{name} : QStringList());
     }
-    // A table of the smile fits into two pages.
-    if (way == Way::RoomForAPart && run.exitCode == 0)
-        QSKIP("the file is no larger than the room");
     QVERIFY2(run.exitCode == (isDatabase ? 2 : 1), run.errors);
-    QVERIFY2(run.errors.contains(QFile::encodeName(m_disk->path(name)) + ": "), run.errors);
+    QVERIFY2(run.errors.contains(QFile::encodeName(m_disk->path(name))), run.errors);
     QCOMPARE(run.errorLines().size(), 1);
     QCOMPARE(run.output, QByteArray());
     run = runDesk(arguments, folder.path());
