@@ -1,5 +1,6 @@
 #include "legendstate_p.h"
 
+#include <QBuffer>
 #include <QDataStream>
 #include <QSet>
 
@@ -14,7 +15,10 @@ constexpr int streamVersion = QDataStream::Qt_4_0;
 QByteArray LegendState::write(const QList<PriceBased2dPlotCurve*>& curves)
 {
     QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    // A stream that makes its own buffer would lose it where memory runs out.
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QDataStream stream(&buffer);
     stream.setVersion(streamVersion);
     stream << formatTag << formatVersion << static_cast<qint32>(curves.size());
     for (const PriceBased2dPlotCurve* curve : curves)
@@ -25,7 +29,10 @@ QByteArray LegendState::write(const QList<PriceBased2dPlotCurve*>& curves)
 QVector<PriceBased2dPlotCurve::CurveParams> LegendState::read(const QByteArray& bytes, const QSet<int>& types)
 {
     QVector<PriceBased2dPlotCurve::CurveParams> records;
-    QDataStream stream(bytes);
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QDataStream stream(&buffer);
     stream.setVersion(streamVersion);
     qint32 tag = -1;
     qint32 version = -1;

@@ -67,6 +67,8 @@ bool PriceBased2dPlotCurve::isValid() const
 
 void PriceBased2dPlotCurve::setVisible(bool on)
 {
+    // A host whose replot() deletes the curve must find nothing done with it afterwards.
+    const std::weak_ptr<const bool> life = m_life;
     if (m_plot && m_dataType == quoteLineType) {
         if (on && !showQuote())
             return;
@@ -75,10 +77,13 @@ void PriceBased2dPlotCurve::setVisible(bool on)
         m_plot->updateAxisWidgets();
     } else if (m_plot && m_dataType == markedType) {
         const QList<QwtPlotMarker*> markers = m_plot->attachedMarkers();
-        for (QwtPlotMarker* marker : markers)
-            marker->setVisible(on);
+        for (QwtPlotMarker* marker : markers) {
+            if (!life.expired() && m_plot && m_plot->attachedMarkers().contains(marker))
+                marker->setVisible(on);
+        }
     }
-    QwtPlotItem::setVisible(on);
+    if (!life.expired())
+        QwtPlotItem::setVisible(on);
 }
 
 bool PriceBased2dPlotCurve::showQuote()

@@ -118,4 +118,6 @@ private:
     int m_dataType = -1;
     QPointer<PriceBased2dPlot> m_plot;
     mutable std::unique_ptr<SampleIndex> m_index;
+    /// Whose weak pointers tell whether the curve has outlived a call.
+    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
 };

@@ -71,8 +71,11 @@ void PriceBased2dPlotPointManager::setPlot(PriceBased2dPlot* plot)
     m_plot = plot;
     if (!m_plot || !m_model || m_plot->baseCode() == m_model->baseCode())
         return;
-    m_model->setBaseCode(m_plot->baseCode());
-    m_model->sort(0, Qt::AscendingOrder);
+    // The model's reset reaches listeners of the interval, which may delete the manager or its model.
+    const QPointer<StrikeByBaseCodeModel> model(m_model);
+    model->setBaseCode(m_plot->baseCode());
+    if (model)
+        model->sort(0, Qt::AscendingOrder);
 }
 
 StrikeByBaseCodeModel* PriceBased2dPlotPointManager::model() const

@@ -41,6 +41,10 @@ public:
 
     void replot() override
     {
+        // A copy, which outlives the plot.
+        const std::function<bool()> replaces = replacesReplot;
+        if (replaces && replaces())
+            return;
         calls << QStringLiteral("replot");
         if (onReplot)
             onReplot();
@@ -75,6 +79,8 @@ public:
     QStringList calls;
     /// Called at the start of each replot().
     std::function<void()> onReplot;
+    /// Called before it; true where it has deleted the plot.
+    std::function<bool()> replacesReplot;
     /// What minMaxYAtXRange() answers instead of looking.
     std::optional<std::pair<double, double>> fixedRange;
     /// The objects whose QEvent::User came through the event filter.

@@ -14,6 +14,8 @@ void WholeFile::write(const QString& fileName, const QByteArray& content)
     if (info.exists() && !info.isFile())
         throw Exception(OutputTexts::tr("%1: it is no file").arg(fileName));
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+    // What only the closing of the file writes may fail unnoticed, and then replace the old one.
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush()
+        || !file.commit())
         throw Exception(QStringLiteral("%1: %2").arg(fileName, file.errorString()));
 }

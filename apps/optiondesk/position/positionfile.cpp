@@ -104,7 +104,9 @@ bool PositionFile::write()
 {
     const QByteArray text = PositionJson::written(m_legs);
     QSaveFile file(m_fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    // What only the closing of the file writes may fail unnoticed, and then replace the old one.
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush()
+        && file.commit();
 }
 
 }

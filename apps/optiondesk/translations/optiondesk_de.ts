@@ -702,6 +702,10 @@
         <source>Forward %1, %2 (parity)</source>
         <translation>Forward %1, %2 (Parität)</translation>
     </message>
+    <message>
+        <source>%1: the settings cannot be read or written now; nothing is kept</source>
+        <translation>%1: die Einstellungen können jetzt nicht gelesen oder geschrieben werden; nichts wird behalten</translation>
+    </message>
 </context>
 <context>
     <name>DeskWindow</name>

@@ -45,10 +45,15 @@ bool DeskSettings::open(const QString& fileName)
 
 void DeskSettings::replace(const QString& fileName, Broken broken)
 {
+    // A good file that only cannot be tried now, as on a full disk, must not get lost.
+    const bool isBroken = SettingsFile::isDangerous(fileName) || Settings::isBroken(fileName);
     const bool canBeRead = QFileInfo(fileName).isFile() && QFile(fileName).open(QIODevice::ReadOnly);
     const QString kept
-        = canBeRead && broken == Broken::SetAside ? SettingsFile::setAside(fileName) : QString();
-    if (!kept.isEmpty() && open(fileName))
+        = isBroken && canBeRead && broken == Broken::SetAside ? SettingsFile::setAside(fileName) : QString();
+    if (!isBroken)
+        m_problem
+            = DeskTexts::tr("%1: the settings cannot be read or written now; nothing is kept").arg(fileName);
+    else if (!kept.isEmpty() && open(fileName))
         m_problem
             = DeskTexts::tr("%1: this is no settings file; it is kept as %2, and the settings begin anew")
                   .arg(fileName, QFileInfo(kept).fileName());

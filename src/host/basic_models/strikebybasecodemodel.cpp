@@ -333,8 +333,10 @@ void StrikeByBaseCodeModel::announceInserted(std::vector<decimal> strikes)
         showTopRank();
         return;
     }
-    // A listener may change the table meanwhile, so what is still new is asked again each time.
-    for (std::size_t i = 0; i < strikes.size();) {
+    // A listener may change the table meanwhile, so what is still new is asked again each time; and it may
+    // delete the model.
+    const QPointer<StrikeByBaseCodeModel> self(this);
+    for (std::size_t i = 0; self && i < strikes.size();) {
         if (!d->isNew(strikes[i])) {
             ++i;
             continue;
@@ -360,7 +362,8 @@ void StrikeByBaseCodeModel::announceRemoved(std::vector<decimal> strikes)
         showTopRank();
         return;
     }
-    for (std::size_t i = 0; i < strikes.size();) {
+    const QPointer<StrikeByBaseCodeModel> self(this);
+    for (std::size_t i = 0; self && i < strikes.size();) {
         if (!d->isGone(strikes[i])) {
             ++i;
             continue;

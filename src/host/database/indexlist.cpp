@@ -2,7 +2,7 @@
 
 #include "rowlayout_p.h"
 
-IndexList::IndexList(QSharedPointer<const Rows> rows)
+IndexList::IndexList(std::shared_ptr<const Rows> rows)
     : m_rows(std::move(rows))
 {
 }

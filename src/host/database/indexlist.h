@@ -2,8 +2,9 @@
 
 #include "database/record.h"
 
-#include <QSharedPointer>
 #include <QVector>
+
+#include <memory>
 
 /// The rows of a table in their order, as they stood when the list was taken.
 ///
@@ -39,12 +40,12 @@ public:
     };
 
     IndexList() = default;
-    explicit IndexList(QSharedPointer<const Rows> rows);
+    explicit IndexList(std::shared_ptr<const Rows> rows);
 
     const_iterator begin() const;
     const_iterator end() const;
     int size() const;
 
 private:
-    QSharedPointer<const Rows> m_rows;
+    std::shared_ptr<const Rows> m_rows;
 };

@@ -1,6 +1,8 @@
 #include "database/settings.h"
 
 #include <QCoreApplication>
+#include <QDataStream>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
@@ -26,27 +28,43 @@ QString normalized(const QString& key)
     return key.split(QLatin1Char('/'), Qt::SkipEmptyParts).join(QLatin1Char('/'));
 }
 
-/// Whether a settings file, or nothing yet, stands there.
+enum class Place { Usable, Broken, Unknown };
+
+/// What stands there: a settings file or nothing yet, something else, or what cannot be found out now.
 ///
 /// QSettings reports a malformed file once, takes it for an empty one from then on and replaces it. So what
 /// stands there is tried on a copy.
-bool canBeReplaced(const QString& fileName)
+Place placeOf(const QString& fileName)
 {
     const QFileInfo info(fileName);
     if (!info.exists())
-        return true;
+        return Place::Usable;
+    if (!info.isFile())
+        return Place::Broken;
     QFile file(fileName);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        return false;
+    if (!file.open(QIODevice::ReadOnly))
+        return Place::Unknown;
     const QByteArray content = file.readAll();
     if (content.isEmpty())
-        return true;
+        return Place::Usable;
+    if (content.contains('\0'))
+        return Place::Broken;
     QTemporaryFile copy;
-    if (content.contains('\0') || !copy.open() || copy.write(content) != content.size() || !copy.flush())
-        return false;
+    if (!copy.open() || copy.write(content) != content.size() || !copy.flush())
+        return Place::Unknown;
     const QSettings trial(copy.fileName(), QSettings::IniFormat);
     trial.allKeys(); // The lines of a section are read on demand.
-    return trial.status() == QSettings::NoError;
+    return trial.status() == QSettings::NoError ? Place::Usable : Place::Broken;
+}
+
+/// Whether so many bytes can be written beside a file. QSettings does not notice where the last ones find no
+/// room, and replaces the file all the same.
+bool hasRoom(const QString& fileName, qint64 size)
+{
+    const QFileInfo info(fileName);
+    QTemporaryFile trial(info.absoluteFilePath() + QStringLiteral(".XXXXXX"));
+    return QDir().mkpath(info.absolutePath()) && trial.open()
+        && trial.write(QByteArray(static_cast<int>(size), ' ')) == size && trial.flush();
 }
 
 }
@@ -89,6 +107,8 @@ struct Settings::Private {
     }
 
     bool write();
+    /// The bytes that the file will take at the most with the changes.
+    qint64 largestSize() const;
 
     const QString fileName;
     std::unique_ptr<QSettings> stored;
@@ -97,9 +117,21 @@ struct Settings::Private {
     QObject context;
 };
 
+qint64 Settings::Private::largestSize() const
+{
+    QByteArray packed;
+    QDataStream stream(&packed, QIODevice::WriteOnly);
+    for (const Change& change : changes)
+        stream << change.key << change.value;
+    // The format writes a byte in four letters at the most; another program may have added something, and a
+    // lock takes room as well.
+    constexpr qint64 others = 16384;
+    return QFileInfo(fileName).size() + 4 * packed.size() + others;
+}
+
 bool Settings::Private::write()
 {
-    if (!canBeReplaced(fileName))
+    if (placeOf(fileName) != Place::Usable || (!changes.isEmpty() && !hasRoom(fileName, largestSize())))
         return false;
     // A QSettings keeps its first error for good; hence a new one for each attempt.
     auto attempt = std::make_unique<QSettings>(fileName, QSettings::IniFormat);
@@ -169,6 +201,11 @@ void Settings::remove(const QString& key)
 bool Settings::sync()
 {
     return d->write();
+}
+
+bool Settings::isBroken(const QString& fileName)
+{
+    return placeOf(fileName) == Place::Broken;
 }
 
 QString Settings::fileName() const

@@ -5,7 +5,6 @@
 #include <QHash>
 #include <QPointer>
 #include <QSet>
-#include <QWeakPointer>
 
 #include <algorithm>
 
@@ -16,7 +15,7 @@ struct Table::Private {
     RowLayout* layout = nullptr;
     QVector<unsigned char*> rows;
     /// The list that was taken of the rows as they are now, if it is still in use.
-    QWeakPointer<IndexList::Rows> snapshot;
+    std::weak_ptr<IndexList::Rows> snapshot;
 
     bool isOwn(unsigned char* row) const { return row && rowHeader(row)->layout == layout; }
 
@@ -25,9 +24,9 @@ struct Table::Private {
     /// To be called before the rows change: a list of them becomes its own keeper of its rows.
     void releaseSnapshot()
     {
-        if (const QSharedPointer<IndexList::Rows> list = snapshot.toStrongRef())
+        if (const std::shared_ptr<IndexList::Rows> list = snapshot.lock())
             list->hold();
-        snapshot.clear();
+        snapshot.reset();
     }
 
     /// Marks those that can be put into the table as its rows and counts them.
@@ -121,9 +120,9 @@ int Table::rowCount() const
 
 IndexList Table::masterIndex() const
 {
-    QSharedPointer<IndexList::Rows> list = d->snapshot.toStrongRef();
+    std::shared_ptr<IndexList::Rows> list = d->snapshot.lock();
     if (!list) {
-        list = QSharedPointer<IndexList::Rows>::create(d->rows);
+        list = std::make_shared<IndexList::Rows>(d->rows);
         d->snapshot = list;
     }
     return IndexList(list);

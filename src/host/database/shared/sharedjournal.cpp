@@ -124,8 +124,9 @@ bool SharedJournal::keep(const QVector<SharedCommit>& commits)
     if (!file.open(QIODevice::WriteOnly))
         return false;
     file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file.write(packed(m_identity, commits));
-    if (!file.commit())
+    const QByteArray bytes = packed(m_identity, commits);
+    // What only the closing of the file writes may fail unnoticed, and then replace the old one.
+    if (file.write(bytes) != bytes.size() || !file.flush() || !file.commit())
         return false;
     m_commits = commits;
     return true;

@@ -1,0 +1,184 @@
+#include "desk/faults/versions.h"
+#include "support/testmain.h"
+
+#include <position/positionfile.h>
+#include <window/deskdata.h>
+#include <window/desksettings.h>
+
+#include <chain/chainstore.h>
+#include <database/exception.h>
+#include <database/settings.h>
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <random>
+
+namespace {
+
+constexpr quint64 seed = 20241120;
+/// There is no version that is whole.
+constexpr int broken = -1;
+
+int settingsVersion(const QDir& folder)
+{
+    if (!folder.exists(Versions::settingsFile()))
+        return 0;
+    // Under a name of its own: QSettings remembers files by their names.
+    const QTemporaryDir elsewhere;
+    const QString copy = elsewhere.filePath(QStringLiteral("copy.ini"));
+    QFile::copy(folder.filePath(Versions::settingsFile()), copy);
+    const DeskSettings desk(copy, DeskSettings::Broken::Leave);
+    if (!desk.host())
+        return broken;
+    const int version = desk.host()->value(Versions::keyOf(0), broken).toInt();
+    for (int i = 0; i < Versions::settingsCount; ++i) {
+        if (desk.host()->value(Versions::keyOf(i), broken).toInt() != version)
+            return broken;
+    }
+    return version;
+}
+
+int positionsVersion(const QDir& folder)
+{
+    if (!folder.exists(Versions::positionsFile()))
+        return 0;
+    const Position::PositionFile file(folder.filePath(Versions::positionsFile()));
+    const QVector<Position::Leg> legs = file.legs(QStringLiteral("TEST"));
+    const int version = legs.isEmpty() ? broken : legs.first().quantity;
+    return file.problem().isEmpty() && legs == Versions::legs(version) ? version : broken;
+}
+
+int databaseVersion(const QDir& folder)
+{
+    if (!folder.exists(Versions::database()))
+        return 0;
+    const DeskData data(folder.filePath(Versions::database()));
+    const auto chain = ChainStore::chain(QStringLiteral("TEST"));
+    if (!chain)
+        return 0;
+    const int version
+        = chain->series.first().forward ? qRound(*chain->series.first().forward - 100.0) : broken;
+    const OptionChain whole = Versions::chain(version);
+    if (chain->series.size() != whole.series.size())
+        return broken;
+    for (int i = 0; i < whole.series.size(); ++i) {
+        if (chain->series.at(i).forward != whole.series.at(i).forward
+            || chain->series.at(i).quotes.size() != whole.series.at(i).quotes.size())
+            return broken;
+    }
+    return version;
+}
+
+int exportVersion(const QDir& folder)
+{
+    QFile file(folder.filePath(Versions::exportFile()));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray text = file.readAll();
+    // All versions are of the size of the first one that was seen.
+    static int size = 0;
+    if (!size)
+        size = text.size();
+    const bool isWhole = text.size() == size && text.count('\n') > 150 && text.endsWith("\r\n");
+    return isWhole ? text.left(text.indexOf(',')).toInt() : broken;
+}
+
+struct Kind {
+    const char* name;
+    std::function<int(const QDir&)> version;
+};
+
+const QVector<Kind>& kinds()
+{
+    static const QVector<Kind> all{{"settings", &settingsVersion}, {"positions", &positionsVersion},
+        {"import", &databaseVersion}, {"export", &exportVersion}};
+    return all;
+}
+
+}
+
+/// A desk that is killed while it stores: what it has told to be stored is there, as a whole, and the next
+/// desk goes on with it.
+///
+/// PLOT2D_KILLS is the number of kills of each kind, 20 unless it says otherwise.
+class tst_killeddesk : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsWhatIsStored_data();
+    void keepsWhatIsStored();
+
+private:
+    /// Runs a writer for a while and kills it; the last version that it told of.
+    int runAndKill(const char* kind, const QString& folder, int last);
+
+    std::mt19937_64 m_random{seed};
+};
+
+void tst_killeddesk::keepsWhatIsStored_data()
+{
+    QTest::addColumn<int>("kind");
+    for (int kind = 0; kind < kinds().size(); ++kind)
+        QTest::newRow(kinds().at(kind).name) << kind;
+}
+
+int tst_killeddesk::runAndKill(const char* kind, const QString& folder, int last)
+{
+    constexpr int patience = 60000;
+    QProcess writer;
+    writer.start(
+        QStringLiteral(VERSION_WRITER), {QString::fromLatin1(kind), folder, QString::number(last + 1)});
+    QByteArray output;
+    QElapsedTimer timer;
+    timer.start();
+    // A few are stored first, now and then none: then the start is what is killed.
+    const int first = int(m_random() % 4);
+    while (output.count('\n') < first && writer.waitForReadyRead(patience))
+        output += writer.readAllStandardOutput();
+    // Any moment from here on will do, and falls anywhere between two versions.
+    const qint64 longest = first > 1 ? 2 * timer.nsecsElapsed() / first : 50000000;
+    const qint64 end = timer.nsecsElapsed() + qint64(m_random() % quint64(longest));
+    while (timer.nsecsElapsed() < end) { }
+    writer.kill();
+    writer.waitForFinished(patience);
+    output += writer.readAllStandardOutput();
+    if (writer.exitStatus() != QProcess::CrashExit || output.count('\n') < first)
+        qWarning("the writer stopped: %s", writer.readAllStandardError().constData());
+    const int whole = output.lastIndexOf('\n');
+    return whole < 0 ? last : output.left(whole).split('\n').last().toInt();
+}
+
+void tst_killeddesk::keepsWhatIsStored()
+{
+    QFETCH(int, kind);
+    const Kind one = kinds().at(kind);
+    const int wanted = qEnvironmentVariableIntValue("PLOT2D_KILLS");
+    const int kills = wanted > 0 ? wanted : 20;
+    const QTemporaryDir folder;
+    int last = 0;
+    int untold = 0;
+    int leftOver = 0;
+    for (int i = 0; i < kills; ++i) {
+        const int told = runAndKill(one.name, folder.path(), last);
+        leftOver += QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size() > 1 ? 1 : 0;
+        const int stored = one.version(QDir(folder.path()));
+        // One may be stored without the time to tell of it.
+        QVERIFY2(stored == told || stored == told + 1,
+            qPrintable(QStringLiteral("seed %1, kill %2: version %3 told of, %4 stored")
+                           .arg(seed)
+                           .arg(i)
+                           .arg(told)
+                           .arg(stored)));
+        untold += stored != told ? 1 : 0;
+        last = stored;
+    }
+    qInfo("%d kills after %d versions, %d of them stored but not told of, %d with files left over", kills,
+        last, untold, leftOver);
+    QVERIFY(last > 0);
+}
+
+PLOT2D_TEST_MAIN(tst_killeddesk)
+#include "tst_killeddesk.moc"

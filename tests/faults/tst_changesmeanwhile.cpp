@@ -1,0 +1,465 @@
+#include "faults/market.h"
+#include "support/testmain.h"
+
+#include <database/settings.h>
+
+#include <QMouseEvent>
+#include <QTemporaryDir>
+
+#include <qwt_legend_label.h>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+using Action = std::function<void(Market&)>;
+
+struct Named {
+    const char* name;
+    Action act;
+};
+
+void removeStrikes(Market& market, const QStringList& strikes)
+{
+    QVector<Record> gone;
+    const int column = market.table->columnIndex(QStringLiteral("strike"));
+    for (const Record& record : market.table->masterIndex()) {
+        const FieldConstValue strike = record.value(column);
+        if (!strike.isNull() && strikes.contains(strike.toDecimal().toString()))
+            gone << record;
+    }
+    market.table->removeRows(gone);
+}
+
+/// Adds options in one step, of which nobody has heard before.
+void addTogether(Market& market, const QVector<QByteArray>& strikes)
+{
+    QVector<Record> records;
+    {
+        const QSignalBlocker quiet(market.table);
+        for (const QByteArray& strike : strikes)
+            records << addOption(strike.constData());
+        market.table->removeRows(records);
+    }
+    market.table->appendRows(records);
+}
+
+// The model announces them one after the other.
+void addApart(Market& market)
+{
+    addTogether(market, {"105", "115", "125", "135", "145"});
+}
+
+void addMany(Market& market)
+{
+    QVector<QByteArray> strikes;
+    for (int i = 0; i < 80; ++i)
+        strikes << QByteArray::number(100.25 + 0.5 * i);
+    addTogether(market, strikes);
+}
+
+void changeStrike(Market& market)
+{
+    if (market.table->rowCount() > 1)
+        TestHost::changeRow(market.table->record(1), {{"strike", "95"}});
+}
+
+void changeCode(Market& market)
+{
+    market.plot->setBaseCode(QStringLiteral("Cobalt"));
+    market.manager->setPlot(market.plot);
+}
+
+/// What sets the price interval off.
+const QVector<Named>& causes()
+{
+    static const QVector<Named> all{{"one row", [](Market&) { addOption("150"); }}, {"rows apart", &addApart},
+        {"many rows", &addMany},
+        {"rows leave",
+            [](Market& market) {
+                removeStrikes(market, {"100", "120", "140"});
+            }},
+        {"a strike changes", &changeStrike},
+        {"the table is emptied", [](Market& market) { market.table->clear(); }},
+        {"the table goes", [](Market& market) { market.remove(Market::Securities); }},
+        {"another code", &changeCode}, {"descending", [](Market& market) {
+                                            market.model->sort(0, Qt::DescendingOrder);
+                                            market.manager->updatePriceInterval();
+                                        }}};
+    return all;
+}
+
+/// What a listener does of which it should have thought better.
+QVector<Named> reactions()
+{
+    QVector<Named> all;
+    for (int part = 0; part < Market::PartCount; ++part)
+        all.append({Market::nameOf(Market::Part(part)),
+            [part](Market& market) { market.remove(Market::Part(part)); }});
+    const auto whileThere = [](const Action& act) {
+        return [act](Market& market) {
+            if (market.table && market.model && market.plot && market.manager)
+                act(market);
+        };
+    };
+    all.append({"adds", whileThere([](Market&) { addOption("160"); })});
+    all.append({"adds apart", whileThere(&addApart)});
+    all.append({"takes away", whileThere([](Market& market) {
+                    removeStrikes(market, {"110", "130", "105"});
+                })});
+    all.append({"empties", whileThere([](Market& market) { market.table->clear(); })});
+    all.append({"changes a strike", whileThere(&changeStrike)});
+    all.append({"changes the code", whileThere(&changeCode)});
+    all.append({"turns the order", whileThere([](Market& market) {
+                    market.model->sort(0, Qt::DescendingOrder);
+                    market.manager->updatePriceInterval();
+                })});
+    all.append({"takes the plot away", [](Market& market) {
+                    if (market.manager)
+                        market.manager->setPlot(nullptr);
+                }});
+    all.append({"asks for points", [](Market& market) {
+                    if (market.manager)
+                        market.manager->calcPlotPoints(true);
+                }});
+    return all;
+}
+
+const QVector<Named>& reaction()
+{
+    static const QVector<Named> all = reactions();
+    return all;
+}
+
+}
+
+/// Listeners and the host's virtual functions that change or delete what the library is just walking through.
+class tst_changesmeanwhile : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_market = std::make_unique<Market>(); }
+    void cleanup() { m_market.reset(); }
+
+    void duringAnInterval_data();
+    void duringAnInterval();
+    void duringAReplot_data();
+    void duringAReplot();
+    void duringAToggle_data();
+    void duringAToggle();
+    void duringARebuild_data();
+    void duringARebuild();
+
+private:
+    void checkInterval();
+
+    std::unique_ptr<Market> m_market;
+};
+
+void tst_changesmeanwhile::duringAnInterval_data()
+{
+    QTest::addColumn<int>("cause");
+    QTest::addColumn<int>("does");
+    QTest::addColumn<int>("when");
+    for (int cause = 0; cause < causes().size(); ++cause) {
+        for (int does = 0; does < reaction().size(); ++does) {
+            for (int when = 1; when <= 2; ++when)
+                QTest::addRow(
+                    "%s: %s at announcement %d", causes().at(cause).name, reaction().at(does).name, when)
+                    << cause << does << when;
+        }
+    }
+}
+
+// What stands in the plot is what a new manager would find.
+void tst_changesmeanwhile::checkInterval()
+{
+    if (!m_market->plot || !m_market->manager || !m_market->model
+        || m_market->manager->interval() == PriceInterval())
+        return;
+    const PriceInterval told = m_market->plot->priceInterval();
+    m_market->manager->updatePriceInterval();
+    QCOMPARE(m_market->plot->priceInterval(), told);
+}
+
+void tst_changesmeanwhile::duringAnInterval()
+{
+    QFETCH(int, cause);
+    QFETCH(int, does);
+    QFETCH(int, when);
+    Market& market = *m_market;
+    int calls = 0;
+    PriceInterval last;
+    const QObject listener;
+    connect(market.manager, &PriceBased2dPlotPointManager::priceIntervalChanged, &listener,
+        [&](const PriceInterval& interval) {
+            last = interval;
+            if (++calls == when)
+                reaction().at(does).act(market);
+        });
+    causes().at(cause).act(market);
+    QVERIFY(calls > 0);
+    checkInterval();
+    QCoreApplication::sendPostedEvents();
+    if (market.table && market.model && market.plot) {
+        addOption("170");
+        checkInterval();
+    }
+}
+
+namespace {
+
+/// The calls that end in replots, and what of the host's they call on the way.
+const QVector<Named>& drawingCalls()
+{
+    static const QVector<Named> all{{"auto-scale", [](Market& market) { market.plot->updateYAxisScale(); }},
+        {"no auto-scale",
+            [](Market& market) {
+                market.plot->setAutoScaleEnabled(false);
+                market.plot->updateYAxisScale();
+            }},
+        {"labels", [](Market& market) { market.plot->updateScaleLabels(); }},
+        {"axis widgets", [](Market& market) { market.plot->updateAxisWidgets(); }},
+        {"vertical scale", [](Market& market) { market.plot->setAxisScale(QwtPlot::yLeft, 0.0, 5.0, 0.0); }},
+        {"horizontal scale",
+            [](Market& market) { market.plot->setAxisScale(QwtPlot::xBottom, 90.0, 150.0, 0.0); }},
+        {"hides the quote", [](Market& market) { market.curve(QStringLiteral("quote"))->setVisible(false); }},
+        {"shows the quote",
+            [](Market& market) {
+                const bool byItself = market.plot->autoReplot();
+                market.plot->setAutoReplot(false);
+                market.curve(QStringLiteral("quote"))->QwtPlotItem::setVisible(false);
+                market.plot->setAutoReplot(byItself);
+                market.curve(QStringLiteral("quote"))->setVisible(true);
+            }},
+        {"hides marked points",
+            [](Market& market) { market.curve(QStringLiteral("curve 13"))->setVisible(false); }},
+        {"unchecks a curve",
+            [](Market& market) { market.legend->setCheckBoxChecked(QStringLiteral("curve 9"), false); }},
+        {"unchecks the quote",
+            [](Market& market) { market.legend->setCheckBoxChecked(QStringLiteral("quote"), false); }}};
+    return all;
+}
+
+}
+
+void tst_changesmeanwhile::duringAReplot_data()
+{
+    QTest::addColumn<int>("call");
+    QTest::addColumn<int>("part");
+    QTest::addColumn<int>("when");
+    QTest::addColumn<bool>("replotsByItself");
+    for (int call = 0; call < drawingCalls().size(); ++call) {
+        for (int part = 0; part < Market::PartCount; ++part) {
+            for (int when = 1; when <= 3; ++when) {
+                for (const bool byItself : {false, true})
+                    QTest::addRow("%s: %s at replot %d%s", drawingCalls().at(call).name,
+                        Market::nameOf(Market::Part(part)), when, byItself ? ", automatic" : "")
+                        << call << part << when << byItself;
+            }
+        }
+    }
+}
+
+void tst_changesmeanwhile::duringAReplot()
+{
+    QFETCH(int, call);
+    QFETCH(int, part);
+    QFETCH(int, when);
+    QFETCH(bool, replotsByItself);
+    Market& market = *m_market;
+    int calls = 0;
+    // A replot that has lost its plot must not go on in the base class: it is over for the host as well.
+    market.plot->setAutoReplot(replotsByItself);
+    market.plot->onReplot = [&] {
+        if (++calls == when && part != Market::Plot)
+            market.remove(Market::Part(part));
+    };
+    market.plot->replacesReplot = [&] {
+        if (calls + 1 != when || part != Market::Plot)
+            return false;
+        ++calls;
+        market.remove(Market::Plot);
+        return true;
+    };
+    drawingCalls().at(call).act(market);
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    if (market.plot) {
+        market.plot->onReplot = nullptr;
+        market.plot->updateYAxisScale();
+    }
+}
+
+void tst_changesmeanwhile::duringAToggle_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<int>("part");
+    QTest::addColumn<int>("when");
+    for (const char* way : {"one", "list", "stored", "click"}) {
+        for (int part = 0; part < Market::PartCount; ++part) {
+            for (int when = 1; when <= 3; ++when)
+                QTest::addRow("%s: %s at signal %d", way, Market::nameOf(Market::Part(part)), when)
+                    << way << part << when;
+        }
+    }
+}
+
+// The plot hears of it first, and the listener second.
+void tst_changesmeanwhile::duringAToggle()
+{
+    QFETCH(QString, way);
+    QFETCH(int, part);
+    QFETCH(int, when);
+    Market& market = *m_market;
+    const QTemporaryDir folder;
+    Settings settings(folder.filePath(QStringLiteral("s.ini")));
+    const QStringList titles{"curve 9", "curve 10", "curve 13"};
+    if (way == QLatin1String("stored")) {
+        for (const QString& title : titles)
+            market.curve(title)->QwtPlotItem::setVisible(false);
+        market.legend->store(settings);
+    }
+    market.plot->show();
+    QVERIFY(QTest::qWaitForWindowExposed(market.plot));
+    int calls = 0;
+    const QObject listener;
+    connect(market.legend, &PriceBased2dPlotLegend::visibilityChanged, &listener, [&] {
+        if (++calls == when)
+            market.remove(Market::Part(part));
+    });
+    if (way == QLatin1String("one")) {
+        market.legend->setCheckBoxChecked(titles.first(), false);
+    } else if (way == QLatin1String("list")) {
+        market.legend->setUncheckedItems(titles);
+        market.legend->restoreUncheckedItems();
+    } else if (way == QLatin1String("stored")) {
+        market.legend->restore(settings);
+    } else {
+        const auto labels = market.legend->findChildren<QwtLegendLabel*>();
+        QPointer<QwtLegendLabel> label = labels.at(1);
+        QTest::mousePress(label, Qt::LeftButton);
+        if (label)
+            QTest::mouseRelease(label, Qt::LeftButton);
+    }
+    QVERIFY(calls > 0);
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+}
+
+namespace {
+
+/// A legend whose host does something of its own each time that an entry is made or filled.
+class RestlessLegend : public PriceBased2dPlotLegend {
+public:
+    using PriceBased2dPlotLegend::PriceBased2dPlotLegend;
+
+    QWidget* createWidget(const QwtLegendData& legendData) const override
+    {
+        QWidget* widget = PriceBased2dPlotLegend::createWidget(legendData);
+        if (onCreate)
+            onCreate();
+        return widget;
+    }
+    void updateWidget(QWidget* widget, const QwtLegendData& legendData) override
+    {
+        if (onUpdate)
+            onUpdate();
+        PriceBased2dPlotLegend::updateWidget(widget, legendData);
+    }
+
+    std::function<void()> onCreate;
+    std::function<void()> onUpdate;
+};
+
+}
+
+void tst_changesmeanwhile::duringARebuild_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QString>("does");
+    for (const char* place : {"entry made", "entry filled", "data changed"}) {
+        for (const char* does : {"toggles", "forgets", "adds a curve", "renames a curve", "detaches a curve",
+                 "stores", "restores", "picker", "panner", "manager", "securities"}) {
+            // What Qwt is about to fill in is the old title then.
+            if (QByteArray(place) == "entry filled" && QByteArray(does) == "renames a curve")
+                continue;
+            QTest::addRow("%s: %s", place, does) << place << does;
+        }
+    }
+    for (const char* does : {"legend", "other legend"})
+        QTest::addRow("data changed: %s", does) << "data changed" << does;
+}
+
+void tst_changesmeanwhile::duringARebuild()
+{
+    QFETCH(QString, place);
+    QFETCH(QString, does);
+    Market& market = *m_market;
+    const QTemporaryDir folder;
+    Settings settings(folder.filePath(QStringLiteral("s.ini")));
+    delete market.legend;
+    QPointer<RestlessLegend> legend = new RestlessLegend(market.plot);
+    market.legend = legend;
+    legend->initCore();
+    std::unique_ptr<QwtPlotItem> detached;
+    int calls = 0;
+    const auto act = [&] {
+        // Once, or it would have no end.
+        if (++calls != 3)
+            return;
+        PriceBased2dPlotCurve* first = market.curve(QStringLiteral("curve 9"));
+        if (does == "toggles")
+            legend->setCheckBoxChecked(QStringLiteral("curve 9"), false);
+        else if (does == "forgets")
+            legend->updateItemMaps();
+        else if (does == "adds a curve")
+            addCurve(*market.plot, 11, {{1.0, 1.0}, {2.0, 2.0}}, QStringLiteral("new"));
+        else if (does == "renames a curve")
+            first->setTitle(QStringLiteral("renamed"));
+        else if (does == "detaches a curve")
+            detached.reset((first->detach(), first));
+        else if (does == "stores")
+            legend->store(settings);
+        else if (does == "restores")
+            legend->restore(settings);
+        else if (does == "legend")
+            delete legend;
+        else if (does == "other legend")
+            market.plot->insertLegend(new PriceBased2dPlotLegend(market.plot), QwtPlot::LeftLegend);
+        for (int part = 0; part < Market::PartCount; ++part) {
+            if (does == QLatin1String(Market::nameOf(Market::Part(part))) && part != Market::Legend)
+                market.remove(Market::Part(part));
+        }
+    };
+    const QObject listener;
+    if (place == "entry made")
+        legend->onCreate = act;
+    else if (place == "entry filled")
+        legend->onUpdate = act;
+    // Qwt goes on with the legend that it inserts; with those that it updates it does not.
+    market.plot->insertLegend(legend, QwtPlot::RightLegend);
+    if (place == "data changed") {
+        connect(market.plot, &QwtPlot::legendDataChanged, &listener, act);
+        market.plot->updateLegend();
+    }
+    QVERIFY(calls >= 3);
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    if (!legend || does == "other legend")
+        return;
+    // The entries are those of the curves that are there.
+    legend->onUpdate = nullptr;
+    legend->onCreate = nullptr;
+    const QList<PriceBased2dPlotCurve*> curves = market.plot->attachedCurves(-1);
+    for (const PriceBased2dPlotCurve* curve : curves) {
+        bool found = false;
+        legend->setCheckBoxChecked(curve->title().text(), false);
+        QVERIFY2(!legend->isCheckBoxChecked(curve->title().text(), &found) && found,
+            qPrintable(curve->title().text()));
+    }
+}
+
+PLOT2D_TEST_MAIN(tst_changesmeanwhile)
+#include "tst_changesmeanwhile.moc"

@@ -1,0 +1,467 @@
+#include "faults/hostcolumns.h"
+#include "support/childrun.h"
+#include "support/testmain.h"
+#include "support/testplot.h"
+
+#include <basic_models/strikebybasecodemodel.h>
+#include <c_api/common.h>
+#include <plot2d/pricebased2dplotpointmanager.h>
+
+#include <qwt_scale_div.h>
+
+#include <algorithm>
+#include <memory>
+
+using HostColumns::Change;
+using Manager = PriceBased2dPlotPointManager;
+
+Q_DECLARE_METATYPE(HostColumns::Change)
+
+namespace {
+
+const QString thrown = QStringLiteral("Incorrect type conversion.");
+const QString code = QStringLiteral("Amber");
+constexpr char securities[] = "securities";
+constexpr char boards[] = "boards";
+constexpr PriceInterval before{90.0, 130.0, 3.0, true};
+constexpr int secondFuture = 11;
+
+bool isAnyOf(const Change& change, const char* table, std::initializer_list<const char*> columns)
+{
+    return std::any_of(
+        columns.begin(), columns.end(), [&](const char* column) { return change.isOf(table, column); });
+}
+
+bool isInteger(const Change& change)
+{
+    return change.type == FieldType::Int32 || change.type == FieldType::Int64;
+}
+
+bool isNumber(const Change& change)
+{
+    return isInteger(change) || change.type == FieldType::Double || change.type == FieldType::Decimal;
+}
+
+/// What a call answers, or the text that it throws.
+template <typename Call> QString answer(Call call)
+{
+    QString result;
+    const QString text = TestHost::thrownText([&] { result = call(); });
+    return text == QLatin1String("nothing thrown") ? result : text;
+}
+
+QString describe(const PriceInterval& interval)
+{
+    return interval.valid
+        ? QStringLiteral("%1 to %2 by %3").arg(interval.minPrice).arg(interval.maxPrice).arg(interval.minStep)
+        : QStringLiteral("none");
+}
+
+/// The number of a row, from 1.
+QString describe(const Record& record)
+{
+    if (record.isNull())
+        return QStringLiteral("none");
+    int row = 1;
+    while (record.table()->record(row - 1) != record)
+        ++row;
+    return QString::number(row);
+}
+
+/// What no read may change.
+QStringList stateOf(const PriceBased2dPlot& plot)
+{
+    QStringList state{plot.baseCode(), describe(plot.priceInterval())};
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
+        const QwtInterval range = plot.axisScaleDiv(axis).interval();
+        state << QString::number(range.minValue()) << QString::number(range.maxValue());
+    }
+    for (const PriceBased2dPlotCurve* curve : plot.attachedCurves(-1))
+        state << curve->title().text() << QString::number(curve->dataSize());
+    return state;
+}
+
+}
+
+/// Every column that is read, in each of the six types and without values: what is loud says so in the host's
+/// words and changes nothing, all else is silent.
+class tst_fieldtypes : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup();
+    void futureOfABaseCode_data() { everyColumn(); }
+    void futureOfABaseCode();
+    void futureOfIds_data() { everyColumn(); }
+    void futureOfIds();
+    void quote_data() { everyColumn(); }
+    void quote();
+    void volatility_data() { everyColumn(); }
+    void volatility();
+    void priceStep_data() { everyColumn(); }
+    void priceStep();
+    void interval_data() { everyColumn(); }
+    void interval();
+    void intervalOfASession_data() { everyColumn(); }
+    void intervalOfASession();
+    void managerThatCannotStart_data() { everyColumn(); }
+    void managerThatCannotStart();
+    void worksAgainAfterwards();
+    void recordOfANarrowTable();
+    void eachColumnMissing_data();
+    void eachColumnMissing();
+    void columnsThatMayBeMissing_data();
+    void columnsThatMayBeMissing();
+
+private:
+    static void everyColumn();
+    static QString expectedFuture(const Change& change);
+    static QString expectedInterval(const Change& change);
+    std::unique_ptr<TestPlot> makePlot(const Change& change);
+    void checkInterval(bool maxSession, const QString& expected);
+};
+
+void tst_fieldtypes::cleanup()
+{
+    TestHost::dropSecurities();
+    TestHost::dropBoards();
+}
+
+void tst_fieldtypes::everyColumn()
+{
+    QTest::addColumn<Change>("change");
+    const auto rows = [](const char* table, const TestHost::Columns& columns) {
+        for (const TableColumnDef& column : columns) {
+            for (const FieldType type : HostColumns::allTypes) {
+                for (const bool isNull : {false, true})
+                    QTest::addRow("%s.%s, %s%s", table, qPrintable(column.name), HostColumns::nameOf(type),
+                        isNull ? ", null" : "")
+                        << Change{QString::fromLatin1(table), column.name, type, isNull};
+            }
+        }
+    };
+    rows(securities, SecuritiesTable::securitiesColumns());
+    rows(boards, SecuritiesTable::boardsColumns());
+}
+
+std::unique_ptr<TestPlot> tst_fieldtypes::makePlot(const Change& change)
+{
+    HostColumns::fill(change);
+    auto plot = std::make_unique<TestPlot>(false);
+    plot->setPriceInterval(before);
+    plot->QwtPlot::setAxisScale(QwtPlot::xBottom, 95.0, 125.0);
+    plot->QwtPlot::setAxisScale(QwtPlot::yLeft, 1.0, 2.0);
+    plot->updateAxes();
+    addCurve(*plot, 9, {{100.0, 1.0}, {110.0, 2.0}}, QStringLiteral("curve"));
+    return plot;
+}
+
+QString tst_fieldtypes::expectedFuture(const Change& change)
+{
+    const QString first = QStringLiteral("1");
+    const QString second = QStringLiteral("2");
+    const QString none = QStringLiteral("none");
+    if (isAnyOf(change, securities, {"stock_id", "board_id", "sess_id"}))
+        return change.isNull ? none : isInteger(change) ? second : thrown;
+    if (change.isOf(securities, "expdate")) {
+        const bool isRead = change.type == FieldType::Moment || change.type == FieldType::Text;
+        return change.isNull ? first : isRead ? second : thrown;
+    }
+    if (isAnyOf(change, securities, {"sectype", "base_code"}))
+        return !change.isNull && change.type == FieldType::Text ? second : none;
+    if (isAnyOf(change, boards, {"stock_id", "board_id", "is_anonym"}))
+        return !change.isNull && isInteger(change) ? second : none;
+    return second;
+}
+
+void tst_fieldtypes::futureOfABaseCode()
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    plot->setBaseCode(code);
+    const QStringList state = stateOf(*plot);
+    QCOMPARE(answer([&] { return describe(plot->getFuture()); }), expectedFuture(change));
+    QCOMPARE(stateOf(*plot), state);
+}
+
+void tst_fieldtypes::futureOfIds()
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    plot->setIsinId(secondFuture);
+    plot->setBoardId(2);
+    const bool isFound
+        = !isAnyOf(change, securities, {"isin_id", "board_id"}) || (!change.isNull && isInteger(change));
+    QCOMPARE(answer([&] { return describe(plot->getFuture()); }),
+        isFound ? QStringLiteral("2") : QStringLiteral("none"));
+}
+
+void tst_fieldtypes::quote()
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    const Record future = plot->securitiesTable()->record(1);
+    const QStringList names{"cur_kotir_real", "cur_kotir", "old_kotir"};
+    const QStringList quotes{"101", "102", "103", "110"};
+    const int own = names.indexOf(change.column);
+    // What comes before the column in question is not there, so that it is read.
+    for (int i = 0; i < own; ++i)
+        TestHost::changeRow(future, {{names.at(i), QVariant()}});
+    const QString expected = own < 0        ? quotes.first()
+        : change.isNull                     ? quotes.at(own + 1)
+        : change.type == FieldType::Decimal ? quotes.at(own)
+                                            : thrown;
+    const QStringList state = stateOf(*plot);
+    QCOMPARE(answer([&] { return plot->getKotirFromFutureRecord(future).toString(); }), expected);
+    QCOMPARE(stateOf(*plot), state);
+}
+
+void tst_fieldtypes::volatility()
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    double low = 1.0;
+    double high = 2.0;
+    bool isLoud = false;
+    if (change.isOf(securities, "sectype") && (change.isNull || change.type != FieldType::Text)) {
+        low = gc_dVolatMinDefault;
+        high = gc_dVolatMaxDefault;
+    } else if (change.isOf(securities, "volat_min") || change.isOf(securities, "volat_max")) {
+        isLoud = !change.isNull && !isNumber(change);
+        if (change.isNull)
+            (change.column == QLatin1String("volat_min") ? low : high)
+                = change.column == QLatin1String("volat_min") ? gc_dVolatMinDefault : gc_dVolatMaxDefault;
+    }
+    const auto describeBounds
+        = [](double a, double b) { return QString::number(a) + QLatin1Char(' ') + QString::number(b); };
+    const QStringList state = stateOf(*plot);
+    QCOMPARE(answer([&] {
+        const auto bounds = plot->volatMinMax(plot->securitiesTable()->record(1));
+        return describeBounds(bounds.first, bounds.second);
+    }),
+        isLoud ? thrown : describeBounds(low, high));
+    QCOMPARE(stateOf(*plot), state);
+}
+
+void tst_fieldtypes::priceStep()
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    plot->setBaseCode(code);
+    PriceBased2dPlotPicker* picker = plot->createPicker();
+    const QString future = expectedFuture(change);
+    QString expected = QStringLiteral("1");
+    if (change.isOf(securities, "price_step"))
+        expected = change.isNull ? QStringLiteral("0") : isNumber(change) ? expected : thrown;
+    if (future == thrown)
+        expected = thrown;
+    else if (future == QLatin1String("none"))
+        expected = QStringLiteral("-1");
+    const QStringList state = stateOf(*plot);
+    const auto refresh = [&] {
+        picker->setPriceStep();
+        return QString::number(plot->priceStep());
+    };
+    QCOMPARE(answer(refresh), expected);
+    if (expected == thrown)
+        QCOMPARE(plot->priceStep(), -1.0);
+    QCOMPARE(stateOf(*plot), state);
+}
+
+QString tst_fieldtypes::expectedInterval(const Change& change)
+{
+    const QString whole = QStringLiteral("100 to 120 by 10");
+    const QString none = QStringLiteral("none");
+    if (isAnyOf(change, securities, {"stock_id", "board_id", "sec_id"}))
+        return change.isNull ? none : isInteger(change) ? whole : thrown;
+    if (isAnyOf(change, securities, {"sectype", "base_code"}))
+        return !change.isNull && change.type == FieldType::Text ? whole : none;
+    if (change.isOf(securities, "strike"))
+        return !change.isNull && change.type == FieldType::Decimal ? whole : none;
+    if (change.isOf(securities, "decimals"))
+        return !change.isNull && isInteger(change) ? whole : none;
+    return whole;
+}
+
+void tst_fieldtypes::checkInterval(bool maxSession, const QString& expected)
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    Manager manager(maxSession, plot.get());
+    plot->setBaseCode(code);
+    plot->setPriceInterval(before);
+    QSignalSpy spy(&manager, SIGNAL(priceIntervalChanged(PriceInterval)));
+    const QStringList state = stateOf(*plot);
+    const auto update = [&] {
+        manager.setPlot(plot.get());
+        return describe(manager.interval());
+    };
+    QCOMPARE(answer(update), expected);
+    QCOMPARE(spy.count(), expected == thrown ? 0 : 1);
+    if (expected == thrown)
+        QCOMPARE(stateOf(*plot), state);
+    // Once more, without the model's help.
+    plot->setPriceInterval(before);
+    const auto recompute = [&] {
+        manager.updatePriceInterval();
+        return describe(manager.interval());
+    };
+    QCOMPARE(answer(recompute), expected);
+    if (expected == thrown)
+        QCOMPARE(stateOf(*plot), state);
+}
+
+void tst_fieldtypes::interval()
+{
+    QFETCH(Change, change);
+    checkInterval(false, expectedInterval(change));
+}
+
+void tst_fieldtypes::intervalOfASession()
+{
+    QFETCH(Change, change);
+    QString expected = expectedInterval(change);
+    // A session that is null counts as one; one that is no integer has no options.
+    if (change.isOf(securities, "sess_id") && !isInteger(change))
+        expected = QStringLiteral("none");
+    checkInterval(true, expected);
+}
+
+void tst_fieldtypes::managerThatCannotStart()
+{
+    QFETCH(Change, change);
+    const auto plot = makePlot(change);
+    plot->setBaseCode(code);
+    const bool hasOptions = expectedFuture(change) != QLatin1String("none");
+    QString expected = expectedInterval(change);
+    if (expectedFuture(change) == thrown)
+        expected = thrown;
+    else if (!hasOptions)
+        expected = describe(before);
+    const QStringList state = stateOf(*plot);
+    QCOMPARE(answer([&] {
+        new Manager(false, plot.get());
+        return describe(plot->priceInterval());
+    }),
+        expected);
+    if (expected == thrown) {
+        QCOMPARE(stateOf(*plot), state);
+        QVERIFY(plot->findChildren<QObject*>().count()
+            == std::make_unique<TestPlot>(false)->findChildren<QObject*>().count());
+        // Nothing is left that would listen.
+        TestHost::addSecurity({{"base_code", code}, {"sectype", "O"}, {"strike", "130"}});
+        QCOMPARE(stateOf(*plot), state);
+    }
+}
+
+// A model that was interrupted in the middle of its reset goes on with the next table.
+void tst_fieldtypes::worksAgainAfterwards()
+{
+    const auto plot
+        = makePlot({QLatin1String(securities), QStringLiteral("sec_id"), FieldType::Int32, false});
+    Manager manager(false, plot.get());
+    plot->setBaseCode(code);
+    const auto sizes = [&manager] { return manager.model()->rowCount(); };
+    manager.setPlot(plot.get());
+    QCOMPARE(sizes(), 3);
+    const Record added = TestHost::addSecurity({{"base_code", code}, {"sectype", "O"}, {"strike", "130"},
+        {"stock_id", 1}, {"board_id", 2}, {"sec_id", 300}, {"decimals", 2}});
+    QCOMPARE(describe(manager.interval()), QStringLiteral("100 to 130 by 10"));
+
+    HostColumns::fill({QLatin1String(securities), QStringLiteral("sec_id"), FieldType::Text, false});
+    TestPlot second;
+    Manager broken(false, &second);
+    second.setBaseCode(code);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(TestHost::thrownText([&] { broken.updatePriceInterval(); }), i ? thrown : "nothing thrown");
+        if (i == 0)
+            QCOMPARE(TestHost::thrownText([&] { broken.setPlot(&second); }), thrown);
+    }
+    QCOMPARE(broken.model()->rowCount(), 3);
+    // Each change of the strikes is refused anew, and each leaves a model that is whole.
+    const Record last = second.securitiesTable()->record(4);
+    QCOMPARE(TestHost::thrownText([&] { second.securitiesTable()->removeRows({last}); }), thrown);
+    QCOMPARE(broken.model()->rowCount(), 2);
+    QCOMPARE(TestHost::thrownText([&] { second.securitiesTable()->appendRows({last}); }), thrown);
+    QCOMPARE(broken.model()->rowCount(), 3);
+    QCOMPARE(broken.model()->strike(2).toString(), QStringLiteral("120"));
+    QCOMPARE(describe(second.priceInterval()), QStringLiteral("none"));
+}
+
+// The positions of the columns are those of "securities", and lie beyond the columns of another table.
+void tst_fieldtypes::recordOfANarrowTable()
+{
+    const auto plot = makePlot({QLatin1String(boards), QStringLiteral("name"), FieldType::Text, false});
+    const Record board = TestHost::addBoard(5, 6, true);
+    QCOMPARE(plot->getKotirFromFutureRecord(board).toString(), QStringLiteral("110"));
+    QVERIFY(plot->volatMinMax(board) == std::pair(gc_dVolatMinDefault, gc_dVolatMaxDefault));
+}
+
+void tst_fieldtypes::eachColumnMissing_data()
+{
+    QTest::addColumn<QStringList>("missing");
+    QTest::addColumn<QByteArray>("positions");
+    const QStringList names{"stock_id", "board_id", "sec_id", "expdate", "base_code", "price_step", "sectype",
+        "option_type", "strike", "sess_id", "isin_id", "fut_isin_id", "base_isin_id", "bid", "ask",
+        "cur_kotir_real", "cur_kotir", "old_kotir", "volat_min", "volat_max", "lasttime"};
+    QByteArray all;
+    for (int i = 0; i < names.size(); ++i) {
+        const QByteArray position = QByteArray::number(i) + ' ';
+        QTest::newRow(qPrintable(names.at(i))) << QStringList{names.at(i)} << position;
+        all += position;
+    }
+    QTest::newRow("all") << names << all;
+}
+
+void tst_fieldtypes::eachColumnMissing()
+{
+    QFETCH(QStringList, missing);
+    QFETCH(QByteArray, positions);
+    if (TestSupport::isChild()) {
+        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
+        const TestPlot plot(false);
+        return;
+    }
+    const TestSupport::ChildRun run = TestSupport::repeatRowInChild(QProcessEnvironment::systemEnvironment());
+    QVERIFY2(run.finished && run.crashed, run.output);
+    QVERIFY2(run.output.contains("Members position: " + positions + "\n"), run.output);
+}
+
+void tst_fieldtypes::columnsThatMayBeMissing_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QStringList>("missing");
+    QTest::newRow("decimals") << securities << QStringList{"decimals"};
+    QTest::newRow("all that no position belongs to")
+        << securities << QStringList{"decimals", "short_name", "last", "settlement", "volume", "volat"};
+    for (const char* column : {"stock_id", "board_id", "is_anonym", "name"})
+        QTest::newRow(column) << boards << QStringList{column};
+    QTest::newRow("all of the boards") << boards << QStringList{"stock_id", "board_id", "is_anonym", "name"};
+}
+
+void tst_fieldtypes::columnsThatMayBeMissing()
+{
+    QFETCH(QString, table);
+    QFETCH(QStringList, missing);
+    HostColumns::fill({QLatin1String(boards), QStringLiteral("name"), FieldType::Text, false});
+    if (table == QLatin1String(boards)) {
+        TestHost::createBoards(TestHost::without(SecuritiesTable::boardsColumns(), missing));
+        if (missing == QStringList{"name"})
+            TestHost::addBoard(1, 2, true);
+    } else {
+        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
+        TestHost::addSecurity(TestHost::future());
+        for (const char* strike : {"100", "110"})
+            TestHost::addSecurity(TestHost::future({{"sectype", "O"}, {"strike", strike}}));
+    }
+    TestPlot plot;
+    plot.setBaseCode(code);
+    const bool hasFuture = table == QLatin1String(securities) || missing == QStringList{"name"};
+    QCOMPARE(plot.getFuture().isNull(), !hasFuture);
+    Manager manager(false, &plot);
+    const bool hasInterval = table == QLatin1String(boards) && hasFuture;
+    QCOMPARE(manager.interval().valid, hasInterval);
+}
+
+PLOT2D_TEST_MAIN(tst_fieldtypes)
+#include "tst_fieldtypes.moc"
