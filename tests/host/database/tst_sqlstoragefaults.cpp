@@ -51,6 +51,7 @@ private Q_SLOTS:
     void storedRowIsGone();
     void lockedByOther();
     void overtakenByOther();
+    void revisionAtItsEnd();
     void fullDisk();
     void journalCannotBeMade();
 
@@ -130,6 +131,24 @@ void tst_sqlstoragefaults::overtakenByOther()
     QCOMPARE(ids(mine), (QVector<int>{1, 4}));
     first->rollback();
     QCOMPARE(ids(mine), (QVector<int>{1, 3}));
+}
+
+void tst_sqlstoragefaults::revisionAtItsEnd()
+{
+    Table table(tableName, columns());
+    const auto storage = m_fixture->open();
+    storage->attach(&table);
+    table.appendRows(makeRows(table, 1, 1));
+    storage->commit();
+    runSql(m_fixture->path(), QStringLiteral("UPDATE host_tables SET revision = 9223372036854775807"));
+    storage->attach(&table);
+    for (int id = 2; id < 4; ++id) {
+        table.appendRows(makeRows(table, id, 1));
+        storage->commit();
+        QCOMPARE(runSql(m_fixture->path(), QStringLiteral("SELECT revision FROM host_tables")),
+            QVariantList{id - 1});
+    }
+    QCOMPARE(ids(*storedTable(m_fixture->path(), tableName)), (QVector<int>{1, 2, 3}));
 }
 
 void tst_sqlstoragefaults::fullDisk()
