@@ -6,7 +6,9 @@
 #include <database/table.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -19,11 +21,19 @@ const QString& tableName()
     return name;
 }
 
-/// One file in memory that every input is written to.
+/// Where files are in memory, if there is such a place.
+QString place()
+{
+    const QString memory = QStringLiteral("/dev/shm");
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath())
+        + QStringLiteral("/plot2d-fuzz-XXXXXX");
+}
+
+/// One file that every input is written to.
 class DatabaseFile {
 public:
     DatabaseFile()
-        : m_folder(QStringLiteral("/dev/shm/plot2d-fuzz-XXXXXX"))
+        : m_folder(place())
         , m_path(m_folder.filePath(QStringLiteral("host.db")))
         , m_journal(m_path + QStringLiteral("-journal"))
     {

@@ -4,9 +4,9 @@
 
 #include <QDataStream>
 
-#include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -24,7 +24,7 @@ enum Fault {
 /// they let run.
 bool isReached(const std::uint8_t* data, std::size_t size)
 {
-    static const char wanted[] = {'f', 'a', 'u', 'l', 't'};
+    static const char wanted[] = {'f', 'l', 'a', 'w'};
     for (std::size_t i = 0; i < sizeof wanted; ++i) {
         if (i >= size || data[i] != std::uint8_t(wanted[i]))
             return false;
@@ -56,13 +56,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     volatile double zero = 0.0;
     volatile int number = INT_MAX;
-    static volatile double sink = 0.0;
+    [[maybe_unused]] static volatile double sink = 0.0;
     switch (fault) {
     case Memory:
         sink = std::unique_ptr<double[]>(new double[size]())[size];
         break;
     case Leak: {
-        void* volatile lost = std::malloc(100);
+        [[maybe_unused]] void* volatile lost = std::malloc(100);
         lost = nullptr;
         break;
     }

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void lockedByOther();
     void overtakenByOther();
     void revisionAtItsEnd();
+    void keysOutOfOrder();
     void fullDisk();
     void journalCannotBeMade();
 
@@ -149,6 +150,22 @@ void tst_sqlstoragefaults::revisionAtItsEnd()
             QVariantList{id - 1});
     }
     QCOMPARE(ids(*storedTable(m_fixture->path(), tableName)), (QVector<int>{1, 2, 3}));
+}
+
+void tst_sqlstoragefaults::keysOutOfOrder()
+{
+    Table table(tableName, columns());
+    const auto storage = m_fixture->open();
+    storage->attach(&table);
+    table.appendRows(makeRows(table, 1, 3));
+    storage->commit();
+    // Texts come behind all numbers.
+    runSql(m_fixture->path(), QStringLiteral("UPDATE samples SET host_row_key = 'x' WHERE id = 2"));
+    Table again(tableName, columns());
+    const auto other = m_fixture->open();
+    const QString text = thrownText([&] { other->attach(&again); });
+    QVERIFY2(text.contains(m_fixture->path()) && text.contains(QLatin1String("damaged")), qPrintable(text));
+    QCOMPARE(again.rowCount(), 0);
 }
 
 void tst_sqlstoragefaults::fullDisk()
