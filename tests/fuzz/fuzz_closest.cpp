@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int usualSamples = 100;
+constexpr int usualSamples = 48;
 constexpr int mostSamples = 2500;
 
 /// Points of any kind, or, so that blocks of them matter, a long row of ascending ones.

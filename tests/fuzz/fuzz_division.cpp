@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool isLarge = input.takeBelow(64) == 63;
     const int maxMajor = input.take<std::uint16_t>() % (isLarge ? 301 : 31);
     const int maxMinor = input.takeBelow(isLarge && step == 0.0 ? 101 : 6);
-    constexpr double usualSteps = 50.0;
+    constexpr double usualSteps = 20.0;
     if (!isLarge && step != 0.0 && std::abs((upper - lower) / step) > usualSteps)
         step = (upper - lower) / usualSteps;
     const double factor = input.takeDouble();

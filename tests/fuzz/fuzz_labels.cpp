@@ -61,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzInput input(data, size);
     const auto equalDigits = input.take<std::int8_t>();
     const auto majorCount = input.take<std::uint8_t>();
-    static FuzzDoubles<40> values;
+    static FuzzDoubles<24> values;
     input.takeDoubles(values);
     QList<double> major;
     QList<double> medium;

@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const double lo = input.takeDouble();
     const double hi = input.takeDouble();
     // Long progressions hardly teach what short ones do not, but take the time of many: few inputs have them.
-    constexpr double usualSteps = 100.0;
+    constexpr double usualSteps = 40.0;
     if (input.takeBelow(64) != 63 && step > 0.0 && (to - from) / step > usualSteps)
         step = (to - from) / usualSteps;
 

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int curveCount = 3;
-constexpr int mostSamples = 70;
+constexpr int mostSamples = 45;
 
 /// Samples that are asked one by one, as a host's own series are.
 class PlainSeries : public QwtSeriesData<QPointF> {

@@ -75,10 +75,11 @@ public:
         return (kind & 0x80U) == 0 ? price : std::nextafter(price, (kind & 0x40U) != 0 ? largest : -largest);
     }
 
-    /// As many doubles as are left and fit in.
-    template <std::size_t Capacity> void takeDoubles(FuzzDoubles<Capacity>& doubles)
+    /// As many doubles as are left and fit in, and no more than a number of them.
+    template <std::size_t Capacity>
+    void takeDoubles(FuzzDoubles<Capacity>& doubles, std::size_t most = Capacity)
     {
-        for (doubles.count = 0; m_left > 0 && doubles.count < Capacity; ++doubles.count)
+        for (doubles.count = 0; m_left > 0 && doubles.count < most; ++doubles.count)
             doubles.values[doubles.count] = takeDouble();
     }
 
