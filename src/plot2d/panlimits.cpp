@@ -16,8 +16,17 @@ bool isFinite(const QRectF& rectangle)
         && std::isfinite(rectangle.height());
 }
 
+/// Whether a map's pixels can be mapped back: an axis without pixels, or one of infinite width, has none to
+/// divide by.
+bool leadsBack(const QwtScaleMap& map)
+{
+    return map.pDist() > 0.0 && std::isfinite(map.sDist());
+}
+
 double moved(const Axis& axis, double bound, double shift)
 {
+    if (!leadsBack(axis.map))
+        return std::numeric_limits<double>::quiet_NaN();
     return axis.map.invTransform(axis.map.transform(bound) - shift);
 }
 
@@ -72,7 +81,8 @@ bool PanLimits::isInside(const QRectF& view, const QRectF& limits)
 
 double PanLimits::shiftUntil(const Axis& axis, double value, int side, double maxShift)
 {
-    if (!axis.enabled || !(axis.lower < axis.upper) || (side != Lower && side != Upper))
+    if (!axis.enabled || !(axis.lower < axis.upper) || (side != Lower && side != Upper)
+        || !leadsBack(axis.map))
         return noShift;
 
     constexpr int finestPart = 9;

@@ -24,7 +24,8 @@ enum Side { Lower = 0, Upper = 1 };
 constexpr double noShift = std::numeric_limits<double>::max();
 
 /// The view (left and top are the lower bounds) after a drag by pixels, 0 for an axis that is not enabled.
-/// Nothing for a view without width, of negative height, or that is not finite.
+/// Nothing for a view without width, of negative height, or that is not finite, and for an enabled axis
+/// without pixels or of infinite width.
 std::optional<QRectF> draggedView(const Axis& x, const Axis& y, double dx, double dy);
 
 /// The rectangle that limits a view: that of the curves, of zero height widened to half the view's height.

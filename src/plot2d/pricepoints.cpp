@@ -24,7 +24,7 @@ bool canProgress(double from, double to, double step)
     if (std::isnan(from) || std::isnan(to) || std::isnan(step))
         return false;
     if (from < 0.0 || isZero(from) || to < 0.0 || isZero(to) || from > to || isFuzzyEqual(from, to)
-        || step < 0.0)
+        || step <= 0.0)
         return false;
     const double width = to - from;
     return !(step > width && !isFuzzyEqual(step, width)) && width / step <= maxSteps;
@@ -111,6 +111,8 @@ std::optional<std::pair<decimal, decimal>> PricePoints::bracket(
 
 QList<double> PricePoints::densified(const QList<double>& base, double lo, double hi, double minStep)
 {
+    if (minStep == 0.0)
+        return base;
     const double inner = std::trunc((hi - lo) / minStep - 1.0);
     if (!(inner > -1.0 && inner < wantedPoints))
         return base;

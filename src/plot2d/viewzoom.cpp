@@ -3,6 +3,7 @@
 #include "fuzzyequality_p.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -14,10 +15,10 @@ using ViewZoom::Range;
 std::optional<double> ratioAround(double centre, const Range& range)
 {
     constexpr double offset = 10.0;
-    const double ratio = (range.upper - centre) / (centre - range.lower);
-    if (isFuzzyEqual(centre + offset, range.lower + offset) || isFuzzyEqual(ratio, -1.0))
+    if (centre == range.lower || isFuzzyEqual(centre + offset, range.lower + offset))
         return std::nullopt;
-    return ratio;
+    const double ratio = (range.upper - centre) / (centre - range.lower);
+    return isFuzzyEqual(ratio, -1.0) ? std::nullopt : std::optional<double>(ratio);
 }
 
 std::optional<double> ifFinite(double bound, double oppositeBound)
@@ -75,6 +76,10 @@ ViewZoom::Spans ViewZoom::zoomedSpans(const Start& start)
 {
     const double prices = start.prices.width();
     const double values = start.values.width();
+    // Without a width there are no proportions to keep.
+    constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
+    if (prices == 0.0)
+        return {unknown, unknown};
     if (start.zoomsIn() || start.curves.width() > prices) {
         const double price = prices * start.factor;
         return {price, values * price / prices};

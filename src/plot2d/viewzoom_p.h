@@ -46,7 +46,7 @@ struct Spans {
 };
 
 /// Both shrink and grow by the factor; a view that covers the prices of the data already keeps its width, and
-/// grows in height only while it is lower than the data.
+/// grows in height only while it is lower than the data. NaN for a view without width.
 Spans zoomedSpans(const Start& start);
 
 /// Whether spans are as small as a view may become by zooming in: narrower than the smallest step of strikes,

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void draggedViewOfDisabledAxes();
     void draggedViewThatIsNone_data();
     void draggedViewThatIsNone();
+    void withoutPixels();
 
     void limits_data();
     void limits();
@@ -104,6 +105,18 @@ void tst_panlimits::draggedViewThatIsNone()
     QFETCH(double, bottom);
     QFETCH(double, top);
     QVERIFY(!PanLimits::draggedView(prices(left, right), values(bottom, top), 10.0, 20.0));
+}
+
+void tst_panlimits::withoutPixels()
+{
+    PanLimits::Axis flat = prices(100.0, 200.0);
+    flat.map.setPaintInterval(50.0, 50.0);
+    PanLimits::Axis endless = prices(100.0, 200.0);
+    endless.map.setScaleInterval(-1.5e308, 1.5e308);
+    for (const PanLimits::Axis& axis : {flat, endless}) {
+        QVERIFY(!PanLimits::draggedView(axis, values(0.0, 50.0), 10.0, 20.0));
+        QCOMPARE(PanLimits::shiftUntil(axis, 95.0, PanLimits::Lower, 12.0), PanLimits::noShift);
+    }
 }
 
 void tst_panlimits::limits_data()

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void factors();
     void spans_data();
     void spans();
+    void spansOfNoWidth();
     void tooSmall_data();
     void tooSmall();
     void lowestPrice_data();
@@ -129,6 +130,16 @@ void tst_viewzoom::spans()
     const Spans spans = ViewZoom::zoomedSpans(start(curves, factor));
     QVERIFY(isAbout(spans.price, price));
     QVERIFY(isAbout(spans.value, value));
+}
+
+void tst_viewzoom::spansOfNoWidth()
+{
+    for (const double factor : {0.9, 1.1}) {
+        Start from = start(between(0.0, 300.0, 0.0, 30.0), factor);
+        from.prices.upper = from.prices.lower;
+        const Spans spans = ViewZoom::zoomedSpans(from);
+        QVERIFY(!ViewZoom::zoomedLowestPrice(from, spans) && !ViewZoom::zoomedHighestValue(from, spans));
+    }
 }
 
 void tst_viewzoom::tooSmall_data()

@@ -1,36 +1,91 @@
 #include "fuzzinput.h"
 
 #include <plot2d/closestpoint_p.h>
+#include <plot2d/sampleindex_p.h>
 
+#include <qwt_series_data.h>
+
+#include <algorithm>
 #include <cmath>
 
+namespace {
+
+constexpr int usualSamples = 48;
+constexpr int mostSamples = 2500;
+
+/// Points of any kind, or, so that blocks of them matter, a long row of ascending ones.
+void takeSamples(FuzzInput& input, QVector<QPointF>& samples)
+{
+    samples.clear();
+    if (input.takeFlag()) {
+        while (!input.isEmpty() && samples.size() < usualSamples) {
+            const double x = input.takeDouble();
+            samples.append(QPointF(x, input.takeDouble()));
+        }
+        return;
+    }
+    // Blocks of blocks have more than a thousand samples; few inputs have such.
+    const bool isLarge = input.takeBelow(64) == 63;
+    const int most = isLarge ? mostSamples : usualSamples;
+    double x = input.takePrice();
+    while (!input.isEmpty() && samples.size() < most) {
+        x += input.take<std::uint8_t>() / 16.0;
+        const double y = input.take<std::int8_t>();
+        for (int repeats = input.takeBelow(isLarge ? 250 : 8); repeats >= 0 && samples.size() < most;
+             --repeats)
+            samples.append(QPointF(x += 0.25, y + repeats));
+    }
+}
+
+ClosestPointCalcParams takeView(FuzzInput& input)
+{
+    const bool near = input.takeFlag();
+    const auto take = [&] { return near ? input.takePrice() : input.takeDouble(); };
+    ClosestPointCalcParams params;
+    params.xMin = take();
+    params.xMax = take();
+    params.yMin = take();
+    params.yMax = take();
+    params.cursorX = take();
+    params.cursorY = take();
+    return params;
+}
+
+void expectVisible(
+    const ClosestPointParams& found, const QVector<QPointF>& samples, const ClosestPointCalcParams& params)
+{
+    FUZZ_EXPECT(found.index >= -1 && found.index < samples.size() && found.curve == nullptr);
+    FUZZ_EXPECT((found.index == -1) == (found.distance < 0.0));
+    if (found.index < 0)
+        return;
+    const QPointF point = samples[found.index];
+    FUZZ_EXPECT(params.xMin <= point.x() && point.x() <= params.xMax);
+    FUZZ_EXPECT(params.yMin <= point.y() && point.y() <= params.yMax);
+}
+
+}
+
+/// The search by an index finds what a search through all samples finds.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     FuzzInput input(data, size);
-    ClosestPointCalcParams params;
-    params.xMin = input.takeDouble();
-    params.xMax = input.takeDouble();
-    params.yMin = input.takeDouble();
-    params.yMax = input.takeDouble();
-    params.cursorX = input.takeDouble();
-    params.cursorY = input.takeDouble();
-    const std::vector<double> values = input.takeDoubles(200);
-    const int count = static_cast<int>(values.size() / 2);
-    const auto sample = [&values](int i) {
-        const auto at = static_cast<std::size_t>(i) * 2;
-        return QPointF(values[at], values[at + 1]);
-    };
-
-    ClosestPoint::isUsableStep(params.cursorX);
+    const ClosestPointCalcParams params = takeView(input);
+    const double step = params.cursorX;
+    FUZZ_EXPECT(!ClosestPoint::isUsableStep(step) || step > 0.0);
     if (!ClosestPoint::isUsableView(params))
         return 0;
-    const ClosestPointParams found = ClosestPoint::find(count, sample, params);
-    FUZZ_EXPECT(found.index >= -1 && found.index < count && found.curve == nullptr);
-    FUZZ_EXPECT((found.index == -1) == (found.distance < 0.0));
-    if (found.index >= 0) {
-        const QPointF point = sample(found.index);
-        FUZZ_EXPECT(params.xMin <= point.x() && point.x() <= params.xMax);
-        FUZZ_EXPECT(params.yMin <= point.y() && point.y() <= params.yMax);
-    }
+
+    static QVector<QPointF> samples;
+    samples.reserve(mostSamples);
+    takeSamples(input, samples);
+    const auto sample = [](int i) { return samples[i]; };
+    const ClosestPointParams found = ClosestPoint::find(samples.size(), sample, params);
+    expectVisible(found, samples, params);
+
+    const QwtPointSeriesData series(samples);
+    const auto index = SampleIndex::of(&series);
+    FUZZ_EXPECT(index && index->describes(&series) && index->size() == samples.size());
+    const ClosestPointParams byIndex = ClosestPoint::find(*index, params);
+    FUZZ_EXPECT(byIndex.index == found.index && byIndex.distance == found.distance);
     return 0;
 }

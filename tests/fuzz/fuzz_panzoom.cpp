@@ -13,7 +13,8 @@ PanLimits::Axis takeAxis(FuzzInput& input)
     axis.lower = input.takeDouble();
     axis.upper = input.takeDouble();
     axis.map.setScaleInterval(axis.lower, axis.upper);
-    axis.map.setPaintInterval(input.take<std::int16_t>(), input.take<std::int16_t>());
+    const auto left = input.take<std::int16_t>();
+    axis.map.setPaintInterval(left, input.take<std::int16_t>());
     axis.enabled = input.take<std::uint8_t>() & 1;
     return axis;
 }
@@ -26,19 +27,36 @@ QRectF takeRectangle(FuzzInput& input)
     return QRectF(x, y, width, input.takeDouble());
 }
 
+void expectShift(const PanLimits::Axis& axis, double value, double drag)
+{
+    for (const int side : {PanLimits::Lower, PanLimits::Upper}) {
+        const double shift = PanLimits::shiftUntil(axis, value, side, drag);
+        if (shift == PanLimits::noShift)
+            continue;
+        FUZZ_EXPECT(std::abs(shift) <= std::abs(drag) && shift * drag >= 0.0);
+        const double bound = side == PanLimits::Lower ? axis.lower : axis.upper;
+        const double reached = axis.map.invTransform(axis.map.transform(bound) - shift);
+        FUZZ_EXPECT(side == PanLimits::Lower ? reached < value : reached > value);
+    }
+}
+
 void pan(FuzzInput& input, const QRectF& curves)
 {
     const PanLimits::Axis x = takeAxis(input);
     const PanLimits::Axis y = takeAxis(input);
     const int dx = input.take<std::int16_t>();
     const int dy = input.take<std::int16_t>();
+    expectShift(x, curves.left(), dx);
     const auto view = PanLimits::draggedView(x, y, dx, dy);
     if (!view)
         return;
+    FUZZ_EXPECT(std::isfinite(view->right()) || !std::isfinite(view->left() + view->width()));
     const auto limits = PanLimits::limits(curves, *view);
     if (!limits)
         return;
-    PanLimits::overlapInPrice(*view, *limits);
+    FUZZ_EXPECT(!(limits->width() <= 0.0) && !(limits->height() < 0.0));
+    const bool overlap = PanLimits::overlapInPrice(*view, *limits);
+    FUZZ_EXPECT(overlap == PanLimits::overlapInPrice(*limits, *view));
     PanLimits::isInside(*view, *limits);
     const double shiftX = PanLimits::limitedShiftX(x, *view, *limits, dx);
     const double shiftY = PanLimits::limitedShiftY(y, *view, *limits, dy);
@@ -46,27 +64,48 @@ void pan(FuzzInput& input, const QRectF& curves)
     FUZZ_EXPECT(shiftX * dx >= 0.0 && shiftY * dy >= 0.0);
 }
 
+void expectDragged(const ViewZoom::Range& view, const ViewZoom::Range& data, bool shrinks)
+{
+    const auto range = ViewZoom::dragged(view, data, shrinks);
+    if (!range)
+        return;
+    FUZZ_EXPECT(std::isfinite(range->lower) && std::isfinite(range->upper) && std::isfinite(range->width()));
+    if (!(view.lower <= view.upper))
+        return;
+    if (shrinks)
+        FUZZ_EXPECT(view.lower <= range->lower && range->upper <= view.upper);
+    else
+        FUZZ_EXPECT(range->lower <= view.lower && view.upper <= range->upper);
+}
+
 void zoom(FuzzInput& input, const QRectF& curves)
 {
+    const bool near = input.takeFlag();
+    const auto take = [&] { return near ? input.takePrice() : input.takeDouble(); };
     ViewZoom::Start start;
-    start.prices = {input.takeDouble(), input.takeDouble()};
-    start.values = {input.takeDouble(), input.takeDouble()};
+    start.prices.lower = take();
+    start.prices.upper = take();
+    start.values.lower = take();
+    start.values.upper = take();
     start.curves = curves;
-    start.centre = QPointF(input.takeDouble(), input.takeDouble());
+    start.centre.setX(take());
+    start.centre.setY(take());
     const auto factor = ViewZoom::factor(ViewZoom::notches(input.take<std::int16_t>()));
     if (!factor)
         return;
     start.factor = *factor;
     const ViewZoom::Spans spans = ViewZoom::zoomedSpans(start);
+    const double width = start.prices.width();
+    if (std::isfinite(width) && width > 0.0 && start.zoomsIn())
+        FUZZ_EXPECT(spans.price <= width);
+    if (std::isfinite(width) && width > 0.0 && !start.zoomsIn())
+        FUZZ_EXPECT(spans.price >= width);
     ViewZoom::isTooSmall(spans, 0.01);
     if (const auto low = ViewZoom::zoomedLowestPrice(start, spans))
         FUZZ_EXPECT(std::isfinite(*low) && std::isfinite(*low + spans.price));
     if (const auto high = ViewZoom::zoomedHighestValue(start, spans))
         FUZZ_EXPECT(std::isfinite(*high) && std::isfinite(*high - spans.value));
-
-    const bool shrinks = input.take<std::uint8_t>() & 1;
-    if (const auto range = ViewZoom::dragged(start.prices, start.values, shrinks))
-        FUZZ_EXPECT(std::isfinite(range->width()));
+    expectDragged(start.prices, start.values, input.takeFlag());
 }
 
 }

@@ -1,9 +1,12 @@
 // Runs a fuzz target over files, and over the files of folders, and over what is cut off and changed in each
-// of them: the tests' part of fuzzing, without a fuzzer.
+// of them: the tests' part of fuzzing, without a fuzzer. What breaks the target is printed in hexadecimal.
+//   fuzz_NAME CHANGES FILE...    CHANGES is how often each file is changed
 
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -36,11 +39,24 @@ Bytes read(const fs::path& file)
     return Bytes(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
-long runVariants(const Bytes& bytes, std::mt19937_64& random)
+/// What the target runs on now.
+const Bytes* current = nullptr;
+
+/// Ends the process as the signal would have, with the input on the console.
+extern "C" void tellInput(int signal)
 {
-    constexpr int changesOfFile = 2000;
+    for (const std::uint8_t byte : *current)
+        std::fprintf(stderr, "%02x", unsigned(byte));
+    std::fputs("\n", stderr);
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+long runVariants(const Bytes& bytes, int changesOfFile, std::mt19937_64& random)
+{
     long runs = 0;
     const auto run = [&runs](const Bytes& input) {
+        current = &input;
         LLVMFuzzerTestOneInput(input.data(), input.size());
         ++runs;
     };
@@ -63,11 +79,14 @@ int main(int argc, char** argv)
 {
     constexpr std::uint64_t seed = 20121001;
     std::mt19937_64 random(seed);
+    std::signal(SIGILL, tellInput);
+    std::signal(SIGABRT, tellInput);
+    const int changesOfFile = argc > 1 ? std::atoi(argv[1]) : 0;
     long files = 0;
     long runs = 0;
-    for (int i = 1; i < argc; ++i) {
+    for (int i = 2; i < argc; ++i) {
         for (const fs::path& file : filesOf(argv[i])) {
-            runs += runVariants(read(file), random);
+            runs += runVariants(read(file), changesOfFile, random);
             ++files;
         }
     }

@@ -85,13 +85,13 @@ std::optional<decimal> toDecimal(QString digits, int shift)
     dropLeadingZeros(&digits);
     if (digits.isEmpty())
         return decimal::zero;
-    if (digits.size() + shift > maxIntegerDigits)
-        return std::nullopt;
     if (digits.size() > significantDigits) {
         const bool up = digits.at(significantDigits) >= QLatin1Char('5');
         shift += digits.size() - significantDigits;
         digits = QString::number(digits.left(significantDigits).toLongLong() + (up ? 1 : 0));
     }
+    if (digits.size() + shift > maxIntegerDigits)
+        return std::nullopt;
     if (shift >= 0)
         return decimal::fromString(digits + QString(shift, QLatin1Char('0')));
     const QString padded = digits.rightJustified(1 - shift, QLatin1Char('0'));

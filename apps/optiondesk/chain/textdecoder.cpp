@@ -120,9 +120,10 @@ bool TextDecoder::readLine(QString* line)
     ++m_lineNumber;
     const int end = findLineEnd();
     const int length = end < 0 ? bufferedUnits() : end;
+    // Half a character at the end of the text.
+    if (end < 0 && m_start + length * unitSize() < m_buffer.size())
+        fail(notText());
     if (end < 0 && length == 0) {
-        if (m_start < m_buffer.size())
-            fail(notText());
         --m_lineNumber;
         return false;
     }

@@ -9,6 +9,8 @@
 #include <QSet>
 #include <QtEndian>
 
+#include <limits>
+
 const QString SqlSchema::rowKey = QStringLiteral("host_row_key");
 
 namespace {
@@ -65,16 +67,21 @@ void createTable(const SqlSession& session, const QString& table, const QVector<
     session.execute(QStringLiteral("INSERT INTO host_tables (name, revision) VALUES (?, 1)"), {table});
 }
 
-void takeNextRevision(const SqlSession& session, const QString& table, qint64 revision)
+void takeNextRevision(const SqlSession& session, const QString& table, const SqlTableDefinition& stored)
 {
     const QSqlQuery update = session.execute(
         QStringLiteral("UPDATE host_tables SET revision = ? WHERE name = ? AND revision = ?"),
-        {revision + 1, table, revision});
+        {stored.nextRevision(), table, stored.revision});
     if (update.numRowsAffected() != 1)
         session.fail(
             QStringLiteral("another program has changed the table \"%1\" in the meantime").arg(table));
 }
 
+}
+
+qint64 SqlTableDefinition::nextRevision() const
+{
+    return revision < std::numeric_limits<qint64>::max() ? revision + 1 : 1;
 }
 
 void SqlSchema::checkSqliteFile(const QString& fileName)
@@ -162,7 +169,7 @@ void SqlSchema::prepareWriting(const SqlSession& session, const QString& table,
     const QVector<TableColumnDef>& columns, const std::optional<SqlTableDefinition>& stored)
 {
     if (stored)
-        takeNextRevision(session, table, stored->revision);
+        takeNextRevision(session, table, *stored);
     else
         createTable(session, table, columns);
 

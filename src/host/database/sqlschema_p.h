@@ -15,6 +15,8 @@ struct SqlTableDefinition {
     /// Counted up with every commit that writes the table: who finds another one than expected has been
     /// overtaken by another writer.
     qint64 revision = 0;
+    /// That of the next commit: one more, or 1 behind the largest number, which only a damaged file holds.
+    qint64 nextRevision() const;
     QHash<QString, FieldType> columns;
 };
 

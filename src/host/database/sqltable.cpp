@@ -70,7 +70,12 @@ SqlTableContent readSqlTable(const SqlSession& session, Table* table)
         const Record record = table->createRow();
         for (int i = 0; i < columns.positions.size(); ++i)
             readSqlField(session, *table, record, columns.positions[i], query.value(i + 1));
-        content.keys.append(query.value(0).toLongLong());
+        const qint64 key = query.value(0).toLongLong();
+        // SQLite's check of the file compares no index with its table.
+        if (!content.keys.isEmpty() && key <= content.keys.last())
+            session.fail(
+                QStringLiteral("the rows of \"%1\" are out of order: it is damaged").arg(table->name()));
+        content.keys.append(key);
         content.rows.append(record);
     }
     if (query.lastError().isValid())

@@ -32,7 +32,7 @@ void readSqlField(
     const SqlSession& session, Table& table, const Record& record, int column, const QVariant& value);
 
 /// Reads the stored rows in their order into rows that the table made. Exception if a stored value or column
-/// does not fit.
+/// does not fit, and for keys out of order.
 SqlTableContent readSqlTable(const SqlSession& session, Table* table);
 
 /// Writes rows of one table, one by one, through prepared statements; within a transaction.

@@ -85,7 +85,7 @@ void SqlTableStore::markWritten()
     for (const auto& [record, key] : qAsConst(m_plan.inserted))
         m_keys.insert(record, key);
     SqlTableDefinition written = m_definition.value_or(SqlTableDefinition());
-    ++written.revision;
+    written.revision = written.nextRevision();
     for (const TableColumnDef& column : columns())
         written.columns.insert(column.name, column.type);
     m_definition = written;

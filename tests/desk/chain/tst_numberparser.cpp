@@ -77,8 +77,8 @@ void tst_numberparser::notNumbers_data()
 
     const QStringList cells = {"", "abc", "12a", "a12", "1.2.3", "1,23", "1,2345", ",123", "1234,567",
         "1,234,56", "1,234 567", "1.234,50", "--1", "1-", "1e", "1e1.5", "e5", ".", ",", "%", "$5", "5 USD",
-        "0x10", "1/2", "nan", "inf", "1e15", "1000000000000000", "1 2", "12'5", "1 234 56", "\u0661\u0662",
-        QString(100, QLatin1Char('1'))};
+        "0x10", "1/2", "nan", "inf", "1e15", "1000000000000000", "999999999999999.5", "1 2", "12'5",
+        "1 234 56", "\u0661\u0662", QString(100, QLatin1Char('1'))};
     for (const QString& cell : cells)
         QTest::newRow(qPrintable(QLatin1Char('<') + cell.left(20) + QLatin1Char('>'))) << cell;
 }

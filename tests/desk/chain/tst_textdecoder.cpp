@@ -122,6 +122,8 @@ void tst_textdecoder::errors_data()
     QTest::newRow("delete character") << QByteArray("a\x7f\n") << notText.arg(1);
     QTest::newRow("UTF-16 without mark") << utf16("ab", false).mid(2) << notText.arg(1);
     QTest::newRow("half a UTF-16 unit") << utf16("ab\n", false) + 'c' << notText.arg(2);
+    QTest::newRow("half a UTF-16 unit behind others") << utf16("ab", false) + 'c' << notText.arg(1);
+    QTest::newRow("half a UTF-16 unit alone") << utf16("", false) + 'c' << notText.arg(1);
     QTest::newRow("lone surrogate") << QByteArray("\xfe\xff\xd8\x00\x00\x41", 6) << notText.arg(1);
     QTest::newRow("NUL in UTF-16") << QByteArray("\xff\xfe\x41\x00\x00\x00", 6) << notText.arg(1);
     QTest::newRow("mark that lies")

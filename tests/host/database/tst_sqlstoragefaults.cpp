@@ -51,6 +51,8 @@ private Q_SLOTS:
     void storedRowIsGone();
     void lockedByOther();
     void overtakenByOther();
+    void revisionAtItsEnd();
+    void keysOutOfOrder();
     void fullDisk();
     void journalCannotBeMade();
 
@@ -130,6 +132,40 @@ void tst_sqlstoragefaults::overtakenByOther()
     QCOMPARE(ids(mine), (QVector<int>{1, 4}));
     first->rollback();
     QCOMPARE(ids(mine), (QVector<int>{1, 3}));
+}
+
+void tst_sqlstoragefaults::revisionAtItsEnd()
+{
+    Table table(tableName, columns());
+    const auto storage = m_fixture->open();
+    storage->attach(&table);
+    table.appendRows(makeRows(table, 1, 1));
+    storage->commit();
+    runSql(m_fixture->path(), QStringLiteral("UPDATE host_tables SET revision = 9223372036854775807"));
+    storage->attach(&table);
+    for (int id = 2; id < 4; ++id) {
+        table.appendRows(makeRows(table, id, 1));
+        storage->commit();
+        QCOMPARE(runSql(m_fixture->path(), QStringLiteral("SELECT revision FROM host_tables")),
+            QVariantList{id - 1});
+    }
+    QCOMPARE(ids(*storedTable(m_fixture->path(), tableName)), (QVector<int>{1, 2, 3}));
+}
+
+void tst_sqlstoragefaults::keysOutOfOrder()
+{
+    Table table(tableName, columns());
+    const auto storage = m_fixture->open();
+    storage->attach(&table);
+    table.appendRows(makeRows(table, 1, 3));
+    storage->commit();
+    // Texts come behind all numbers.
+    runSql(m_fixture->path(), QStringLiteral("UPDATE samples SET host_row_key = 'x' WHERE id = 2"));
+    Table again(tableName, columns());
+    const auto other = m_fixture->open();
+    const QString text = thrownText([&] { other->attach(&again); });
+    QVERIFY2(text.contains(m_fixture->path()) && text.contains(QLatin1String("damaged")), qPrintable(text));
+    QCOMPARE(again.rowCount(), 0);
 }
 
 void tst_sqlstoragefaults::fullDisk()
