@@ -3,24 +3,13 @@
 import json
 import os
 
+from .purity import is_pure
 from .tree import OUTPUT, ROOT
 
 RESULTS = OUTPUT / "results.json"
 SURVIVORS = ROOT / "tests/mutation-survivors.txt"
 KILLED = ("killed", "killed by time")
 LIVE = ("survived", "not reached")
-WITH_WIDGETS = {
-    "curvepainter.cpp", "fieldreading.cpp", "futurelookup.cpp", "guardedscaleengine.cpp", "legendcheckbox.cpp",
-    "legendcheckbox_p.h", "legendicons.cpp", "opaqueaxis.cpp", "opaqueaxis_p.h", "pixelpainter_p.h", "plotcanvas.cpp",
-    "plotcanvas_p.h", "plotitems.cpp", "plotlook.cpp", "plotmouse.cpp", "quoteline.cpp", "rememberingtextengine.cpp",
-    "securitycolumns.cpp", "securitycolumns.h", "styledbackground.cpp", "styledbackground_p.h",
-}  # fmt: skip
-
-
-def is_pure(file):
-    """Whether a file has functions of numbers and texts only."""
-    return not file.startswith("pricebased2dplot") and file not in WITH_WIDGETS
-
 
 class Results:
     """The fates of mutants by their keys."""

@@ -12,6 +12,7 @@ BUILD = ROOT / "build/coverage"
 OUTPUT = ROOT / "build/mutation"
 SOURCES = ROOT / "src/plot2d"
 LIBRARY = BUILD / "src/plot2d/libplot2d.so"
+INSTRUMENTS = ("--coverage", "-fno-exceptions")
 MOC = "mocs_compilation.cpp"
 INCLUDE = re.compile(r'^#include [<"](?:plot2d/)?(\w+\.h)[>"]', re.MULTILINE)
 SYSTEM_INCLUDE = re.compile(r"^#include <(?:Q\w+|qwt_\w+\.h|[a-z_]+)>$", re.MULTILINE)
@@ -52,7 +53,7 @@ class Commands:
             arguments = shlex.split(entry["command"])
             while not arguments[0].endswith(("++", "g++-12")):
                 arguments.pop(0)
-            self.compile[str(Path(entry["file"]))] = [a for a in arguments if a != "--coverage"]
+            self.compile[str(Path(entry["file"]))] = [a for a in arguments if a not in INSTRUMENTS]
         self.link = self.link_of(LIBRARY.resolve())
         self.header = self._precompiled_header()
 
@@ -66,7 +67,7 @@ class Commands:
         words = shlex.split([line for line in output.splitlines() if " -o " in line][-1])
         start = next(i for i, word in enumerate(words) if word.endswith("++"))
         words = words[start:]
-        return [word for word in words[: words.index("&&")] if word != "--coverage"]
+        return [word for word in words[: words.index("&&")] if word not in INSTRUMENTS]
 
     def _precompiled_header(self):
         """Of headers of Qt, Qwt and the standard library alone, which no mutant changes."""
