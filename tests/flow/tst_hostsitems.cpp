@@ -110,9 +110,11 @@ void tst_HostsItems::picksEntriesOfTheLegendOnly()
     plot.insertLegend(legend, QwtPlot::RightLegend);
     auto* const shown = addCurve(plot, 9, {{1.0, 1.0}}, QStringLiteral("shown"));
     auto* const unchecked = addCurve(plot, 9, {{1.0, 1.0}}, QStringLiteral("unchecked"));
-    auto* const without = addCurve(plot, 9, {{1.0, 1.0}}, QStringLiteral("without an entry"));
+    auto* const without = new PriceBased2dPlotCurve(&plot, QStringLiteral("without an entry"));
+    without->setDataType(9);
+    without->setSamples({{1.0, 1.0}});
     without->setItemAttribute(QwtPlotItem::Legend, false);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    without->attach(&plot);
     addCurve(plot, 9, {}, QStringLiteral("without samples"));
     legend->setCheckBoxChecked(QStringLiteral("unchecked"), false);
     QCOMPARE(picker->usedCurves(), QList<PriceBased2dPlotCurve*>{shown});

@@ -181,7 +181,7 @@ class _Maker:
         value = self.tokens[i + 1 : end]
         text = "".join(token.text for token in value)
         is_plain = len(value) == 1 and value[0].kind == "number"
-        if is_plain or text in SAME_AS_NOTHING or re.fullmatch(r"[A-Z]\w*\(\)", text):
+        if is_plain or text in SAME_AS_NOTHING or re.fullmatch(r"[A-Z]\w*(<.*>)?\(\)", text):
             return
         self._add(i, "return {}", value[0].start, value[-1].end, "{}")
 

@@ -22,6 +22,10 @@ TIMES = OUTPUT / "times.json"
 MEMORY_KIB = 3 * 1024 * 1024
 
 
+class TestIsMissing(Exception):
+    """A test program that cannot be run, for example because it is being linked."""
+
+
 @dataclass
 class Test:
     """A test program with its arguments and environment, and the seconds it usually takes."""
@@ -86,7 +90,7 @@ def run(test, environment, program=None, limit=None):
         result = _watch(process, start + limit)
         _end(process)
     if process.returncode in (126, 127):
-        raise RuntimeError(f"{command[0]} cannot be run; is it being built?")
+        raise TestIsMissing(command[0])
     if result is None:
         result = "passed" if process.returncode == 0 else "failed"
         if process.returncode in (-signal.SIGXCPU, -signal.SIGKILL):
