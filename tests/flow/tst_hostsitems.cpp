@@ -82,11 +82,13 @@ void tst_HostsItems::findsItsOwnItemsOnly()
 
 void tst_HostsItems::picksSamplesOfAHostsSeries()
 {
-    TestHost::addSecurity(TestHost::future());
+    TestHost::addSecurity(TestHost::future({{QStringLiteral("price_step"), QStringLiteral("0.5")}}));
     TestPlot plot;
     plot.setIsinId(10);
     plot.setBoardId(2);
-    const PriceBased2dPlotPicker picker(plot.canvas());
+    PriceBased2dPlotPicker picker(plot.canvas());
+    picker.setPriceStep();
+    QCOMPARE(picker.priceStep(), 0.5);
     auto* const curve = addCurve(plot, 9, {}, QStringLiteral("curve"));
     const QVector<QPointF> samples{{10.0, 1.0}, {20.0, 2.0}, {30.0, 3.0}};
     plot.setAxisScale(QwtPlot::xBottom, 0.0, 40.0, 0.0);
@@ -97,6 +99,7 @@ void tst_HostsItems::picksSamplesOfAHostsSeries()
     const ClosestPointParams indexed = picker.getClosestPointParams(curve, params);
     curve->setSamples(new HostSeries(samples));
     const ClosestPointParams found = picker.getClosestPointParams(curve, params);
+    QCOMPARE(found.index, 1);
     QCOMPARE(found.index, indexed.index);
     QCOMPARE(found.distance, indexed.distance);
 }

@@ -87,6 +87,9 @@ class _Maker:
             end = closing(self.tokens, i + 1)
             if token.text in NO_CALLS:
                 skipped.update(range(i, end + 1))
+            # How much memory is asked for beforehand shows nowhere.
+            if token.text == "reserve" and self._text(i - 1) == ".":
+                skipped.update(range(self._operand_start(i), end + 1))
             if token.text == "for":
                 ends = [k for k in range(i, end) if self._text(k) == ";"]
                 if len(ends) == 2:

@@ -98,11 +98,16 @@ def run(test, environment, program=None, limit=None):
     return Outcome(result, time.monotonic() - start)
 
 
-def measure(tests, environment, jobs):
-    """How each test fares without a mutant, by names: its result and seconds."""
+def stored_times():
+    """How tests fared in an earlier run, by names."""
+    return json.loads(TIMES.read_text()) if TIMES.exists() else {}
+
+
+def measure(tests, times, environment, jobs):
+    """How each test fares without a mutant, by names: its result and seconds; added to what is known."""
     with ThreadPoolExecutor(jobs) as executor:
         outcomes = executor.map(lambda test: run(test, environment, limit=600), tests)
-        times = {test.name: [outcome.result, outcome.seconds] for test, outcome in zip(tests, outcomes)}
+        times = {**times, **{t.name: [outcome.result, outcome.seconds] for t, outcome in zip(tests, outcomes)}}
     TIMES.write_text(json.dumps(times, indent=0))
     return times
 
@@ -145,24 +150,21 @@ class TestMap:
 
     @classmethod
     def stored(cls):
-        """The map of an earlier run, or None."""
-        return cls(json.loads(MAP.read_text())) if MAP.exists() else None
+        """The map of an earlier run, empty if there was none."""
+        return cls(json.loads(MAP.read_text()) if MAP.exists() else {})
 
-    @classmethod
-    def made(cls, tests, jobs):
+    def add(self, tests, jobs):
         """Runs each test with the instrumented library, with counters of its own."""
-        reached = {}
         with ThreadPoolExecutor(jobs) as executor:
             found = list(executor.map(_lines_of, tests))
         for test, files in zip(tests, found):
             for file, lines in files.items():
-                places = reached.setdefault(file, {})
+                places = self.reached.setdefault(file, {})
                 for line, is_reached in lines.items():
                     names = places.setdefault(str(line), [])
                     if is_reached:
                         names.append(test.name)
-        MAP.write_text(json.dumps(reached))
-        return cls(reached)
+        MAP.write_text(json.dumps(self.reached))
 
     def names(self, file, first, last):
         """The tests that reach one of the lines from the first to the last; None if none of them is code."""
