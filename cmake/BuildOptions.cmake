@@ -15,12 +15,6 @@ if(PLOT2D_SANITIZERS)
     add_link_options(-fsanitize=${PLOT2D_SANITIZERS})
 endif()
 
-option(PLOT2D_COVERAGE "Instrument for gcov" OFF)
-if(PLOT2D_COVERAGE)
-    add_compile_options(--coverage)
-    add_link_options(--coverage)
-endif()
-
 # The link leaves nothing undefined: a symbol that a library forgot to link is found here and not by
 # the application. The sanitizers' run-time is linked into the executable only, hence the exception.
 if(NOT PLOT2D_SANITIZERS)

@@ -34,10 +34,12 @@ bool isPixelPainter(const QPainter& painter)
         && !painter.testRenderHint(QPainter::Qt4CompatiblePainting);
 }
 
+/// Qt makes lines of less than a pixel paler, but for those of no width.
 bool isOpaqueLine(const QPen& pen)
 {
+    const double width = pen.widthF();
     return pen.style() == Qt::SolidLine && pen.brush().style() == Qt::SolidPattern
-        && pen.color().alpha() == 255;
+        && pen.color().alpha() == 255 && (width == 0.0 || width >= 1.0);
 }
 
 /// The width of a pen whose lines are made of whole pixels, as long as they run along rows or columns, and

@@ -167,6 +167,8 @@ void tst_scaleengine::anchored()
     QTEST(majorTicks(division), "expected");
     QCOMPARE(division.lowerBound(), x1);
     QCOMPARE(division.upperBound(), x2);
+    // A range without width has no ticks to anchor.
+    QVERIFY(engine.divideScale(x1, x1, 8, 5, 0.0).isEmpty());
 
     // Inverted it is Qwt's.
     const QwtScaleDiv inverted = engine.divideScale(x2, x1, 8, 5, 10.0);
@@ -258,7 +260,14 @@ void tst_scaleengine::narrowerDivisionIsNotTaken()
     QVERIFY(first == QwtLinearScaleEngine(10).divideScale(0, 100, 8, 5, 0));
     QVERIFY(engine.divideScale(10, 20, 4, 2, 1) == first);
     draw.setShrunk(false);
-    QVERIFY(engine.divideScale(10, 20, 4, 2, 1) == QwtLinearScaleEngine(10).divideScale(10, 20, 4, 2, 1));
+    const QwtScaleDiv narrow = QwtLinearScaleEngine(10).divideScale(10, 20, 4, 2, 1);
+    QVERIFY(engine.divideScale(10, 20, 4, 2, 1) == narrow);
+    // An engine that belongs to no plot keeps nothing.
+    draw.setShrunk(true);
+    PriceBased2dPlotScaleEngine free(nullptr, leftAxis, 10);
+    free.setScaleDraw(&draw);
+    QVERIFY(free.divideScale(0, 100, 8, 5, 0) == first);
+    QVERIFY(free.divideScale(10, 20, 4, 2, 1) == narrow);
 }
 
 void tst_scaleengine::whatIsKept_data()

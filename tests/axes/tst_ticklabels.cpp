@@ -189,7 +189,10 @@ void tst_ticklabels::integerDigits_data()
     row("one", 1234, 1334, 4, 1);
     row("none", 1234, 2234, 4, 0);
     row("equal", 1234, 1234, 4, 0);
+    row("one of two", 12, 15, 2, 1);
     row("one digit", 1, 2, 1, 0);
+    row("first zero", 0, 5, 1, 0);
+    row("second zero", 5, 0, 1, 0);
     row("order does not matter", 1238, 1234, 4, 3);
     row("first negative", -1, 1, 1, -1);
     row("second negative", 1, -1, 1, -1);
@@ -198,6 +201,7 @@ void tst_ticklabels::integerDigits_data()
     row("n of 17", 1, 2, 17, -1);
     row("negative n", 1, 2, -1, -1);
     row("on the limit", limit, limit / 2, 16, 0);
+    row("second on the limit", limit / 2, limit, 16, 0);
     row("first beyond the limit", limit + 1, 1, 16, -1);
     row("second beyond the limit", 1, limit + 1, 16, -1);
     row("equal and beyond the limit", limit + 1, limit + 1, 16, -1);

@@ -29,6 +29,9 @@ class tst_LegendCheckBox : public QObject {
 private Q_SLOTS:
     void looksLikeTheStyles_data();
     void looksLikeTheStyles();
+    void looksLikeTheStylesWithMoreThanABox_data();
+    void looksLikeTheStylesWithMoreThanABox();
+    void followsItsPalette();
 };
 
 void tst_LegendCheckBox::looksLikeTheStyles_data()
@@ -71,6 +74,53 @@ void tst_LegendCheckBox::looksLikeTheStyles()
                 QCOMPARE(
                     Pictures::difference(picture(ours, pixelRatio), picture(plain, pixelRatio)), QString());
         }
+    }
+}
+
+void tst_LegendCheckBox::looksLikeTheStylesWithMoreThanABox_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("hasIcon");
+    QTest::newRow("text") << QStringLiteral("text") << false;
+    QTest::newRow("icon") << QString() << true;
+    QTest::newRow("both") << QStringLiteral("text") << true;
+}
+
+void tst_LegendCheckBox::looksLikeTheStylesWithMoreThanABox()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, hasIcon);
+    QPixmap icon(8, 8);
+    icon.fill(Qt::red);
+    LegendCheckBox ours;
+    QCheckBox plain;
+    for (QCheckBox* box : {static_cast<QCheckBox*>(&ours), &plain})
+        box->resize(120, 30);
+    // From alone to more and back.
+    for (const bool isMore : {false, true, false}) {
+        for (QCheckBox* box : {static_cast<QCheckBox*>(&ours), &plain}) {
+            box->setText(isMore ? text : QString());
+            box->setIcon(isMore && hasIcon ? QIcon(icon) : QIcon());
+        }
+        QCOMPARE(Pictures::difference(picture(ours, 1.0), picture(plain, 1.0)), QString());
+    }
+}
+
+void tst_LegendCheckBox::followsItsPalette()
+{
+    LegendCheckBox ours;
+    QCheckBox plain;
+    for (const QColor& color : {QColor(Qt::white), QColor(Qt::green), QColor(Qt::white)}) {
+        for (QCheckBox* box : {static_cast<QCheckBox*>(&ours), &plain}) {
+            QPalette palette = box->palette();
+            palette.setColor(QPalette::Base, color);
+            palette.setColor(QPalette::Button, color);
+            palette.setColor(QPalette::Window, color);
+            box->setPalette(palette);
+            box->resize(30, 30);
+        }
+        for (int paint = 0; paint < 2; ++paint)
+            QCOMPARE(Pictures::difference(picture(ours, 1.0), picture(plain, 1.0)), QString());
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <plot2d/plotcanvas_p.h>
 
+#include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
@@ -96,6 +97,7 @@ private Q_SLOTS:
     void paintsAnewAfterAReplot();
     void paintsPartsAlike();
     void paintsAllOfOneMoment();
+    void showsItsFocusAsQwts();
     void isTheCanvasOfAPlot();
     void axesAreOpaqueWhereTheyHideThePlot();
     void opaqueAxesLookTheSame();
@@ -136,6 +138,14 @@ void tst_PlotCanvas::looksLikeQwts_data()
     QTest::newRow("sheet with a gradient") << sheet(
         "QwtPlotCanvas { background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 red, stop:1 blue) }");
     QTest::newRow("translucent sheet") << sheet("QwtPlotCanvas { background-color: rgba(0, 0, 255, 60) }");
+    QTest::newRow("round corners of its own") << Setup([](QwtPlot& plot) {
+        canvasOf(plot).setFrameStyle(QFrame::NoFrame);
+        canvasOf(plot).setBorderRadius(40.0);
+    });
+    QTest::newRow("not filled") << Setup([](QwtPlot& plot) {
+        canvasOf(plot).setFrameStyle(QFrame::NoFrame);
+        canvasOf(plot).setAutoFillBackground(false);
+    });
     QTest::newRow("without a store") << Setup(
         [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::BackingStore, false); });
     QTest::newRow("not opaque") << Setup(
@@ -248,6 +258,25 @@ void tst_PlotCanvas::paintsAllOfOneMoment()
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
     QCOMPARE(painted.all().size(), 3);
+}
+
+void tst_PlotCanvas::showsItsFocusAsQwts()
+{
+    for (const auto indicator : {QwtPlotCanvas::NoFocusIndicator, QwtPlotCanvas::CanvasFocusIndicator,
+             QwtPlotCanvas::ItemFocusIndicator}) {
+        const auto focused = [indicator](const std::unique_ptr<QwtPlot>& plot) {
+            canvasOf(*plot).setFocusIndicator(indicator);
+            plot->canvas()->setFocusPolicy(Qt::StrongFocus);
+            plot->show();
+            QApplication::setActiveWindow(plot.get());
+            plot->canvas()->setFocus();
+            return plot->canvas()->hasFocus() ? picture(*plot) : QImage();
+        };
+        const QImage ours = focused(ourPlot([](QwtPlot&) {}));
+        const QImage plain = focused(plainPlot([](QwtPlot&) {}));
+        QVERIFY(!ours.isNull() && !plain.isNull());
+        QCOMPARE(Pictures::difference(ours, plain), QString());
+    }
 }
 
 void tst_PlotCanvas::isTheCanvasOfAPlot()

@@ -1,6 +1,8 @@
 #include "plot2d/panlimits_p.h"
 #include "support/testmain.h"
 
+#include <qwt_transform.h>
+
 #include <cmath>
 #include <random>
 
@@ -45,6 +47,8 @@ private Q_SLOTS:
     void draggedViewThatIsNone_data();
     void draggedViewThatIsNone();
     void withoutPixels();
+
+    void draggedViewBeyondAllNumbers();
 
     void limits_data();
     void limits();
@@ -119,6 +123,20 @@ void tst_panlimits::withoutPixels()
     }
 }
 
+void tst_panlimits::draggedViewBeyondAllNumbers()
+{
+    PanLimits::Axis x = prices(1.0, 1e300);
+    x.map.setTransformation(new QwtLogTransform);
+    x.map.setScaleInterval(1.0, 1e300);
+    QVERIFY(PanLimits::draggedView(x, values(0.0, 50.0), -1.0, 0.0));
+    QVERIFY2(!PanLimits::draggedView(x, values(0.0, 50.0), -50.0, 0.0), "its upper price is infinite");
+    PanLimits::Axis y = values(1.0, 1e300);
+    y.map.setTransformation(new QwtLogTransform);
+    y.map.setScaleInterval(1.0, 1e300);
+    QVERIFY(PanLimits::draggedView(prices(100.0, 200.0), y, 0.0, 1.0));
+    QVERIFY2(!PanLimits::draggedView(prices(100.0, 200.0), y, 0.0, 50.0), "its upper value is infinite");
+}
+
 void tst_panlimits::limits_data()
 {
     QTest::addColumn<QRectF>("curves");
@@ -140,6 +158,10 @@ void tst_panlimits::limits()
     QCOMPARE(limits.has_value(), !expected.isNull());
     if (limits)
         QCOMPARE(*limits, expected);
+    // Around one value as much is free as a quarter of the view.
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    QVERIFY(PanLimits::limits(between(1.0, 2.0, 3.0, 3.0), QRectF(0.0, 0.0, 10.0, none)));
+    QVERIFY(!PanLimits::limits(between(1.0, 2.0, 3.0, 3.0), QRectF(0.0, 0.0, 10.0, -40.0)));
 }
 
 void tst_panlimits::overlap_data()
@@ -229,6 +251,7 @@ void tst_panlimits::shiftUntil_data()
     QTest::newRow("upper, wrong way") << 205.0 << 1 << 12.0 << none;
     QTest::newRow("upper, past it already") << 195.0 << 1 << -12.0 << 0.0;
     QTest::newRow("no side") << 95.0 << 2 << 12.0 << none;
+    QTest::newRow("no side, past the upper end already") << 205.0 << 2 << 12.0 << none;
     QTest::newRow("no side below") << 95.0 << -1 << 12.0 << none;
     QTest::newRow("NaN") << notANumber << 0 << 12.0 << none;
 }
@@ -268,6 +291,7 @@ void tst_panlimits::limitedShiftX_data()
     QTest::newRow("left end in view, dragged left") << 120.0 << 300.0 << -12.0 << -12.0;
     QTest::newRow("left end in view, less than a pixel") << 120.0 << 300.0 << 0.5 << 0.5;
     QTest::newRow("left end in view, a pixel") << 120.0 << 300.0 << 1.0 << 0.0;
+    QTest::newRow("right end in view, less than a pixel") << 0.0 << 180.0 << 0.5 << 0.5;
     QTest::newRow("up to the right end") << 0.0 << 212.0 << -12.0 << -12.0;
     QTest::newRow("right end in view, not dragged") << 0.0 << 180.0 << 0.0 << 0.0;
     QTest::newRow("just past the right end") << 0.0 << 205.0 << -12.0 << -12.0;
@@ -298,6 +322,10 @@ void tst_panlimits::limitedShiftY_data()
     QTest::newRow("up to the top") << 0.0 << 212.0 << 12.0 << 12.0;
     QTest::newRow("down to the bottom") << 88.0 << 300.0 << -12.0 << -12.0;
     QTest::newRow("top in view, less than a pixel") << 0.0 << 180.0 << 0.5 << 0.5;
+    QTest::newRow("top in view, a pixel") << 0.0 << 180.0 << 1.0 << 0.0;
+    QTest::newRow("top in view, more than a pixel") << 0.0 << 180.0 << 1.5 << 0.0;
+    QTest::newRow("bottom in view, less than a pixel") << 120.0 << 300.0 << 0.5 << 0.5;
+    QTest::newRow("bottom in view, less than a pixel up") << 120.0 << 300.0 << -0.5 << 0.0;
     QTest::newRow("just past the top") << 0.0 << 205.0 << 12.0 << 12.0;
     QTest::newRow("far past the top") << 0.0 << 205.0 << 36.0 << 12.0;
     QTest::newRow("top on the bound") << 0.0 << 200.0 << 12.0 << 0.0;

@@ -184,6 +184,8 @@ void tst_pricepoints::interval_data()
                                 << "0" << 0.0 << 0 << false;
     QTest::newRow("one strike") << 1 << "100"
                                 << "100" << 0.0 << 0 << false;
+    QTest::newRow("one strike of a range") << 1 << "100"
+                                           << "110" << 5.0 << 0 << false;
     QTest::newRow("no decimals known") << 3 << "100"
                                        << "110" << 5.0 << -1 << false;
     QTest::newRow("lowest zero") << 3 << "0"
@@ -200,6 +202,8 @@ void tst_pricepoints::interval_data()
                                << "110" << 0.0 << 0 << false;
     QTest::newRow("step almost zero") << 3 << "100"
                                       << "110" << 1e-12 << 18 << false;
+    QTest::newRow("step just negative") << 3 << "100"
+                                        << "110" << -0.5 << 1 << false;
     QTest::newRow("step negative") << 3 << "100"
                                    << "110" << -5.0 << 0 << false;
     QTest::newRow("step NaN") << 3 << "100"
@@ -250,6 +254,9 @@ void tst_pricepoints::bracket_data()
     QTest::newRow("inside") << tens << 131.0 << 149.0 << "130 150";
     QTest::newRow("bounds on strikes") << tens << 130.0 << 150.0 << "120 160";
     QTest::newRow("strike at the end of the view") << tens << 131.0 << 150.0 << "130 160";
+    QTest::newRow("one strike, at the end of the view") << tens << 141.0 << 150.0 << "140 160";
+    QTest::newRow("one strike, at its beginning") << tens << 130.0 << 135.0 << "120 140";
+    QTest::newRow("the first strike alone") << tens << 100.0 << 105.0 << "100 110";
     QTest::newRow("between two neighbours") << tens << 141.0 << 149.0 << "100 200";
     QTest::newRow("all visible") << tens << 50.0 << 250.0 << "100 200";
     QTest::newRow("left end visible") << tens << 50.0 << 145.0 << "100 150";
@@ -260,6 +267,10 @@ void tst_pricepoints::bracket_data()
     QTest::newRow("negative ones set nothing") << "-10 10 20 30" << 5.0 << 15.0 << "-10 20";
     QTest::newRow("zero sets nothing") << "0 10 20 30" << 5.0 << 15.0 << "0 20";
     QTest::newRow("negative ones may be unsorted") << "-10 -20 10 20 30" << 15.0 << 25.0 << "10 30";
+    QTest::newRow("next to zero nothing is set") << "0 10 20" << -5.0 << 5.0 << "0 20";
+    QTest::newRow("across zero nothing is set") << "-10 10 20" << -20.0 << 5.0 << "-10 20";
+    QTest::newRow("zero may be unsorted") << "10 0 20" << 12.0 << 15.0 << "10 20";
+    QTest::newRow("a negative one may be unsorted") << "10 -5 20" << 12.0 << 15.0 << "10 20";
     QTest::newRow("two") << "100 110" << 105.0 << 120.0 << "100 110";
 }
 

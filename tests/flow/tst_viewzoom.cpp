@@ -59,6 +59,7 @@ private Q_SLOTS:
     void centreKeepsItsPlace();
     void dragged_data();
     void dragged();
+    void draggedWithoutWidth();
     void draggedToNothing_data();
     void draggedToNothing();
     void shrinkingGoesOn();
@@ -211,6 +212,7 @@ void tst_viewzoom::centreNearZero_data()
     QTest::addColumn<bool>("onLowerBound");
     // What separates the centre from the bound 0 counts in comparison with 10.
     QTest::newRow("within the tolerance of 10") << 5e-12 << true;
+    QTest::newRow("just beyond it") << 1.05e-11 << false;
     QTest::newRow("within the tolerance of 100 alone") << 5e-11 << false;
 }
 
@@ -338,12 +340,22 @@ void tst_viewzoom::dragged()
     QCOMPARE(range->upper, expected.upper);
 }
 
+void tst_viewzoom::draggedWithoutWidth()
+{
+    const auto range = ViewZoom::dragged({5.0, 5.0}, {0.0, 10.0}, true);
+    QVERIFY2(range, "what has no width cannot shrink, and stays");
+    QCOMPARE(range->lower, 5.0);
+    QCOMPARE(range->upper, 5.0);
+}
+
 void tst_viewzoom::draggedToNothing_data()
 {
     QTest::addColumn<Range>("view");
     QTest::addColumn<Range>("data");
     QTest::newRow("covers the data") << Range{100.0, 200.0} << Range{100.0, 200.0};
     QTest::newRow("wider than the data") << Range{100.0, 200.0} << Range{120.0, 130.0};
+    QTest::newRow("wider than any number")
+        << Range{-0.495 * largest, 0.495 * largest} << Range{-largest, largest};
     QTest::newRow("not finite") << Range{-0.9 * largest, 0.9 * largest} << Range{-largest, largest};
 }
 

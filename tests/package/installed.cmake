@@ -5,8 +5,6 @@ set(prefix "${CMAKE_CURRENT_BINARY_DIR}/prefix")
 set(flags "")
 if(PLOT2D_SANITIZERS)
     set(flags "-fsanitize=${PLOT2D_SANITIZERS}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
-elseif(PLOT2D_COVERAGE)
-    set(flags --coverage)
 endif()
 list(JOIN flags " " flags_text)
 
