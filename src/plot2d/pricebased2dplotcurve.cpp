@@ -76,9 +76,11 @@ void PriceBased2dPlotCurve::setVisible(bool on)
             m_plot->setCurKotirEnabled(false);
         m_plot->updateAxisWidgets();
     } else if (m_plot && m_dataType == markedType) {
+        // A marker that changes calls the host where Qwt replots by itself.
+        const bool callsHost = m_plot->autoReplot();
         const QList<QwtPlotMarker*> markers = m_plot->attachedMarkers();
         for (QwtPlotMarker* marker : markers) {
-            if (!life.expired() && m_plot && m_plot->attachedMarkers().contains(marker))
+            if (!callsHost || (!life.expired() && m_plot && m_plot->attachedMarkers().contains(marker)))
                 marker->setVisible(on);
         }
     }
