@@ -11,6 +11,9 @@
 
 namespace {
 
+/// The compiler may not see that nobody needs it.
+char* volatile lastLost = nullptr;
+
 constexpr char modeVariable[] = "PLOT2D_TEST_LOUDNESS";
 
 /// Emits a signal of its plot whenever it is drawn.
@@ -70,10 +73,8 @@ void Misdeed::talkWhilePainting(bool isPainted)
 
 void Misdeed::leak()
 {
-    // The compiler may not see that nobody needs it.
-    static char* volatile last = nullptr;
     for (int i = 0; i < 10; ++i)
-        last = new char[100];
+        lastLost = new char[100];
 }
 
 void Misdeed::act()
