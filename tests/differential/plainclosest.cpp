@@ -41,10 +41,12 @@ Plain::Closest Plain::closestSample(const QVector<QPointF>& samples, const Curso
 Plain::Closest Plain::closestCurve(
     const QList<Curve>& curves, const Cursor& view, const QPointF& place, double priceStep)
 {
+    Closest found;
+    if (priceStep == 0.0)
+        return found;
     Cursor cursor = view;
     cursor.x = roundedHalfUp(place.x() / priceStep) * priceStep - view.xMin;
     cursor.y = place.y() - view.yMin;
-    Closest found;
     double best = std::numeric_limits<double>::max();
     for (int i = 0; i < curves.size(); ++i) {
         if (!curves[i].isValid() || !curves[i].visible || curves[i].isQuoteLine())

@@ -38,7 +38,7 @@ QList<double> Plain::steps(double from, double to, double step)
     if (from < 0.0 || isNothing(from) || to < 0.0 || isNothing(to) || from > to || fuzzyEqual(from, to))
         return {};
     const double width = to - from;
-    if (step < 0.0 || (step > width && !fuzzyEqual(step, width)) || width / step > 100000.0)
+    if (step <= 0.0 || (step > width && !fuzzyEqual(step, width)) || width / step > 100000.0)
         return {};
     if (std::isnan(from) || std::isnan(to) || std::isnan(step))
         return {};

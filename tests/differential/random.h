@@ -9,7 +9,7 @@
 
 namespace Differential {
 
-/// The generator of one case: the same seed and number give the same values on every machine.
+/// The generator of one case: the same seed and number give the same case again.
 class Random {
 public:
     Random(quint64 seed, quint64 number);

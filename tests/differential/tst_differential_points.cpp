@@ -10,8 +10,9 @@
 
 #include <basic_models/strikebybasecodemodel.h>
 
+#include <algorithm>
 #include <cmath>
-#include <memory>
+#include <tuple>
 
 using Differential::Findings;
 using Differential::Random;
@@ -102,6 +103,55 @@ double randomPriceStep(Random& random, double visible)
         return random.about(std::abs(visible) / 100.0);
     return random.oneOf({0.01, 0.5, 1.0, 10.0, 0.0, -1.0, 1e-12, 1.01e-12, 1e-5, 100.0});
 }
+
+/// The host's tables with a future and an option of each strike.
+class StrikeTable {
+public:
+    StrikeTable(const QList<decimal>& strikes, int decimals)
+        : m_strikes(strikes)
+    {
+        TestHost::createSecurities();
+        TestHost::createBoards();
+        TestHost::addBoard(1, 2, true);
+        m_future = TestHost::addSecurity(TestHost::future());
+        int id = 1000;
+        for (const decimal& strike : strikes) {
+            TestHost::addSecurity(
+                {{"stock_id", 1}, {"board_id", 2}, {"sec_id", id}, {"isin_id", id}, {"base_code", "Amber"},
+                    {"sectype", "O"}, {"strike", strike.toString()}, {"decimals", decimals}, {"sess_id", 7}});
+            ++id;
+        }
+    }
+    StrikeTable(const StrikeTable&) = delete;
+    StrikeTable& operator=(const StrikeTable&) = delete;
+    ~StrikeTable()
+    {
+        m_future = Record();
+        TestHost::dropSecurities();
+        TestHost::dropBoards();
+    }
+
+    /// As a model lists them: ascending, each once.
+    QList<decimal> strikes() const
+    {
+        QList<decimal> sorted = m_strikes;
+        std::sort(sorted.begin(), sorted.end());
+        sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+        return sorted;
+    }
+
+    /// The step as the table holds it.
+    double setPriceStep(double step)
+    {
+        const decimal held = decimal::fromDouble(step, 5);
+        TestHost::changeRow(m_future, {{"price_step", held.toString()}});
+        return held.toDouble();
+    }
+
+private:
+    QList<decimal> m_strikes;
+    Record m_future;
+};
 
 }
 
@@ -205,55 +255,36 @@ void tst_differential_points::densities()
 void tst_differential_points::plotPoints()
 {
     AGREE("plot points", 205, 60, ([](Random& random, Findings& findings) {
-        TestHost::createSecurities();
-        TestHost::createBoards();
-        TestHost::addBoard(1, 2, true);
         const int decimals = random.oneOf({2, 2, 0, 5});
-        const Record future = TestHost::addSecurity(TestHost::future());
-        QList<decimal> strikes = randomStrikes(random, random.whole(0, 8));
-        int id = 1000;
-        for (const decimal& strike : qAsConst(strikes)) {
-            TestHost::addSecurity(
-                {{"stock_id", 1}, {"board_id", 2}, {"sec_id", id}, {"isin_id", id}, {"base_code", "Amber"},
-                    {"sectype", "O"}, {"strike", strike.toString()}, {"decimals", decimals}, {"sess_id", 7}});
-            ++id;
-        }
-        // The model sorts them, and names each once.
-        std::sort(strikes.begin(), strikes.end());
-        strikes.erase(std::unique(strikes.begin(), strikes.end()), strikes.end());
-
+        const QList<decimal> strikes = randomStrikes(random, random.whole(0, 8));
+        StrikeTable table(strikes, decimals);
         TestPlot plot;
         plot.createPicker();
         plot.setBaseCode(QStringLiteral("Amber"));
         PriceBased2dPlotPointManager manager(false, &plot);
-        const PriceInterval interval = Plain::strikeInterval({strikes, smallestDistance(strikes)}, decimals);
-        compareIntervals(findings, interval, manager.interval());
-        findings.given([&] { return inWords(strikes); });
+        Plain::PlotPoints plain;
+        plain.strikes = table.strikes();
+        plain.interval = Plain::strikeInterval({plain.strikes, smallestDistance(plain.strikes)}, decimals);
+        compareIntervals(findings, plain.interval, manager.interval());
         for (int view = 0; !strikes.isEmpty() && view < 3 && !findings.differ(); ++view) {
-            const auto [low, high] = randomView(random, strikes);
-            const double width = high - low;
+            std::tie(plain.viewLow, plain.viewHigh) = randomView(random, plain.strikes);
+            const double width = plain.viewHigh - plain.viewLow;
             if (!(width > 1e-6))
                 continue;
-            Plain::PlotPoints plain;
-            plain.strikes = strikes;
-            plain.interval = interval;
-            plain.viewLow = low;
-            plain.viewHigh = high;
-            plain.priceStep = decimal::fromDouble(randomPriceStep(random, width), 5).toDouble();
+            plain.priceStep = table.setPriceStep(randomPriceStep(random, width));
             plain.force = random.oneIn(2);
-            TestHost::changeRow(future, {{"price_step", QString::number(plain.priceStep, 'f', 5)}});
             plot.picker()->setPriceStep();
-            plot.QwtPlot::setAxisScale(QwtPlot::xBottom, low, high);
+            plot.QwtPlot::setAxisScale(QwtPlot::xBottom, plain.viewLow, plain.viewHigh);
             plot.updateAxes();
             findings.compare("points", plain.answer(), manager.calcPlotPoints(plain.force));
-            findings.given([&] {
-                return QStringLiteral("view %1 to %2, price step %3, forced: %4")
-                    .arg(told(low), told(high), told(plain.priceStep), told(plain.force));
-            });
         }
+        findings.given([&] {
+            return inWords(plain.strikes)
+                + QStringLiteral("; view %1 to %2, price step %3, forced: %4")
+                      .arg(told(plain.viewLow), told(plain.viewHigh), told(plain.priceStep),
+                          told(plain.force));
+        });
     }));
-    TestHost::dropSecurities();
-    TestHost::dropBoards();
 }
 
 PLOT2D_TEST_MAIN(tst_differential_points)

@@ -180,6 +180,48 @@ double extentOf(const PriceBased2dPlotScaleDraw& draw, const AxisCase& axis)
     return std::max(size, draw.minimumExtent());
 }
 
+ScaleDivision::Request randomRequest(Random& random)
+{
+    ScaleDivision::Request request;
+    request.lower = random.oneIn(10) ? -random.price() : random.price();
+    request.upper = random.oneIn(12) ? random.price() : request.lower + std::abs(random.price());
+    request.maxMajorSteps = random.whole(1, 12);
+    request.maxMinorSteps = random.whole(0, 6);
+    request.step = random.oneIn(4) ? std::abs(random.price()) : 0.0;
+    return request;
+}
+
+/// None, on the lower bound, on or about a whole number, or anywhere.
+decimal randomFactor(Random& random, const ScaleDivision::Request& request)
+{
+    if (random.oneIn(8))
+        return decimal::zero;
+    double factor = random.between(request.lower, request.upper);
+    if (random.oneIn(3))
+        factor = std::round(factor);
+    return decimal::fromDouble(random.oneIn(8) ? request.lower : random.about(factor), 12);
+}
+
+void compareDivisions(Findings& findings, PriceBased2dPlotScaleEngine& engine,
+    const ScaleDivision::Request& request, const decimal& factor, int strikeDecimals)
+{
+    const QwtScaleDiv linear = QwtLinearScaleEngine(10).divideScale(
+        request.lower, request.upper, request.maxMajorSteps, request.maxMinorSteps, request.step);
+    Plain::Ticks plain{linear.ticks(QwtScaleDiv::MajorTick), linear.ticks(QwtScaleDiv::MediumTick),
+        linear.ticks(QwtScaleDiv::MinorTick)};
+    if (!factor.isZero() && strikeDecimals >= 1)
+        plain = Plain::movedOnto(plain, linear.isEmpty(), Plain::anchor(factor.toDouble(), strikeDecimals),
+            request.lower, request.upper);
+    engine.setRescaleFactor(factor);
+    const QwtScaleDiv division = engine.divideScale(
+        request.lower, request.upper, request.maxMajorSteps, request.maxMinorSteps, request.step);
+    findings.compare("major ticks", plain.major, division.ticks(QwtScaleDiv::MajorTick));
+    findings.compare("medium ticks", plain.medium, division.ticks(QwtScaleDiv::MediumTick));
+    findings.compare("minor ticks", plain.minor, division.ticks(QwtScaleDiv::MinorTick));
+    findings.compare("lower bound", linear.lowerBound(), division.lowerBound());
+    findings.compare("upper bound", linear.upperBound(), division.upperBound());
+}
+
 }
 
 class tst_differential_scaledraw : public QObject {
@@ -249,44 +291,20 @@ void tst_differential_scaledraw::engine()
         }
         TestHost::createSecurities(columns);
         TestHost::createBoards();
-        const TestPlot plot;
-        PriceBased2dPlotScaleEngine library(const_cast<TestPlot*>(&plot), QwtPlot::xBottom, 10);
+        TestPlot plot;
+        PriceBased2dPlotScaleEngine engine(&plot, QwtPlot::xBottom, 10);
         AGREE("divisions of an engine", 903U + static_cast<unsigned>(decimals), 15,
             ([&](Random& random, Findings& findings) {
-                const double x1 = random.oneIn(10) ? -random.price() : random.price();
-                const double x2 = random.oneIn(12) ? random.price() : x1 + std::abs(random.price());
-                const double near
-                    = random.oneIn(3) ? std::round(random.between(x1, x2)) : random.between(x1, x2);
-                const auto factor = decimal::fromDouble(random.oneIn(8) ? 0.0
-                        : random.oneIn(8)                               ? x1
-                                                                        : random.about(near),
-                    12);
-                const int majorSteps = random.whole(1, 12);
-                const int minorSteps = random.whole(0, 6);
-                const double step = random.oneIn(4) ? std::abs(random.price()) : 0.0;
-                const ScaleDivision::Request request{x1, x2, majorSteps, minorSteps, step, 10};
-                if (!ScaleDivision::isDivisible(request))
-                    return;
-                const QwtScaleDiv linear
-                    = QwtLinearScaleEngine(10).divideScale(x1, x2, majorSteps, minorSteps, step);
-                Plain::Ticks plain{linear.ticks(QwtScaleDiv::MajorTick),
-                    linear.ticks(QwtScaleDiv::MediumTick), linear.ticks(QwtScaleDiv::MinorTick)};
-                if (!factor.isZero() && decimals >= 1)
-                    plain = Plain::movedOnto(
-                        plain, linear.isEmpty(), Plain::anchor(factor.toDouble(), decimals), x1, x2);
-                library.setRescaleFactor(factor);
-                const QwtScaleDiv division = library.divideScale(x1, x2, majorSteps, minorSteps, step);
-                findings.compare("major ticks", plain.major, division.ticks(QwtScaleDiv::MajorTick));
-                findings.compare("medium ticks", plain.medium, division.ticks(QwtScaleDiv::MediumTick));
-                findings.compare("minor ticks", plain.minor, division.ticks(QwtScaleDiv::MinorTick));
-                findings.compare("bounds", std::make_pair(linear.lowerBound(), linear.upperBound()),
-                    std::make_pair(division.lowerBound(), division.upperBound()));
+                const ScaleDivision::Request request = randomRequest(random);
+                const decimal factor = randomFactor(random, request);
+                if (ScaleDivision::isDivisible(request))
+                    compareDivisions(findings, engine, request, factor, decimals);
                 findings.given([&] {
                     return QStringLiteral("%1 to %2 about %3, %4 and %5 steps of %6")
-                        .arg(told(x1), told(x2), factor.toString())
-                        .arg(majorSteps)
-                        .arg(minorSteps)
-                        .arg(told(step));
+                        .arg(told(request.lower), told(request.upper), factor.toString())
+                        .arg(request.maxMajorSteps)
+                        .arg(request.maxMinorSteps)
+                        .arg(told(request.step));
                 });
             }));
     }
