@@ -97,6 +97,7 @@ QString reason(const std::function<void()>& act)
 }
 
 constexpr int manyValues = 130;
+constexpr int manyLegs = 60;
 
 QString textOf(int version, int i)
 {
@@ -138,7 +139,7 @@ Kind settings()
 QVector<Position::Leg> legsOf(int version)
 {
     QVector<Position::Leg> legs;
-    for (int i = 0; i < manyValues; ++i)
+    for (int i = 0; i < manyLegs; ++i)
         legs.append({Position::LegKind::Call, QDate(2024, 4, 2), version, 50.0 + i, 1.0});
     return legs;
 }

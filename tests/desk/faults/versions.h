@@ -12,8 +12,8 @@
 /// part of it shows.
 namespace Versions {
 
-constexpr int settingsCount = 60;
-constexpr int legCount = 60;
+constexpr int settingsCount = 600;
+constexpr int legCount = 2000;
 constexpr int seriesCount = 3;
 
 inline QString settingsFile()
