@@ -105,6 +105,8 @@ private Q_SLOTS:
     void equalsQwtOnLogarithmicScales();
     void equalsQwtForPartsOfTheSamples_data();
     void equalsQwtForPartsOfTheSamples();
+    void leavesWhatIsTooFarAwayToQwt_data();
+    void leavesWhatIsTooFarAwayToQwt();
     void recordsAsQwt();
 };
 
@@ -285,6 +287,29 @@ void tst_CurvePainting::equalsQwtForPartsOfTheSamples()
         drawing.dress = [style](PriceBased2dPlotCurve& curve) { curve.setStyle(style); };
         QCOMPARE(drawing.difference(), 0.0);
     }
+}
+
+void tst_CurvePainting::leavesWhatIsTooFarAwayToQwt_data()
+{
+    QTest::addColumn<QPen>("pen");
+    QTest::addColumn<bool>("soft");
+    QTest::newRow("hard") << bluePen(1.0, Qt::SquareCap) << false;
+    QTest::newRow("hard, wide") << bluePen(4.0, Qt::SquareCap) << false;
+    QTest::newRow("soft") << bluePen(1.0, Qt::SquareCap) << true;
+    QTest::newRow("soft, wide") << bluePen(3.0, Qt::RoundCap) << true;
+}
+
+void tst_CurvePainting::leavesWhatIsTooFarAwayToQwt()
+{
+    QFETCH(QPen, pen);
+    QFETCH(bool, soft);
+    RandomCurves random(66);
+    Drawing drawing = randomDrawing(random, 3000);
+    for (int i = 0; i < drawing.samples.size(); i += 100)
+        drawing.samples[i].setY(i % 200 == 0 ? 1e15 : -1e15);
+    drawing.dress = withPen(pen);
+    drawing.prepare = [soft](QPainter& painter) { painter.setRenderHint(QPainter::Antialiasing, soft); };
+    QCOMPARE(drawing.difference(), 0.0);
 }
 
 void tst_CurvePainting::recordsAsQwt()

@@ -4,6 +4,8 @@
 
 #include <plot2d/pricebased2dplotpointmanager.h>
 
+#include <QSignalSpy>
+
 #include <memory>
 
 using Manager = PriceBased2dPlotPointManager;
@@ -18,6 +20,7 @@ private Q_SLOTS:
 
     void stepOfTheStrikes_data();
     void stepOfTheStrikes();
+    void anIntervalThatIsNotValidIsReplaced();
     void stepBeyondTheWidth();
     void stepIsRoundedToTheDecimals();
     void minStepPoints_data();
@@ -79,6 +82,25 @@ void tst_strikesteps::stepOfTheStrikes()
 }
 
 // Two strikes whose distance rounds up to more than the width still span an interval.
+void tst_strikesteps::anIntervalThatIsNotValidIsReplaced()
+{
+    addOption("100");
+    addOption("110");
+    Manager manager(false, m_plot.get());
+    manager.updatePriceInterval();
+    const PriceInterval known = m_plot->priceInterval();
+    QVERIFY(known.valid);
+    QSignalSpy spy(&manager, SIGNAL(priceIntervalChanged(PriceInterval)));
+    manager.updatePriceInterval();
+    QVERIFY(spy.isEmpty());
+    PriceInterval other = known;
+    other.valid = false;
+    m_plot->setPriceInterval(other);
+    manager.updatePriceInterval();
+    QCOMPARE(spy.size(), 1);
+    QVERIFY(m_plot->priceInterval() == known);
+}
+
 void tst_strikesteps::stepBeyondTheWidth()
 {
     addOption("100", {{"decimals", 1}});
