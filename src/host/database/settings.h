@@ -34,8 +34,8 @@ public:
     bool sync();
     QString fileName() const;
 
-    /// Whether something that is no settings file stands there. False also where that cannot be found out: the
-    /// file may not be read, or no room is left for the temporary copy that is tried.
+    /// Whether something that is no settings file stands there. False also where that cannot be found out:
+    /// the file may not be read, or no room is left for the temporary copy that is tried.
     static bool isBroken(const QString& fileName);
 
 private:
