@@ -117,7 +117,8 @@ def main():
             is_listed = file.is_listed(gap, listed, used)
             status = status if is_listed else 1
             number, kind, what = gap
-            print(f"{file.path}:{number}: {kind} {what}: {'listed' if is_listed else 'NOT LISTED'}: {file.text(number)}")
+            known = "listed" if is_listed else "NOT LISTED"
+            print(f"{file.path}:{number}: {kind} {what}: {known}: {file.text(number)}")
     for place, kinds in listed.items():
         for kind in kinds:
             if (place, kind) not in used:

@@ -15,6 +15,7 @@ PATTERN = re.compile(
     re.VERBOSE | re.DOTALL,
 )
 OPENING = {"(": ")", "[": "]", "{": "}"}
+ACCESS = {"public", "private", "protected", "Q_SLOTS", "Q_SIGNALS"}
 CLASS_WORDS = {"class", "struct", "union", "enum"}
 
 
@@ -99,7 +100,7 @@ class _Marker:
         return [self.tokens[i].text for i in self.head]
 
     def _is_access(self):
-        return bool(self.head) and self.tokens[self.head[-1]].text in ("public", "private", "protected", "Q_SLOTS", "Q_SIGNALS")
+        return bool(self.head) and self.tokens[self.head[-1]].text in ACCESS
 
     def _open(self, i):
         """A brace opens: the index after what it opens, where that is passed over."""

@@ -195,7 +195,8 @@ class _Maker:
         inside = self.tokens[i + 2 : end]
         if any(token.kind == "op" and token.text in CONDITIONAL for token in inside):
             return
-        self._add(i, "condition negated", inside[0].start, inside[-1].end, f"!({self.source[inside[0].start:inside[-1].end]})")
+        start, stop = inside[0].start, inside[-1].end
+        self._add(i, "condition negated", start, stop, f"!({self.source[start:stop]})")
 
     def _begins_statement(self, i):
         before = self._text(i - 1)
