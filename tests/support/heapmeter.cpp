@@ -1,7 +1,10 @@
 #include "support/heapmeter.h"
 
+#include <cstddef>
+
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// Of the sanitizer's run-time; not every compiler brings the header.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // NOLINT(bugprone-reserved-identifier)
 #else
 #include <malloc.h>
 #endif
