@@ -41,7 +41,8 @@ private:
 ///
 /// PLOT2D_CASES is the number of cases of a subject, 40,000 where it is not set; a subject whose cases take
 /// `cost` times as long as a plain function runs as many fewer. PLOT2D_CASE is the number of the only case to
-/// run.
+/// run. Qt Test ends a test function after five minutes unless QTEST_FUNCTION_TIMEOUT (milliseconds) says
+/// more.
 QString firstDifference(
     const char* subject, quint64 seed, int cost, const std::function<void(Random&, Findings&)>& run);
 
