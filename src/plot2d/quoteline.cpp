@@ -10,7 +10,8 @@
 
 std::optional<QuoteLine::Ends> QuoteLine::ends(double low, double high, double price)
 {
-    if (!(low <= high) || !std::isfinite(price))
+    const bool isNowhere = std::isinf(low) && low == high;
+    if (!(low <= high) || isNowhere || !std::isfinite(price))
         return std::nullopt;
     if (commonFuzzyCompare(low, high)) {
         low -= 1.0;
@@ -18,9 +19,9 @@ std::optional<QuoteLine::Ends> QuoteLine::ends(double low, double high, double p
     }
 
     constexpr double limit = std::numeric_limits<double>::max() / 2.0;
-    const double margin = low < high ? (high - low) * 0.1 : 0.0;
-    return Ends{QPointF(price, std::clamp(low - margin, -limit, limit)),
-        QPointF(price, std::clamp(high + margin, -limit, limit))};
+    const double margin = (high - low) * 0.1;
+    return Ends{
+        QPointF(price, std::max(low - margin, -limit)), QPointF(price, std::min(high + margin, limit))};
 }
 
 std::optional<double> QuoteLine::price(const PriceBased2dPlotCurve& line)

@@ -40,7 +40,7 @@ std::optional<std::pair<double, double>> Plain::shownRange(int axis, double min,
 
 std::optional<std::pair<QPointF, QPointF>> Plain::quoteLine(double low, double high, double quote)
 {
-    if (!(low <= high) || !std::isfinite(quote))
+    if (!(low <= high) || !std::isfinite(quote) || (std::isinf(low) && low == high))
         return std::nullopt;
     if (commonFuzzyCompare(low, high)) {
         low = low - 1.0;

@@ -137,9 +137,6 @@ void tst_differential_ranges::quoteLines()
             : random.oneIn(3)               ? random.nasty()
                                             : low + 7.0;
         const double quote = random.rarelyBad(random.price(), 30);
-        // One of the two is a bound of the scale or further out, so never both are one infinity.
-        if (std::isinf(low) && low == high)
-            return;
         const auto plain = Plain::quoteLine(low, high, quote);
         const auto library = QuoteLine::ends(low, high, quote);
         findings.compare("drawn", plain.has_value(), library.has_value());

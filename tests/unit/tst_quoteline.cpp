@@ -113,9 +113,9 @@ void tst_quoteline::ends_data()
     row("clamped below", {-1.5e308, 0.0}, {0.0, 0.0}, -halfOfLargest, 1.5e307);
     row("clamped above", {0.0, 1.5e308}, {0.0, 0.0}, -1.5e307, halfOfLargest);
     row("all values", {0.0, 1.0}, {-largest, largest}, -halfOfLargest, halfOfLargest);
-    row("all too low", {-largest, -largest}, {-largest, -largest}, -halfOfLargest, -halfOfLargest);
-    row("all too high", {largest, largest}, {largest, largest}, halfOfLargest, halfOfLargest);
-    row("all infinite", {infinity, infinity}, {infinity, infinity}, halfOfLargest, halfOfLargest);
+    row("all too low", {-largest, -largest}, {-largest, -largest}, -halfOfLargest, -largest);
+    row("all too high", {largest, largest}, {largest, largest}, largest, halfOfLargest);
+    row("from one infinity to the other", {0.0, 1.0}, {-infinity, infinity}, -halfOfLargest, halfOfLargest);
 }
 
 void tst_quoteline::ends()
