@@ -1,6 +1,7 @@
 #include "panlimits_p.h"
 
 #include "fuzzyequality_p.h"
+#include "pixelvalue_p.h"
 #include "valuerange_p.h"
 
 #include <cmath>
@@ -16,18 +17,9 @@ bool isFinite(const QRectF& rectangle)
         && std::isfinite(rectangle.height());
 }
 
-/// Whether a map's pixels can be mapped back: an axis without pixels, or one of infinite width, has none to
-/// divide by.
-bool leadsBack(const QwtScaleMap& map)
-{
-    return map.pDist() > 0.0 && std::isfinite(map.sDist());
-}
-
 double moved(const Axis& axis, double bound, double shift)
 {
-    if (!leadsBack(axis.map))
-        return std::numeric_limits<double>::quiet_NaN();
-    return axis.map.invTransform(axis.map.transform(bound) - shift);
+    return PixelValue::at(axis.map, axis.map.transform(bound) - shift);
 }
 
 /// The shift that brings a bound just past the end of the data: 0 where the end is in view already, and where
@@ -82,7 +74,7 @@ bool PanLimits::isInside(const QRectF& view, const QRectF& limits)
 double PanLimits::shiftUntil(const Axis& axis, double value, int side, double maxShift)
 {
     if (!axis.enabled || !(axis.lower < axis.upper) || (side != Lower && side != Upper)
-        || !leadsBack(axis.map))
+        || !PixelValue::isKnown(axis.map))
         return noShift;
 
     constexpr int finestPart = 9;

@@ -2,6 +2,7 @@
 
 #include "fuzzyequality_p.h"
 #include "panlimits_p.h"
+#include "pixelvalue_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "scaledivision_p.h"
 
@@ -29,8 +30,8 @@ QwtInterval movedRange(const PriceBased2dPlot& plot, int axis, int dx, int dy)
 {
     const PanLimits::Axis current = axisOf(plot, axis);
     const int shift = axis == QwtPlot::xBottom || axis == QwtPlot::xTop ? dx : dy;
-    return QwtInterval(current.map.invTransform(current.map.transform(current.lower) - shift),
-        current.map.invTransform(current.map.transform(current.upper) - shift));
+    return QwtInterval(PixelValue::at(current.map, current.map.transform(current.lower) - shift),
+        PixelValue::at(current.map, current.map.transform(current.upper) - shift));
 }
 
 bool isFinite(const QwtInterval& range)

@@ -2,6 +2,7 @@
 
 #include "closestpoint_p.h"
 #include "fieldreading_p.h"
+#include "pixelvalue_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "plot2d/pricebased2dplotcurve.h"
 #include "plot2d/pricebased2dplotlegend.h"
@@ -49,8 +50,8 @@ QPointF PriceBased2dPlotPicker::transformedPoint(const QPointF& canvasPosition) 
 {
     if (!plot())
         return QPointF();
-    return QPointF(plot()->canvasMap(xAxis()).invTransform(canvasPosition.x()),
-        plot()->canvasMap(yAxis()).invTransform(canvasPosition.y()));
+    return QPointF(PixelValue::at(plot()->canvasMap(xAxis()), canvasPosition.x()),
+        PixelValue::at(plot()->canvasMap(yAxis()), canvasPosition.y()));
 }
 
 QList<PriceBased2dPlotCurve*> PriceBased2dPlotPicker::usedCurves() const

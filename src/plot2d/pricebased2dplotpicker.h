@@ -60,7 +60,7 @@ public:
     /// The text that the tracker shows.
     void setTrackerText(const QwtText& text) { m_trackerText = text; }
 
-    /// The plot coordinates of a position on the canvas.
+    /// The plot coordinates of a position on the canvas; NaN along a canvas of no width or height.
     QPointF transformedPoint(const QPointF& canvasPosition) const;
 
     /// The valid curves whose entry in the plot's legend is checked, in the plot's order; none without a
