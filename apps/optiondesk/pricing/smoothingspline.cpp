@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <utility>
 
 namespace Pricing {
@@ -78,6 +79,12 @@ SplineEquations::SplineEquations(const Vector& abscissas, const Vector& values, 
     }
 }
 
+// Equations that cannot be told apart leave a pivot of zero and have no solution: it is NaN.
+double quotient(double dividend, double divisor)
+{
+    return divisor == 0.0 ? std::numeric_limits<double>::quiet_NaN() : dividend / divisor;
+}
+
 // Solves the equations by L D L' of the five bands.
 Vector SplineEquations::solvedBands(double weight) const
 {
@@ -96,11 +103,11 @@ Vector SplineEquations::solvedBands(double weight) const
             solution[j] -= lower2[j - 2] * solution[j - 2];
         }
         pivots[j] = pivot;
-        lower1[j] = next / pivot;
-        lower2[j] = weight * m_penalty2[j] / pivot;
+        lower1[j] = quotient(next, pivot);
+        lower2[j] = quotient(weight * m_penalty2[j], pivot);
     }
     for (std::size_t j = inner; j-- > 0;) {
-        solution[j] /= pivots[j];
+        solution[j] = quotient(solution[j], pivots[j]);
         if (j + 1 < inner)
             solution[j] -= lower1[j] * solution[j + 1];
         if (j + 2 < inner)

@@ -162,8 +162,10 @@ void AxisModes::apply(AxisMode mode, const AxisReference& reference, PriceBased2
 
 double AxisModes::roundStep(AxisMode mode, double quote, double rangeOfPrices, int maxSteps)
 {
+    if (mode != AxisMode::PercentOfQuote || !(quote > 0.0))
+        return 0.0;
     const double range = rangeOfPrices * 100.0 / quote;
-    if (mode != AxisMode::PercentOfQuote || !(quote > 0.0) || !std::isfinite(range) || !(range > 0.0))
+    if (!std::isfinite(range) || !(range > 0.0))
         return 0.0;
     constexpr unsigned int decimalBase = 10;
     return QwtScaleArithmetic::divideInterval(range, maxSteps, decimalBase) * quote / 100.0;
