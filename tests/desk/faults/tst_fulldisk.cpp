@@ -420,6 +420,11 @@ void tst_fulldisk::windowTellsOfAnImport()
             });
             window.imports()->import(chainFile);
             QTRY_COMPARE_WITH_TIMEOUT(failed.count() + imported.count(), 1, 20000);
+            if (way == Way::NoMoreFiles && imported.count() == 1) {
+                // All that it needs was open before: then it is stored whole.
+                QVERIFY(failed.isEmpty());
+                return;
+            }
             QCOMPARE(failed.count(), 1);
             const QString told = failed.first().at(1).toString();
             QVERIFY2(told.contains(fileName), qPrintable(told));
