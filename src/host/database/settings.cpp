@@ -126,7 +126,7 @@ qint64 Settings::Private::largestSize() const
     // The format writes a byte in four letters at the most; another program may have added something, and a
     // lock takes room as well.
     constexpr qint64 others = 16384;
-    return QFileInfo(fileName).size() + 4 * packed.size() + others;
+    return QFileInfo(fileName).size() + qint64{4} * packed.size() + others;
 }
 
 bool Settings::Private::write()
