@@ -32,6 +32,7 @@ private Q_SLOTS:
     void restored();
     void restoreIsAnnounced();
     void twoCurvesOfAType();
+    void curveWithoutAnEntry_data();
     void curveWithoutAnEntry();
     void everyCurveIsTheOnlyOne();
     void otherValues_data();
@@ -184,17 +185,26 @@ void tst_legendstorage::twoCurvesOfAType()
     QVERIFY(isChecked(one) && isChecked(two));
 }
 
+void tst_legendstorage::curveWithoutAnEntry_data()
+{
+    QTest::addColumn<QByteArray>("hex");
+    QTest::newRow("hidden") << QByteArray("000000010000000500000002 010000000009 01000000000a");
+    QTest::newRow("visible") << QByteArray("000000010000000500000002 010100000009 01000000000a");
+}
+
 void tst_legendstorage::curveWithoutAnEntry()
 {
+    QFETCH(QByteArray, hex);
     PriceBased2dPlotCurve* unlisted = m_host->add(one, 9);
     unlisted->detach();
     unlisted->setItemAttribute(QwtPlotItem::Legend, false);
     unlisted->attach(&m_host->plot);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_host->add(two, 10);
-    m_settings->setValue(key, QByteArray::fromHex("000000010000000500000002010000000009 01000000000a"));
+    m_settings->setValue(key, QByteArray::fromHex(hex));
     m_host->legend->restore(*m_settings);
     QVERIFY(!isChecked(two));
+    QVERIFY(unlisted->isVisible());
     QCOMPARE(m_host->legend->uncheckedItems(), QStringList(two));
 }
 
