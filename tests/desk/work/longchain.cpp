@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
