@@ -12,7 +12,8 @@ class Table;
 /// reported.
 ///
 /// Ids are integers of 32 or 64 bits, quotes decimals, price step and volatilities numbers of any type. Where
-/// another type stands, reading throws Exception("Incorrect type conversion.").
+/// the plot reads another type it throws Exception("Incorrect type conversion."); of a base code, a type of
+/// security or a strike another type finds nothing.
 enum class SecurityColumn : int {
     StockId, ///< The exchange.
     BoardId, ///< The board of the exchange.
