@@ -1,5 +1,6 @@
 #include "plot2d/pricebased2dplotscaleengine.h"
 
+#include "columnnames_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
 #include "scaledivision_p.h"
@@ -18,7 +19,7 @@ int precisionOfStrikes(const Table* table)
         return -1;
     const QList<TableColumnDef*> columns = table->fieldDefs();
     const auto strike = std::find_if(columns.cbegin(), columns.cend(),
-        [](const TableColumnDef* column) { return column->name == QLatin1String("strike"); });
+        [](const TableColumnDef* column) { return column->name == ColumnNames::of(SecurityColumn::Strike); });
     return strike == columns.cend() ? -1 : (*strike)->decimals;
 }
 

@@ -1,3 +1,4 @@
+#include "flow/wheelfactors.h"
 #include "plot2d/viewzoom_p.h"
 #include "support/testmain.h"
 
@@ -89,12 +90,12 @@ void tst_viewzoom::factors_data()
 {
     QTest::addColumn<int>("notches");
     QTest::addColumn<double>("expected");
-    QTest::newRow("one in") << 1 << 0.9;
-    QTest::newRow("one out") << -1 << 1.1;
-    QTest::newRow("two in") << 2 << 0.89;
-    QTest::newRow("two out") << -2 << 1.11;
-    QTest::newRow("many in") << 1000 << 0.89;
-    QTest::newRow("many out") << -1000 << 1.11;
+    QTest::newRow("one in") << 1 << WheelFactors::in;
+    QTest::newRow("one out") << -1 << WheelFactors::out;
+    QTest::newRow("two in") << 2 << WheelFactors::fastIn;
+    QTest::newRow("two out") << -2 << WheelFactors::fastOut;
+    QTest::newRow("many in") << 1000 << WheelFactors::fastIn;
+    QTest::newRow("many out") << -1000 << WheelFactors::fastOut;
 }
 
 void tst_viewzoom::factors()
