@@ -209,7 +209,7 @@ void compareDivisions(Findings& findings, PriceBased2dPlotScaleEngine& engine,
         request.lower, request.upper, request.maxMajorSteps, request.maxMinorSteps, request.step);
     Plain::Ticks plain{linear.ticks(QwtScaleDiv::MajorTick), linear.ticks(QwtScaleDiv::MediumTick),
         linear.ticks(QwtScaleDiv::MinorTick)};
-    if (!factor.isZero() && strikeDecimals >= 1)
+    if (factor != decimal::zero && strikeDecimals >= 1)
         plain = Plain::movedOnto(plain, linear.isEmpty(), Plain::anchor(factor.toDouble(), strikeDecimals),
             request.lower, request.upper);
     engine.setRescaleFactor(factor);
@@ -284,7 +284,7 @@ void tst_differential_scaledraw::shrunkTicks()
 void tst_differential_scaledraw::engine()
 {
     for (const short decimals : {short(0), short(1), short(2), short(5)}) {
-        TestHost::Columns columns = SecuritiesTable::securitiesColumns();
+        TestHost::Columns columns = TestHost::securitiesColumns();
         for (TableColumnDef& column : columns) {
             if (column.name == QLatin1String("strike"))
                 column.decimals = decimals;

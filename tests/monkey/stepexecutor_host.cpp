@@ -266,7 +266,7 @@ void StepExecutor::perform(const Convert& step)
 
 void StepExecutor::perform(const Rescale& step)
 {
-    m_plot.setRescaleFactor(decimal::fromString(step.factor));
+    m_plot.setRescaleFactor(TestHost::number(step.factor));
 }
 
 void StepExecutor::perform(const Refresh& step)
