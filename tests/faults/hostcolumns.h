@@ -43,7 +43,9 @@ inline QVariant converted(const QString& column, const QVariant& value, FieldTyp
     bool isNumber = false;
     const double number = value.toString().toDouble(&isNumber);
     constexpr int letter = 70;
-    if (type == FieldType::Double || type == FieldType::Decimal)
+    if (type == FieldType::Decimal)
+        return isNumber ? QVariant(QString::number(number, 'f', 5)) : QVariant(letter);
+    if (type == FieldType::Double)
         return isNumber ? QVariant(number) : QVariant(letter);
     return isNumber ? QVariant(qint64(number)) : QVariant(letter);
 }

@@ -42,12 +42,12 @@ void addTogether(const QVector<QByteArray>& strikes)
 }
 
 // The model announces them one after the other.
-void addApart(Market& market)
+void addApart(Market&)
 {
     addTogether({"105", "115", "125", "135", "145"});
 }
 
-void addMany(Market& market)
+void addMany(Market&)
 {
     QVector<QByteArray> strikes;
     for (int i = 0; i < 80; ++i)

@@ -15,9 +15,7 @@ Table* Database::table(const QString& name) const
 Table* Database::replaceTable(const QString& name, const QVector<TableColumnDef>& columns)
 {
     removeTable(name);
-    Table* table = new Table(columns);
-    m_tables[name].reset(table);
-    return table;
+    return m_tables.emplace(name, std::make_unique<Table>(columns)).first->second.get();
 }
 
 void Database::removeTable(const QString& name)
