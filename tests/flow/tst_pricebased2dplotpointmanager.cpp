@@ -296,7 +296,7 @@ void tst_pricebased2dplotpointmanager::maxSession()
     manager.setPlot(m_plot.get());
     QCOMPARE(manager.model()->baseCode(), code);
     QCOMPARE(manager.interval(), interval(200.0, 230.0, 10.0));
-    manager.initCore({1, 2, -1, 'C'});
+    manager.initCore(TestHost::filter(1, 2, -1, 'C'));
     QCOMPARE(manager.filterParams(), TestHost::filter(1, 2, -1, 'C'));
     QCOMPARE(manager.interval(), interval(200.0, 220.0, 20.0));
 }
