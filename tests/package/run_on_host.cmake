@@ -6,6 +6,6 @@ execute_process(COMMAND ${CMAKE_COMMAND} --build "${BINARY}" --parallel 2 --targ
     COMMAND_ERROR_IS_FATAL ANY)
 list(JOIN PROGRAMS "|" names)
 execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --test-dir "${BINARY}" -R "^(${names})$" -j 2 --no-tests=error
-        --timeout 300 --output-on-failure
+        --timeout 600 --output-on-failure
     COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND "${BINARY}/tests/monkey/tst_monkey" --events 3000 --seed 1 COMMAND_ERROR_IS_FATAL ANY)
