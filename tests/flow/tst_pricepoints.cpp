@@ -1,4 +1,5 @@
 #include "plot2d/pricepoints_p.h"
+#include "support/testhost.h"
 #include "support/testmain.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #include "monkey/stepexecutor.h"
 
+#include "support/testhost.h"
+
 #include <basic_views/conversion.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
