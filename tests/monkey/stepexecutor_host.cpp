@@ -268,7 +268,7 @@ void StepExecutor::perform(const Convert& step)
 
 void StepExecutor::perform(const Rescale& step)
 {
-    m_plot.setRescaleFactor(TestHost::number(step.factor));
+    m_plot.setRescaleFactor(step.factor.isEmpty() ? decimal::zero : TestHost::number(step.factor));
 }
 
 void StepExecutor::perform(const Refresh& step)
