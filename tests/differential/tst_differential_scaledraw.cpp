@@ -301,7 +301,7 @@ void tst_differential_scaledraw::engine()
                     compareDivisions(findings, engine, request, factor, decimals);
                 findings.given([&] {
                     return QStringLiteral("%1 to %2 about %3, %4 and %5 steps of %6")
-                        .arg(told(request.lower), told(request.upper), factor.toString())
+                        .arg(told(request.lower), told(request.upper), TestHost::text(factor))
                         .arg(request.maxMajorSteps)
                         .arg(request.maxMinorSteps)
                         .arg(told(request.step));
