@@ -18,7 +18,7 @@ constexpr int leftAxis = 0;
 
 decimal price(const char* text)
 {
-    return decimal::fromString(QString::fromLatin1(text));
+    return TestHost::number(QString::fromLatin1(text));
 }
 
 Values majorTicks(const QwtScaleDiv& division)
@@ -28,7 +28,7 @@ Values majorTicks(const QwtScaleDiv& division)
 
 void createSecurities(short strikeDecimals)
 {
-    TestHost::Columns columns = SecuritiesTable::securitiesColumns();
+    TestHost::Columns columns = TestHost::securitiesColumns();
     for (TableColumnDef& column : columns) {
         if (column.name == QLatin1String("strike"))
             column.decimals = strikeDecimals;

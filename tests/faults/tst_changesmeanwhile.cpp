@@ -18,44 +18,40 @@ void removeStrikes(Market& market, const QStringList& strikes)
     QVector<Record> gone;
     const int column = market.table->columnIndex(QStringLiteral("strike"));
     for (const Record& record : market.table->masterIndex()) {
-        const FieldConstValue strike = record.value(column);
-        if (!strike.isNull() && strikes.contains(strike.toDecimal().toString()))
+        const FieldConstValue strike = market.table->dataPtr(record.row(), column);
+        if (!strike.isNull() && strikes.contains(TestHost::text(strike.toDecimal())))
             gone << record;
     }
-    market.table->removeRows(gone);
+    TestHost::removeRows(gone);
 }
 
 /// Adds options in one step, of which nobody has heard before.
-void addTogether(Market& market, const QVector<QByteArray>& strikes)
+void addTogether(const QVector<QByteArray>& strikes)
 {
-    QVector<Record> records;
-    {
-        const QSignalBlocker quiet(market.table);
-        for (const QByteArray& strike : strikes)
-            records << addOption(strike.constData());
-        market.table->removeRows(records);
-    }
-    market.table->appendRows(records);
+    QVector<TestHost::Row> rows;
+    for (const QByteArray& strike : strikes)
+        rows << option(strike.constData());
+    TestHost::addSecurities(rows);
 }
 
 // The model announces them one after the other.
-void addApart(Market& market)
+void addApart(Market&)
 {
-    addTogether(market, {"105", "115", "125", "135", "145"});
+    addTogether({"105", "115", "125", "135", "145"});
 }
 
-void addMany(Market& market)
+void addMany(Market&)
 {
     QVector<QByteArray> strikes;
     for (int i = 0; i < 80; ++i)
         strikes << QByteArray::number(100.25 + 0.5 * i);
-    addTogether(market, strikes);
+    addTogether(strikes);
 }
 
 void changeStrike(Market& market)
 {
-    if (market.table->rowCount() > 1)
-        TestHost::changeRow(market.table->record(1), {{"strike", "95"}});
+    if (TestHost::rowCount(market.table) > 1)
+        TestHost::changeRow(TestHost::recordAt(market.table, 1), {{"strike", "95"}});
 }
 
 void changeCode(Market& market)
@@ -74,7 +70,7 @@ const QVector<Named>& causes()
                 removeStrikes(market, {"100", "120", "140"});
             }},
         {"a strike changes", &changeStrike},
-        {"the table is emptied", [](Market& market) { market.table->clear(); }},
+        {"the table is emptied", [](Market& market) { TestHost::clear(market.table); }},
         {"the table goes", [](Market& market) { market.remove(Market::Securities); }},
         {"another code", &changeCode}, {"descending", [](Market& market) {
                                             market.model->sort(0, Qt::DescendingOrder);
@@ -101,7 +97,7 @@ QVector<Named> reactions()
     all.append({"takes away", whileThere([](Market& market) {
                     removeStrikes(market, {"110", "130", "105"});
                 })});
-    all.append({"empties", whileThere([](Market& market) { market.table->clear(); })});
+    all.append({"empties", whileThere([](Market& market) { TestHost::clear(market.table); })});
     all.append({"changes a strike", whileThere(&changeStrike)});
     all.append({"changes the code", whileThere(&changeCode)});
     all.append({"turns the order", whileThere([](Market& market) {

@@ -62,7 +62,7 @@ QString describe(const Record& record)
     if (record.isNull())
         return QStringLiteral("none");
     int row = 1;
-    while (record.table()->record(row - 1) != record)
+    while (TestHost::recordAt(record.table(), row - 1) != record)
         ++row;
     return QString::number(row);
 }
@@ -135,8 +135,8 @@ void tst_fieldtypes::everyColumn()
             }
         }
     };
-    rows(securities, SecuritiesTable::securitiesColumns());
-    rows(boards, SecuritiesTable::boardsColumns());
+    rows(securities, TestHost::securitiesColumns());
+    rows(boards, TestHost::boardsColumns());
 }
 
 std::unique_ptr<TestPlot> tst_fieldtypes::makePlot(const Change& change)
@@ -195,7 +195,7 @@ void tst_fieldtypes::quote()
 {
     QFETCH(Change, change);
     const auto plot = makePlot(change);
-    const Record future = plot->securitiesTable()->record(1);
+    const Record future = TestHost::recordAt(plot->securitiesTable(), 1);
     const QStringList names{"cur_kotir_real", "cur_kotir", "old_kotir"};
     const QStringList quotes{"101", "102", "103", "110"};
     const int own = names.indexOf(change.column);
@@ -207,7 +207,7 @@ void tst_fieldtypes::quote()
         : change.type == FieldType::Decimal ? quotes.at(own)
                                             : thrown;
     const QStringList state = stateOf(*plot);
-    QCOMPARE(answer([&] { return plot->getKotirFromFutureRecord(future).toString(); }), expected);
+    QCOMPARE(answer([&] { return TestHost::text(plot->getKotirFromFutureRecord(future)); }), expected);
     QCOMPARE(stateOf(*plot), state);
 }
 
@@ -231,7 +231,7 @@ void tst_fieldtypes::volatility()
         = [](double a, double b) { return QString::number(a) + QLatin1Char(' ') + QString::number(b); };
     const QStringList state = stateOf(*plot);
     QCOMPARE(answer([&] {
-        const auto bounds = plot->volatMinMax(plot->securitiesTable()->record(1));
+        const auto bounds = plot->volatMinMax(TestHost::recordAt(plot->securitiesTable(), 1));
         return describeBounds(bounds.first, bounds.second);
     }),
         isLoud ? thrown : describeBounds(low, high));
@@ -374,12 +374,12 @@ void tst_fieldtypes::worksAgainAfterwards()
     }
     QCOMPARE(broken.model()->rowCount(), 3);
     // Each change of the strikes is refused anew, and each leaves a model that is whole.
-    const Record last = second.securitiesTable()->record(4);
-    QCOMPARE(TestHost::thrownText([&] { second.securitiesTable()->removeRows({last}); }), thrown);
+    const Record last = TestHost::recordAt(second.securitiesTable(), 4);
+    QCOMPARE(TestHost::thrownText([&] { TestHost::removeRows({last}); }), thrown);
     QCOMPARE(broken.model()->rowCount(), 2);
-    QCOMPARE(TestHost::thrownText([&] { second.securitiesTable()->appendRows({last}); }), thrown);
+    QCOMPARE(TestHost::thrownText([&] { TestHost::appendRow(second.securitiesTable(), last); }), thrown);
     QCOMPARE(broken.model()->rowCount(), 3);
-    QCOMPARE(broken.model()->strike(2).toString(), QStringLiteral("120"));
+    QCOMPARE(TestHost::text(broken.model()->strike(2)), QStringLiteral("120"));
     QCOMPARE(describe(second.priceInterval()), QStringLiteral("none"));
 }
 
@@ -388,7 +388,7 @@ void tst_fieldtypes::recordOfANarrowTable()
 {
     const auto plot = makePlot({QLatin1String(boards), QStringLiteral("name"), FieldType::Text, false});
     const Record board = TestHost::addBoard(5, 6, true);
-    QCOMPARE(plot->getKotirFromFutureRecord(board).toString(), QStringLiteral("110"));
+    QCOMPARE(TestHost::text(plot->getKotirFromFutureRecord(board)), QStringLiteral("110"));
     QVERIFY(plot->volatMinMax(board) == std::pair(gc_dVolatMinDefault, gc_dVolatMaxDefault));
 }
 

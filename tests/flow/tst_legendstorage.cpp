@@ -45,6 +45,7 @@ private:
     std::unique_ptr<Settings> m_settings;
     std::unique_ptr<LegendPlot> m_host;
 
+    std::unique_ptr<Settings> openSettings() const;
     bool isChecked(const QString& text) const;
 };
 
@@ -64,8 +65,13 @@ void tst_legendstorage::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
-    m_settings = std::make_unique<Settings>(m_folder->filePath(QStringLiteral("settings.ini")));
+    m_settings = openSettings();
     m_host = std::make_unique<LegendPlot>();
+}
+
+std::unique_ptr<Settings> tst_legendstorage::openSettings() const
+{
+    return std::make_unique<Settings>(m_folder->filePath(QStringLiteral("settings.ini")));
 }
 
 void tst_legendstorage::cleanup()
@@ -117,9 +123,8 @@ void tst_legendstorage::acrossARestart()
     QVERIFY(isChecked(one) && isChecked(two));
     m_host->legend->setCheckBoxChecked(two, false);
     m_host->legend->store(*m_settings);
-    const QString file = m_settings->fileName();
     m_settings.reset();
-    m_settings = std::make_unique<Settings>(file);
+    m_settings = openSettings();
     start();
     QVERIFY(isChecked(one) && !isChecked(two));
     const auto* curve = m_host->plot.attachedCurves(12).value(0);

@@ -255,7 +255,7 @@ void tst_pricebased2dplot_properties::settersEmitAndReplotNothing()
     plot.setIsinId(10);
     plot.setBoardId(2);
     plot.setBaseCode(QStringLiteral("Amber"));
-    plot.setRescaleFactor(decimal::fromString(QStringLiteral("100")));
+    plot.setRescaleFactor(TestHost::number(QStringLiteral("100")));
     QCOMPARE(labels.count(), 0);
     QCOMPARE(autoScale.count(), 0);
     QVERIFY(plot.calls.isEmpty());

@@ -365,8 +365,8 @@ void tst_pricebased2dplotconverter::plotHandsTheRescaleFactorOn()
 {
     TestPlot plot;
     const auto* engine = dynamic_cast<PriceBased2dPlotScaleEngine*>(plot.axisScaleEngine(QwtPlot::xBottom));
-    QVERIFY(engine->rescaleFactor().isZero());
-    const decimal factor = decimal::fromString(QStringLiteral("102.75"));
+    QVERIFY(engine->rescaleFactor() == decimal::zero);
+    const decimal factor = TestHost::number(QStringLiteral("102.75"));
     plot.setRescaleFactor(factor);
     QCOMPARE(engine->rescaleFactor(), factor);
     QVERIFY(plot.calls.isEmpty());
