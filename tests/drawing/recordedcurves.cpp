@@ -84,15 +84,3 @@ QVector<QRectF> RecordedCurves::bounds(const RecordingDevice& device)
         found.append(filled.rectangle);
     return found;
 }
-
-QRectF RecordedCurves::reached(const RecordingDevice& device)
-{
-    QPolygonF corners;
-    for (const FilledRectangle& filled : device.rectangles)
-        corners << filled.rectangle.topLeft() << filled.rectangle.bottomRight();
-    for (const QLineF& line : device.lines)
-        corners << line.p1() << line.p2();
-    for (const QPolygonF& line : device.polylines)
-        corners << line;
-    return corners.boundingRect();
-}

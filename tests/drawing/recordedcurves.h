@@ -52,7 +52,4 @@ bool draws(RecordingDevice& device, const Prepare& prepare, const QPen& used,
 /// Where rectangles were filled.
 QVector<QRectF> bounds(const RecordingDevice& device);
 
-/// The rectangle around all that was drawn.
-QRectF reached(const RecordingDevice& device);
-
 }

@@ -15,10 +15,15 @@ public:
     bool end() override { return true; }
     Type type() const override { return m_type; }
     using QPaintEngine::drawLines;
+    using QPaintEngine::drawPoints;
     using QPaintEngine::drawPolygon;
     using QPaintEngine::drawRects;
     void updateState(const QPaintEngineState&) override { }
-    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override { }
+    void drawPixmap(const QRectF& place, const QPixmap&, const QRectF&) override
+    {
+        noteClip();
+        m_device.pictures.append(place);
+    }
 
     void drawLines(const QLineF* lines, int count) override
     {
@@ -45,6 +50,13 @@ public:
         m_device.polylines.append(polyline);
     }
 
+    void drawPoints(const QPointF* points, int count) override
+    {
+        noteClip();
+        for (int i = 0; i < count; ++i)
+            m_device.points.append(points[i]);
+    }
+
 private:
     void noteClip()
     {
@@ -67,13 +79,26 @@ QPaintEngine* RecordingDevice::paintEngine() const
     return m_engine.get();
 }
 
-void RecordingDevice::clear()
+bool RecordingDevice::isEmpty() const
 {
-    lines.clear();
-    rectangles.clear();
-    polylines.clear();
-    clips.clear();
-    hasSoftLines = false;
+    return lines.isEmpty() && rectangles.isEmpty() && polylines.isEmpty() && points.isEmpty()
+        && pictures.isEmpty();
+}
+
+QRectF RecordingDevice::reached() const
+{
+    QPolygonF corners;
+    for (const FilledRectangle& filled : rectangles)
+        corners << filled.rectangle.topLeft() << filled.rectangle.bottomRight();
+    for (const QRectF& picture : pictures)
+        corners << picture.topLeft() << picture.bottomRight();
+    for (const QLineF& line : lines)
+        corners << line.p1() << line.p2();
+    for (const QPolygonF& line : polylines)
+        corners << line;
+    for (const QPointF& point : points)
+        corners << point;
+    return corners.boundingRect();
 }
 
 int RecordingDevice::metric(PaintDeviceMetric metric) const

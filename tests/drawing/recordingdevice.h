@@ -28,14 +28,19 @@ public:
 
     QVector<QLineF> lines;
     QVector<FilledRectangle> rectangles;
+    /// Also the outlines of polygons.
     QVector<QPolygonF> polylines;
+    QVector<QPointF> points;
+    /// Where pictures were drawn, as those of symbols.
+    QVector<QRectF> pictures;
     /// Within which bounds each of all these was drawn, in the order of drawing; null for none.
     QVector<QRectF> clips;
     /// Whether one of the lines was soft.
     bool hasSoftLines = false;
 
-    bool isEmpty() const { return lines.isEmpty() && rectangles.isEmpty() && polylines.isEmpty(); }
-    void clear();
+    bool isEmpty() const;
+    /// The rectangle around all that was drawn.
+    QRectF reached() const;
 
 protected:
     int metric(PaintDeviceMetric metric) const override;

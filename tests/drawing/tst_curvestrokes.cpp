@@ -183,7 +183,7 @@ void tst_CurveStrokes::polylinesEndAroundTheArea()
         return CurvePainter::draw(painter, curve.stretch(), inside, Shape::Straight);
     }));
     QVERIFY(!device.polylines.isEmpty());
-    QCOMPARE(reached(device), inside.adjusted(-reach, -reach, reach, reach));
+    QCOMPARE(device.reached(), inside.adjusted(-reach, -reach, reach, reach));
 }
 
 void tst_CurveStrokes::softPolylinesEndAroundTheArea()
@@ -198,7 +198,7 @@ void tst_CurveStrokes::softPolylinesEndAroundTheArea()
         return CurvePainter::draw(painter, curve.stretch(), inside, Shape::Straight);
     }));
     QVERIFY(!device.polylines.isEmpty() && device.lines.isEmpty());
-    QCOMPARE(reached(device), inside.adjusted(-1.0, -1.0, 1.0, 1.0));
+    QCOMPARE(device.reached(), inside.adjusted(-1.0, -1.0, 1.0, 1.0));
 }
 
 void tst_CurveStrokes::samplesOutsideAreNotDrawn_data()
@@ -224,7 +224,7 @@ void tst_CurveStrokes::samplesOutsideAreNotDrawn()
         return areSticks ? CurvePainter::drawSticks(painter, curve.stretch(), narrow, 5.0)
                          : CurvePainter::draw(painter, curve.stretch(), narrow, Shape::Straight);
     }));
-    QTEST(reached(device), "expected");
+    QTEST(device.reached(), "expected");
 }
 
 void tst_CurveStrokes::clipsAPainterThatIsNot_data()
