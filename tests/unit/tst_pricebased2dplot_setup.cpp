@@ -76,6 +76,10 @@ void tst_pricebased2dplot_setup::constructorsTakeTitleAndParent()
     QCOMPARE(titled->parentWidget(), &parent);
     QVERIFY(untitled->title().isEmpty());
     QCOMPARE(untitled->parentWidget(), &parent);
+    for (const TestPlot* plot : {titled, untitled}) {
+        QVERIFY(plot->securitiesTable());
+        QVERIFY(panner(*plot));
+    }
 }
 
 void tst_pricebased2dplot_setup::metaObjectIsNamed()
