@@ -1,5 +1,6 @@
 #include "legendplot.h"
 
+#include "support/paintcounter.h"
 #include "support/testmain.h"
 
 #include <QHBoxLayout>
@@ -21,17 +22,6 @@ QwtLegendData dataOf(const QString& title)
     data.setValue(QwtLegendData::IconRole, QVariant::fromValue(QPixmap(8, 8)));
     return data;
 }
-
-class PaintCounter : public QObject {
-public:
-    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-    int count = 0;
-};
 
 template <class... Widgets> Fill rowOf()
 {
