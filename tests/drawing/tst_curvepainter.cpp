@@ -55,6 +55,7 @@ private Q_SLOTS:
     void pensDecide();
     void paintersDecide_data();
     void paintersDecide();
+    void cosmeticPensAreNotScaled();
     void shapesDecide_data();
     void shapesDecide();
     void farSamplesAreLeft_data();
@@ -180,6 +181,18 @@ void tst_CurvePainter::paintersDecide()
     QTEST(drawn(pen(1.0), 50, prepare), "throughFew");
     QTEST(drawn(pen(1.0), 400, prepare), "throughMany");
     QTEST(drawn(pen(2.0), 400, prepare), "wideThroughMany");
+}
+
+void tst_CurvePainter::cosmeticPensAreNotScaled()
+{
+    const Prepare half = [](QPainter& painter) { painter.scale(0.5, 0.5); };
+    for (const double width : {0.5, 1.0, 2.0}) {
+        QPen cosmetic = pen(width);
+        cosmetic.setCosmetic(true);
+        QCOMPARE(drawn(cosmetic, 400, half),
+            width < 1.0 ? QStringLiteral("nothing") : QStringLiteral("polylines"));
+    }
+    QCOMPARE(drawn(pen(0.0), 400, half), QStringLiteral("polylines"));
 }
 
 void tst_CurvePainter::shapesDecide_data()
