@@ -79,7 +79,7 @@ Dress withSymbol(const QRectF& rectangle)
         auto* const symbol = new QwtSymbol(QwtSymbol::Path);
         symbol->setPath(path);
         symbol->setPinPoint(QPointF(0.0, 0.0));
-        symbol->setPen(Qt::NoPen);
+        symbol->setPen(QPen(Qt::NoPen));
         curve.setStyle(QwtPlotCurve::NoCurve);
         curve.setSymbol(symbol);
     };

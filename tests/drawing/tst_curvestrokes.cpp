@@ -128,17 +128,9 @@ void tst_CurveStrokes::softStrokesAreAsTheirFoldingSays()
     QVERIFY(!folded->lines.isEmpty() && !folded->polylines.isEmpty());
 
     RecordingDevice device;
-    QVERIFY(draws(
-        device,
-        [](QPainter& painter) {
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setRenderHint(QPainter::HighQualityAntialiasing);
-        },
-        pen(1.0),
-        [&](QPainter& painter) {
-            return CurvePainter::draw(
-                painter, curve.stretch(), QRectF(9.0, 0.0, 10.0, 50.0), Shape::Straight);
-        }));
+    QVERIFY(draws(device, soft, pen(1.0), [&](QPainter& painter) {
+        return CurvePainter::draw(painter, curve.stretch(), QRectF(9.0, 0.0, 10.0, 50.0), Shape::Straight);
+    }));
     QCOMPARE(device.polylines, folded->polylines);
     QCOMPARE(device.lines.size(), folded->lines.size());
     for (int i = 0; i < device.lines.size(); ++i)
