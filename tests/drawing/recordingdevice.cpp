@@ -116,6 +116,8 @@ int RecordingDevice::metric(PaintDeviceMetric metric) const
     case PdmPhysicalDpiX:
     case PdmPhysicalDpiY:
         return dotsPerInch;
+    case PdmDevicePixelRatio:
+        return 1;
     default:
         return QPaintDevice::metric(metric);
     }

@@ -145,7 +145,7 @@ void tst_CanvasStore::paintsPlainOnesItself_data()
         changed.setAutoFillBackground(false);
     }) << false;
     QTest::newRow("not opaque") << canvas([](QwtPlotCanvas& changed) {
-        changed.setPaintAttribute(QwtPlotCanvas::Opaque, false);
+        changed.setAttribute(Qt::WA_OpaquePaintEvent, false);
     }) << false;
     QTest::newRow("gradient") << Setup([](QwtPlot& plot) {
         canvasOf(plot).setFrameStyle(QFrame::NoFrame);

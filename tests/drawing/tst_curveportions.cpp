@@ -268,15 +268,19 @@ void tst_CurvePortions::noMoreThanAskedFor()
     PriceBased2dPlotCurve curve(nullptr, QStringLiteral("curve"));
     curve.setPen(pen(1.0));
     dress(curve);
-    curve.setSamples(samplesOfColumns(100));
+    // Far enough apart for the pixels around a sample.
+    constexpr double distance = 10.0;
+    QVector<QPointF> samples = samplesOfColumns(100);
+    for (QPointF& sample : samples)
+        sample.rx() *= distance;
+    curve.setSamples(samples);
     RecordingDevice device;
-    draw(curve, device, QRectF(0.0, 0.0, 100.0, 50.0), {20, 30});
+    draw(curve, device, QRectF(0.0, 0.0, 1000.0, 50.0), {20, 30});
     QVERIFY(!device.isEmpty());
-    // A rectangle of a pixel ends a pixel further than a line.
-    QVERIFY2(device.reached().left() >= 19.0 && device.reached().left() <= 20.0,
-        qPrintable(QString::number(device.reached().left())));
-    QVERIFY2(device.reached().right() >= 30.0 && device.reached().right() < 31.5,
-        qPrintable(QString::number(device.reached().right())));
+    const QRectF reached = device.reached();
+    QVERIFY2(195.0 < reached.left() && reached.left() < 205.0, qPrintable(QString::number(reached.left())));
+    QVERIFY2(
+        295.0 < reached.right() && reached.right() < 305.0, qPrintable(QString::number(reached.right())));
 }
 
 void tst_CurvePortions::foldsWhatIsPlain_data()
