@@ -15,6 +15,17 @@ namespace {
 
 using CurveFolding::Shape;
 
+/// By its window, as devices with more pixels to a unit do it: Qwt rounds to whole units then, as it does not
+/// where a painter is scaled by itself.
+Prepare scaledBy(double across, double upright)
+{
+    return [=](QPainter& painter) {
+        constexpr double size = 1000.0;
+        painter.setViewport(0, 0, int(size), int(size));
+        painter.setWindow(0, 0, int(size / across), int(size / upright));
+    };
+}
+
 QString nameOf(const RecordingDevice& device)
 {
     for (const FilledRectangle& filled : device.rectangles) {
@@ -158,17 +169,13 @@ void tst_CurvePainter::paintersDecide_data()
         "as Qt 4", [](QPainter& painter) { painter.setRenderHint(QPainter::Qt4CompatiblePainting); }, none,
         lines, lines);
     row(
-        "scaled", [](QPainter& painter) { painter.scale(2.0, 2.0); }, none, lines, lines);
-    row(
-        "scaled down", [](QPainter& painter) { painter.scale(0.5, 0.5); }, none, none, lines);
-    row(
-        "scaled down across", [](QPainter& painter) { painter.scale(0.5, 2.0); }, none, none, lines);
-    row(
-        "scaled down upright", [](QPainter& painter) { painter.scale(2.0, 0.5); }, none, none, lines);
-    row(
-        "scaled down by far", [](QPainter& painter) { painter.scale(0.49, 0.49); }, none, none, none);
-    row(
-        "mirrored", [](QPainter& painter) { painter.scale(-1.0, -1.0); }, none, lines, lines);
+        "scaled by itself", [](QPainter& painter) { painter.scale(2.0, 2.0); }, none, none, none);
+    row("scaled", scaledBy(2.0, 2.0), none, lines, lines);
+    row("scaled down", scaledBy(0.5, 0.5), none, none, lines);
+    row("scaled down across", scaledBy(0.5, 2.0), none, none, lines);
+    row("scaled down upright", scaledBy(2.0, 0.5), none, none, lines);
+    row("scaled down by far", scaledBy(0.4, 0.4), none, none, none);
+    row("mirrored", scaledBy(-1.0, -1.0), none, lines, lines);
     row(
         "sheared", [](QPainter& painter) { painter.shear(0.2, 0.0); }, none, none, none);
     row(
@@ -185,7 +192,7 @@ void tst_CurvePainter::paintersDecide()
 
 void tst_CurvePainter::cosmeticPensAreNotScaled()
 {
-    const Prepare half = [](QPainter& painter) { painter.scale(0.5, 0.5); };
+    const Prepare half = scaledBy(0.5, 0.5);
     for (const double width : {0.5, 1.0, 2.0}) {
         QPen cosmetic = pen(width);
         cosmetic.setCosmetic(true);
