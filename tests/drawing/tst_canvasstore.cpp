@@ -144,9 +144,6 @@ void tst_CanvasStore::paintsPlainOnesItself_data()
     QTest::newRow("not filled") << canvas([](QwtPlotCanvas& changed) {
         changed.setAutoFillBackground(false);
     }) << false;
-    QTest::newRow("not opaque") << canvas([](QwtPlotCanvas& changed) {
-        changed.setAttribute(Qt::WA_OpaquePaintEvent, false);
-    }) << false;
     QTest::newRow("gradient") << Setup([](QwtPlot& plot) {
         canvasOf(plot).setFrameStyle(QFrame::NoFrame);
         plot.setCanvasBackground(QLinearGradient(0.0, 0.0, 100.0, 200.0));
