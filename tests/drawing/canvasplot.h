@@ -50,6 +50,13 @@ inline QwtPlotCanvas& canvasOf(QwtPlot& plot)
     return *qobject_cast<QwtPlotCanvas*>(plot.canvas());
 }
 
+/// Qwt's attribute alone leaves Qt's as it was, and Qt's alone is set anew when the canvas is polished.
+inline void setTranslucent(QwtPlotCanvas& canvas)
+{
+    canvas.setPaintAttribute(QwtPlotCanvas::Opaque, false);
+    canvas.setAttribute(Qt::WA_OpaquePaintEvent, false);
+}
+
 /// As on the widget's screen, or larger.
 inline QImage picture(QWidget& widget, double scale = 1.0)
 {

@@ -144,6 +144,7 @@ void tst_CanvasStore::paintsPlainOnesItself_data()
     QTest::newRow("not filled") << canvas([](QwtPlotCanvas& changed) {
         changed.setAutoFillBackground(false);
     }) << false;
+    QTest::newRow("not opaque") << canvas(setTranslucent) << false;
     QTest::newRow("gradient") << Setup([](QwtPlot& plot) {
         canvasOf(plot).setFrameStyle(QFrame::NoFrame);
         plot.setCanvasBackground(QLinearGradient(0.0, 0.0, 100.0, 200.0));

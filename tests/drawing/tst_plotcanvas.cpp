@@ -73,8 +73,7 @@ void tst_PlotCanvas::looksLikeQwts_data()
     });
     QTest::newRow("without a store") << Setup(
         [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::BackingStore, false); });
-    QTest::newRow("not opaque") << Setup(
-        [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::Opaque, false); });
+    QTest::newRow("not opaque") << Setup([](QwtPlot& plot) { setTranslucent(canvasOf(plot)); });
     QTest::newRow("disabled") << Setup([](QwtPlot& plot) { plot.setEnabled(false); });
 }
 
