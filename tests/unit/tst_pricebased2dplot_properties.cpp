@@ -206,13 +206,14 @@ void tst_pricebased2dplot_properties::updateAxisWidgetsReplotsTwice()
 void tst_pricebased2dplot_properties::updateScaleLabelsChoosesThemAnew()
 {
     TestPlot plot;
-    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
+    const auto labelTicks = [&](int axis) { return ownScaleDraw(plot, axis)->labelTicks(); };
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)})
         plot.setAxisScale(axis, 100.0, 110.0, 5.0);
-        plot.updateAxes();
-        QVERIFY(ownScaleDraw(plot, axis)->labelTicks().isEmpty());
-        plot.updateScaleLabels();
-        QCOMPARE(ownScaleDraw(plot, axis)->labelTicks(), QList<double>({100.0, 105.0, 110.0}));
-    }
+    plot.updateAxes();
+    QVERIFY(labelTicks(QwtPlot::xBottom).isEmpty() && labelTicks(QwtPlot::yLeft).isEmpty());
+    plot.updateScaleLabels();
+    QCOMPARE(labelTicks(QwtPlot::xBottom), QList<double>({100.0, 105.0, 110.0}));
+    QCOMPARE(labelTicks(QwtPlot::yLeft), QList<double>({100.0, 105.0, 110.0}));
 }
 
 void tst_pricebased2dplot_properties::updateAxisWidgetsChoosesLabelsOfPrices()
