@@ -69,7 +69,6 @@ bool PriceBased2dPlotScaleEngine::keepsPrevious(const QwtScaleDiv& division) con
     const double width = division.interval().width();
     const double previousWidth = m_previous.upper - m_previous.lower;
     return previousWidth > width && !commonFuzzyCompare(width, previousWidth)
-        && m_scaleDraw->ticksShrinked(division) && m_previous.upper > m_previous.lower
-        && m_previous.maxMajorSteps > 0 && m_previous.maxMinorSteps > 0
-        && (m_previous.step > 0.0 || std::abs(m_previous.step) <= 1e-12);
+        && m_scaleDraw->ticksShrinked(division) && m_previous.maxMajorSteps > 0
+        && m_previous.maxMinorSteps > 0 && (m_previous.step > 0.0 || std::abs(m_previous.step) <= 1e-12);
 }

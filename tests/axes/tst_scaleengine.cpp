@@ -75,6 +75,8 @@ private Q_SLOTS:
     void keptDivisionLeavesTheCacheAlone();
     void keptOnlyWithItsConditions_data();
     void keptOnlyWithItsConditions();
+    void stepsAsGoodAsZeroAreKept_data();
+    void stepsAsGoodAsZeroAreKept();
     void divisionsOfBeforeAreNotKept_data();
     void divisionsOfBeforeAreNotKept();
     void keptDivisionIsAnchored();
@@ -341,7 +343,9 @@ void tst_scaleengine::keptOnlyWithItsConditions_data()
     row("no minor steps", leftAxis, false, true, 8, 0, 0.0, false);
     row("one of each", leftAxis, false, true, 1, 1, 0.0, true);
     row("a step", leftAxis, false, true, 8, 5, 10.0, true);
+    row("a step below one", leftAxis, false, true, 8, 5, 0.5, true);
     row("negative step", leftAxis, false, true, 8, 5, -10.0, false);
+    row("negative step above minus one", leftAxis, false, true, 8, 5, -0.5, false);
 }
 
 void tst_scaleengine::keptOnlyWithItsConditions()
@@ -365,6 +369,29 @@ void tst_scaleengine::keptOnlyWithItsConditions()
     const QwtScaleDiv first = engine.divideScale(0, 100, major, minor, step);
     const QwtScaleDiv second = QwtLinearScaleEngine(10).divideScale(10, 20, 8, 5, 0);
     QVERIFY(engine.divideScale(10, 20, 8, 5, 0) == (kept ? first : second));
+}
+
+void tst_scaleengine::stepsAsGoodAsZeroAreKept_data()
+{
+    QTest::addColumn<double>("step");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("zero") << 0.0 << true;
+    QTest::newRow("next to zero") << -1e-12 << true;
+    QTest::newRow("below that") << -1.5e-12 << false;
+}
+
+void tst_scaleengine::stepsAsGoodAsZeroAreKept()
+{
+    QFETCH(double, step);
+    QFETCH(bool, kept);
+    TestPlot plot;
+    plot.setAutoScaleEnabled(false);
+    LinkedDraw draw;
+    PriceBased2dPlotScaleEngine engine(&plot, leftAxis, 10);
+    engine.setScaleDraw(&draw);
+    const QwtScaleDiv first = engine.divideScale(0, 1e-3, 1, 1, step);
+    const QwtScaleDiv second = QwtLinearScaleEngine(10).divideScale(1e-4, 2e-4, 1, 1, 0);
+    QVERIFY(engine.divideScale(1e-4, 2e-4, 1, 1, 0) == (kept ? first : second));
 }
 
 void tst_scaleengine::divisionsOfBeforeAreNotKept_data()

@@ -42,6 +42,7 @@ private Q_SLOTS:
 
     void idsOfOtherTypes_data();
     void idsOfOtherTypes();
+    void idsOfOneStrikeAreNotRead();
     void idsOf64Bits();
 
     void withoutAModel();
@@ -238,6 +239,20 @@ void tst_pricebased2dplotpointmanager::idsOfOtherTypes()
         QStringLiteral("Incorrect type conversion."));
     QCOMPARE(m_plot->priceInterval(), interval(1.0, 2.0, 1.0));
     QCOMPARE(spy.count(), 0);
+}
+
+void tst_pricebased2dplotpointmanager::idsOfOneStrikeAreNotRead()
+{
+    m_plot.reset();
+    TestHost::createSecurities(TestHost::withType(
+        SecuritiesTable::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Double));
+    addOption("100");
+    m_plot = std::make_unique<TestPlot>();
+    Manager manager(false, m_plot.get());
+    manager.model()->setBaseCode(code);
+    QCOMPARE(manager.model()->rowCount(QModelIndex()), 1);
+    QCOMPARE(TestHost::thrownText([&] { manager.updatePriceInterval(); }), QStringLiteral("nothing thrown"));
+    QCOMPARE(manager.interval(), PriceInterval());
 }
 
 void tst_pricebased2dplotpointmanager::idsOf64Bits()

@@ -2,6 +2,8 @@
 #include "support/testmain.h"
 #include "support/testplot.h"
 
+#include <plot2d/securitycolumns.h>
+
 #include <QProcess>
 
 namespace {
