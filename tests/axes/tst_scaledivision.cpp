@@ -210,6 +210,7 @@ void tst_scaledivision::unchanged_data()
     row("inverted", 1500, 1900, 100);
     row("on a tick", 1000, 0, 2000);
     row("as good as on a tick", 1000.0000000005, 0, 2000);
+    row("as good as on a tick, by most of the tolerance", 1000.0000000009, 0, 2000);
     row("on zero", 0, -1, 2000);
     row("NaN", notANumber, 0, 2000);
     QTest::newRow("no major tick") << Values{} << 1500.0 << 0.0 << 2000.0;

@@ -164,19 +164,18 @@ class Tree:
             changed[name] = self._compile(name, new)
         self._link(changed)
 
-    def built_program(self, program, sources):
+    def built_program(self, program, source):
         """A test program, built against the tree's headers, for mutants of what is inline."""
         output = self.folder / "programs" / Path(program).name
         if output.exists():
             return output
         output.parent.mkdir(exist_ok=True)
         command = self.commands.link_of(program)
-        for source in sources:
-            built = self.folder / "programs" / f"{Path(source).name}.o"
-            compile_command = self.commands.compile[str(source)]
-            original = compile_command[compile_command.index("-o") + 1]
-            self._run(self._here(compile_command, str(source), str(source), built))
-            command = [str(built) if word == original else word for word in command]
+        built = self.folder / "programs" / f"{source.name}.o"
+        compile_command = self.commands.compile[str(source)]
+        original = compile_command[compile_command.index("-o") + 1]
+        self._run(self._here(compile_command, str(source), str(source), built))
+        command = [str(built) if word == original else word for word in command]
         command[command.index("-o") + 1] = str(output)
         self._run(command)
         return output
