@@ -142,29 +142,25 @@ void tst_SampleIndexAnswers::findsFalls()
 void tst_SampleIndexAnswers::boundsOfAnyStretch_data()
 {
     QTest::addColumn<bool>("isOfPoints");
-    QTest::addColumn<bool>("isMirrored");
-    QTest::newRow("points") << true << false;
-    QTest::newRow("arrays") << false << false;
-    QTest::newRow("points, mirrored") << true << true;
-    QTest::newRow("arrays, mirrored") << false << true;
+    QTest::addColumn<double>("widening");
+    QTest::newRow("points, more and more apart") << true << 10.0;
+    QTest::newRow("arrays, more and more apart") << false << 10.0;
+    QTest::newRow("points, less and less apart") << true << -10.0;
+    QTest::newRow("arrays, less and less apart") << false << -10.0;
 }
 
 void tst_SampleIndexAnswers::boundsOfAnyStretch()
 {
     QFETCH(bool, isOfPoints);
-    QFETCH(bool, isMirrored);
+    QFETCH(double, widening);
     Samples samples = restlessSamples(3 * largeBlock + 2 * block + 7);
     // The lowest and the highest values stand next to the ends of blocks.
     const QVector<int> places = notablePlaces(samples.size());
-    double extreme = 10000.0;
+    double extreme = 15000.0;
     for (const int place : places) {
         if (place < samples.size())
             samples[place].ry() = place % 2 == 0 ? extreme : -extreme;
-        extreme += 10.0;
-    }
-    if (isMirrored) {
-        for (QPointF& sample : samples)
-            sample.ry() = -sample.y();
+        extreme += widening;
     }
     const auto index = isOfPoints ? indexOfPoints(samples) : indexOfArrays(samples);
     for (const int begin : places) {

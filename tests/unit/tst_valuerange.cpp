@@ -273,11 +273,18 @@ void tst_valuerange::snapped_data()
     row("step zero", 102.4, 0.0, 102.4);
     row("step as good as zero", 102.4, 1e-12, 102.4);
     row("step barely not zero", 102.4, 2e-12, std::floor(102.4 / 2e-12 + 0.5) * 2e-12);
+    row("tiny price, step as good as zero", 2.2e-12, 1e-12, 2.2e-12);
+    row("tiny price, step barely not zero", 2.2e-12, 1.5e-12, 1.5e-12);
     row("step negative", 102.4, -5.0, 102.4);
+    row("step of less than one negative", 102.4, -0.5, 102.4);
     row("many steps", 1000000.0, 0.0001, 1000000.0);
     row("more steps than an int holds", 3000000000.5, 1.0, 3000000001.0);
     row("negative, more than an int holds", -3000000000.5, 1.0, -3000000000.0);
     row("2^53 steps", wholes, 1.0, wholes);
+    row("half a step among many", 3500000000000000.5, 1.0, 3500000000000001.0);
+    row("last half", wholes / 2.0 - 0.5, 1.0, wholes / 2.0);
+    row("odd number of steps beyond the halves", wholes / 2.0 + 1.0, 1.0, wholes / 2.0 + 1.0);
+    row("just beyond 2^53 steps", 3137153517942587.0, 0.3, 3137153517942587.0);
     row("beyond 2^53 steps", 1e300, 0.3, 1e300);
     row("result overflows", largest, largest / 1.5, largest);
     row("infinite price", infinity, 5.0, infinity);
