@@ -23,6 +23,20 @@ public:
     QRectF boundingRect() const override { return QRectF(0.0, 0.0, 1.0, 1.0); }
 };
 
+/// Samples within a rectangle of a host's own.
+class SamplesWithin : public QwtPointSeriesData {
+public:
+    explicit SamplesWithin(const QRectF& rectangle)
+        : QwtPointSeriesData({{105.0, 1.0}})
+        , m_rectangle(rectangle)
+    {
+    }
+    QRectF boundingRect() const override { return m_rectangle; }
+
+private:
+    QRectF m_rectangle;
+};
+
 }
 
 /// minMaxYAtXRange() and roundedXValue().
@@ -54,6 +68,8 @@ private Q_SLOTS:
     void snappedToThePickersStep();
     void rangeIsSnappedToThePickersStep();
     void upperEndOnAMultipleOfTheStepIsExclusive();
+    void rectangleOfNoNumbers_data();
+    void rectangleOfNoNumbers();
     void viewable_data();
     void viewable();
 
@@ -347,6 +363,24 @@ void tst_valuerange::upperEndOnAMultipleOfTheStepIsExclusive()
     setPriceStep("5");
     addCurve(*m_plot, 9, {{100.0, 1.0}, {105.0, 2.0}, {110.0, 4.0}}, "a");
     QVERIFY(m_plot->minMaxYAtXRange() == std::pair(1.0, 2.0));
+}
+
+void tst_valuerange::rectangleOfNoNumbers_data()
+{
+    QTest::addColumn<QRectF>("rectangle");
+    QTest::addColumn<QRectF>("expected");
+    QTest::newRow("numbers") << QRectF(1.0, 2.0, 3.0, 4.0) << QRectF(1.0, 2.0, 3.0, 4.0);
+    QTest::newRow("no prices") << QRectF(notANumber, 2.0, notANumber, 4.0) << QRectF();
+    QTest::newRow("no values") << QRectF(1.0, notANumber, 3.0, notANumber) << QRectF();
+    QTest::newRow("neither") << QRectF(notANumber, notANumber, notANumber, notANumber) << QRectF();
+}
+
+void tst_valuerange::rectangleOfNoNumbers()
+{
+    QFETCH(QRectF, rectangle);
+    auto* curve = addCurve(*m_plot, 9, {}, "a");
+    curve->setData(new SamplesWithin(rectangle));
+    QTEST(ValueRange::boundingRectangle({curve}), "expected");
 }
 
 void tst_valuerange::viewable_data()
