@@ -83,6 +83,12 @@ void tst_SoftFolding::countsPasses_data()
     row("sixteen steps", {0, 2, 0, 2, 0, 2, 0, 2, 0, 2, 0, 2, 0, 2, 0, 2, 20}, 2);
     row("twelve steps", {0, 4, 0, 4, 0, 4, 0, 4, 0, 4, 0, 4, 20}, 3);
     row("nine steps", {0, 4, 0, 4, 0, 4, 0, 4, 0, 20}, 3);
+    const QVector<int> flat(35, 120);
+    row("once up, steep at both ends", QVector<int>{100, 110, 115} + flat + QVector<int>{125, 140, 140}, 0);
+    row("up and down between the ends, and back",
+        QVector<int>{100, 115} + QVector<int>(18, 115) + QVector<int>{140} + QVector<int>(18, 115)
+            + QVector<int>{115, 100},
+        2);
     // Of many steps only those at both ends are looked at.
     row("steps in the middle", {0, 2, 0, 2, 0, 2, 0, 2, 0, 20, 0, 20, 0, 2, 0, 2, 0, 2, 0, 2, 0}, 2);
     row("steps at the beginning", {0, 20, 0, 20, 0, 2, 0, 2, 0, 0, 0, 0, 0, 2, 0, 2, 0, 2, 0, 2, 0}, 7);
@@ -180,6 +186,7 @@ void tst_SoftFolding::linesBetweenColumns_data()
     };
     const Samples first = inColumn(5, {0, 10, 0, 8});
     row("overlapping", first + inColumn(6, {4, 14, 4, 12}), {}, 2);
+    row("overlapping, passed twice", inColumn(5, {0, 10, 5}) + inColumn(6, {4, 14, 9}), {}, 2);
     row("beside, and not overlapping", first + inColumn(6, {9, 19, 9, 12}), {QLine(5, 8, 6, 9)}, 2);
     row("apart", first + inColumn(9, {4, 14, 4, 12}), {QLine(5, 8, 9, 4)}, 2);
     row("broken", first + Samples{gap} + inColumn(6, {4, 14, 4, 12}), {}, 2);
@@ -188,6 +195,7 @@ void tst_SoftFolding::linesBetweenColumns_data()
     row("from one sample", inColumn(4, {2}) + first, {QLine(4, 2, 5, 0)}, 1);
     row("from one sample, at the same row", inColumn(4, {0}) + first, {QLine(4, 0, 5, 0)}, 1);
     row("to a column that is passed once", first + inColumn(6, {8, 20}), {}, 1);
+    row("from a column that is passed once", inColumn(4, {0, 8}) + first, {}, 1);
 }
 
 void tst_SoftFolding::linesBetweenColumns()
