@@ -60,6 +60,7 @@ private Q_SLOTS:
 
     void densified_data();
     void densified();
+    void densifiedStepsOfOne();
     void densifiedLeavesTheRestAlone();
     void densifiedByNothingSensible_data();
     void densifiedByNothingSensible();
@@ -332,6 +333,13 @@ void tst_pricepoints::densified()
             QVERIFY(isAbout(points.value(next++), point + i * 10.0 / (added + 1)));
     }
     QCOMPARE(points.size(), next);
+}
+
+void tst_pricepoints::densifiedStepsOfOne()
+{
+    const Points points = PricePoints::densified({1.0, 2.0, 3.0, 4.0}, 2.0, 3.0, 1.0);
+    QCOMPARE(points.size(), 4 + 100);
+    QVERIFY(isAbout(points[2], 2.0 + 1.0 / 101.0));
 }
 
 void tst_pricepoints::densifiedLeavesTheRestAlone()

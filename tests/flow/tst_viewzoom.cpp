@@ -43,6 +43,7 @@ private Q_SLOTS:
     void notches();
     void factors_data();
     void factors();
+    void onlyFactorsBelowOneZoomIn();
     void spans_data();
     void spans();
     void spansOfNoWidth();
@@ -105,6 +106,13 @@ void tst_viewzoom::factors()
     QVERIFY(ViewZoom::factor(notches));
     QCOMPARE(*ViewZoom::factor(notches), expected);
     QVERIFY(!ViewZoom::factor(0));
+}
+
+void tst_viewzoom::onlyFactorsBelowOneZoomIn()
+{
+    QVERIFY(start({}, 0.99).zoomsIn());
+    QVERIFY(!start({}, 1.0).zoomsIn());
+    QVERIFY(!start({}, 1.1).zoomsIn());
 }
 
 void tst_viewzoom::spans_data()
