@@ -135,6 +135,7 @@ private Q_SLOTS:
     void duringAnInterval();
     void duringAReplot_data();
     void duringAReplot();
+    void itemsOutliveThePlot();
 
 private:
     void checkInterval();
@@ -275,6 +276,25 @@ void tst_changesmeanwhile::duringAReplot()
         market.plot->onReplot = nullptr;
         market.plot->updateYAxisScale();
     }
+}
+
+// Qwt can be told to leave items alone that belong to the host.
+void tst_changesmeanwhile::itemsOutliveThePlot()
+{
+    Market& market = *m_market;
+    market.plot->setAutoDelete(false);
+    market.plot->setAutoReplot(true);
+    const QwtPlotItemList items = market.plot->itemList();
+    PriceBased2dPlotCurve* const curve = market.curve(QStringLiteral("curve 13"));
+    QVERIFY(market.plot->attachedMarkers().size() > 1);
+    market.plot->replacesReplot = [&] {
+        market.remove(Market::Plot);
+        return true;
+    };
+    curve->setVisible(false);
+    QVERIFY(!market.plot);
+    QVERIFY(!curve->isVisible() && !curve->plot());
+    qDeleteAll(items);
 }
 
 PLOT2D_TEST_MAIN(tst_changesmeanwhile)

@@ -55,7 +55,7 @@ void tst_missingcolumns::eachColumnMissing()
     QFETCH(QStringList, missing);
     QFETCH(QByteArray, positions);
     if (TestSupport::isChild()) {
-        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
+        TestHost::createSecurities(TestHost::without(TestHost::securitiesColumns(), missing));
         const TestPlot plot(false);
         return;
     }
@@ -82,11 +82,11 @@ void tst_missingcolumns::columnsThatMayBeMissing()
     QFETCH(QStringList, missing);
     HostColumns::fill({QLatin1String(boards), QStringLiteral("name"), FieldType::Text, false});
     if (table == QLatin1String(boards)) {
-        TestHost::createBoards(TestHost::without(SecuritiesTable::boardsColumns(), missing));
+        TestHost::createBoards(TestHost::without(TestHost::boardsColumns(), missing));
         if (missing == QStringList{"name"})
             TestHost::addBoard(1, 2, true);
     } else {
-        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
+        TestHost::createSecurities(TestHost::without(TestHost::securitiesColumns(), missing));
         TestHost::addSecurity(TestHost::future());
         for (const char* strike : {"100", "110"})
             TestHost::addSecurity(TestHost::future({{"sectype", "O"}, {"strike", strike}}));

@@ -245,7 +245,7 @@ void tst_pricebased2dplotpointmanager::idsOfOneStrikeAreNotRead()
 {
     m_plot.reset();
     TestHost::createSecurities(TestHost::withType(
-        SecuritiesTable::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Double));
+        TestHost::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Double));
     addOption("100");
     m_plot = std::make_unique<TestPlot>();
     Manager manager(false, m_plot.get());
