@@ -244,8 +244,8 @@ void tst_pricebased2dplotpointmanager::idsOfOtherTypes()
 void tst_pricebased2dplotpointmanager::idsOfOneStrikeAreNotRead()
 {
     m_plot.reset();
-    TestHost::createSecurities(TestHost::withType(
-        TestHost::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Double));
+    TestHost::createSecurities(
+        TestHost::withType(TestHost::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Double));
     addOption("100");
     m_plot = std::make_unique<TestPlot>();
     Manager manager(false, m_plot.get());
