@@ -42,16 +42,15 @@ QList<double> moved(const QList<double>& ticks, double pivot, double price, doub
 
 bool ScaleDivision::isDivisible(const Request& request)
 {
-    if (!std::isfinite(request.step))
-        return false;
     const double width = std::abs(request.upper - request.lower);
+    if (!std::isfinite(width) || !std::isfinite(request.step))
+        return false;
     if (width == 0.0)
         return true;
 
     const double step = request.step != 0.0
         ? std::abs(request.step)
         : QwtScaleArithmetic::divideInterval(width, std::max(request.maxMajorSteps, 1), request.base);
-    // Bounds that are not finite are an infinite number of steps apart, or none that is a number.
     if (width < smallestWidth || !std::isfinite(step) || !(width / step <= mostSteps))
         return false;
     // The ends of the range, brought to whole steps, add up to three ticks.
