@@ -1,4 +1,4 @@
-#include "desk/work/longchain.h"
+#include "longchain.h"
 
 #include <database/table.h>
 

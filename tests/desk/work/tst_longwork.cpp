@@ -1,6 +1,6 @@
 #include "desk/window/answertimes.h"
 #include "desk/window/desktest.h"
-#include "desk/work/longchain.h"
+#include "longchain.h"
 #include "support/testmain.h"
 
 #include <chain/chaintables.h>
