@@ -13,7 +13,7 @@ set(programs
     tst_legendstorage tst_plotpoints tst_pricebased2dplotlegend tst_pricebased2dplotpanner
     tst_pricebased2dplotpicker tst_pricebased2dplotpointmanager tst_wheelzoom
     tst_plotcanvas tst_pricebased2dplot_setup tst_pricebased2dplotconverter tst_pricebased2dplotcurve_plot
-    tst_scaledraw_labels tst_scaleengine)
+    tst_scaledraw_labels tst_scaleengine tst_scaleengine_kept)
 set(arguments -G "${CMAKE_GENERATOR}" "-DPLOT2D_HOST_DIR=${PROJECT_SOURCE_DIR}/tests/otherhost"
     -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 "-DPLOT2D_WARNINGS_AS_ERRORS=${PLOT2D_WARNINGS_AS_ERRORS}"
     "-DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}" "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}")
