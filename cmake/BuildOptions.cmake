@@ -4,7 +4,8 @@ add_library(plot2d_options INTERFACE)
 target_compile_options(plot2d_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 target_compile_definitions(plot2d_options INTERFACE
     QT_NO_KEYWORDS
-    QT_DEPRECATED_WARNINGS)
+    QT_DEPRECATED_WARNINGS
+    QT_DISABLE_DEPRECATED_BEFORE=${PLOT2D_QT_DEPRECATED})
 
 if(PLOT2D_WARNINGS_AS_ERRORS)
     target_compile_options(plot2d_options INTERFACE -Werror)

@@ -1,11 +1,11 @@
 #include "curvepainter_p.h"
 
+#include "qtversions_p.h"
 #include "softfolding_p.h"
 
 #include <QPaintEngine>
 #include <QPainter>
 
-#include <qwt_clipper.h>
 #include <qwt_painter.h>
 
 #include <cmath>
@@ -31,7 +31,7 @@ bool isPixelPainter(const QPainter& painter)
 {
     const QTransform& transform = painter.deviceTransform();
     return transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy())
-        && !painter.testRenderHint(QPainter::Qt4CompatiblePainting);
+        && !QtVersions::paintsAsQt4(painter);
 }
 
 /// Qt makes lines of less than a pixel paler, but for those of no width.
@@ -76,7 +76,7 @@ void drawPolylines(QPainter& painter, const QVector<QPolygonF>& lines, const QRe
     const double reach = std::max(1.0, painter.pen().widthF());
     const QRectF clip = area.adjusted(-reach, -reach, reach, reach);
     for (const QPolygonF& line : lines)
-        QwtPainter::drawPolyline(&painter, QwtClipper::clipPolygonF(clip, line));
+        QwtPainter::drawPolyline(&painter, QtVersions::clippedLine(clip, line));
 }
 
 void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes, const QRectF& area)
@@ -89,7 +89,7 @@ void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes, con
     QColor color = painter.pen().color();
     painter.setPen(Qt::NoPen);
     const auto fill = [&](const QVector<QRect>& rectangles, double cover) {
-        color.setAlphaF(cover);
+        color.setAlphaF(QtVersions::ColorPart(cover));
         painter.setBrush(color);
         painter.drawRects(rectangles);
     };
