@@ -1,4 +1,5 @@
 #include "axes/scaledrawprobe.h"
+#include "support/qtversions.h"
 #include "support/testmain.h"
 
 #include <QImage>
@@ -337,7 +338,7 @@ void tst_scaledraw_painting::backboneIsNotDrawnAsTheTicksLeftIt()
     axis.paint();
     QCOMPARE(axis.backbones, 1);
     QCOMPARE(axis.linePens.last().color(), lineColor);
-    QCOMPARE(axis.linePens.last().width(), axis.penWidth());
+    QCOMPARE(axis.linePens.last().width(), TestVersions::penWidth(axis));
 }
 
 void tst_scaledraw_painting::components_data()

@@ -41,7 +41,8 @@ public:
 
 void press(QWidget& widget, Qt::MouseButton button)
 {
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(1.0, 1.0), button, button, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(1.0, 1.0), QPointF(1.0, 1.0), QCursor::pos(), button,
+        button, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
 }
 

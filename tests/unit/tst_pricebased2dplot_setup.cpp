@@ -1,4 +1,5 @@
 #include "support/childrun.h"
+#include "support/qtversions.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -143,7 +144,7 @@ void tst_pricebased2dplot_setup::stateAfterConstruction()
 void tst_pricebased2dplot_setup::priceIntervalIsAMetaType()
 {
     const TestPlot plot;
-    QCOMPARE(QMetaType::type("PriceInterval"), qMetaTypeId<PriceInterval>());
+    QCOMPARE(TestVersions::typeNamed("PriceInterval"), qMetaTypeId<PriceInterval>());
 }
 
 void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstPlotOn()
@@ -155,9 +156,9 @@ void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstPlotOn()
         QVERIFY2(run.passed(), run.output.constData());
         return;
     }
-    QCOMPARE(QMetaType::type("PriceInterval"), int(QMetaType::UnknownType));
+    QCOMPARE(TestVersions::typeNamed("PriceInterval"), int(QMetaType::UnknownType));
     const TestPlot plot(false);
-    const int type = QMetaType::type("PriceInterval");
+    const int type = TestVersions::typeNamed("PriceInterval");
     QVERIFY(type != QMetaType::UnknownType);
     QCOMPARE(type, qMetaTypeId<PriceInterval>());
 }
