@@ -304,7 +304,7 @@ void tst_scaledraw_painting::ticksStayWhenNoLabelFits()
 void tst_scaledraw_painting::linePens()
 {
     PaintedAxis axis(majorTicks({100}));
-    axis.setPenWidth(3);
+    TestVersions::setPenWidth(axis, 3);
     QImage image(420, 60, QImage::Format_RGB32);
     QPainter painter(&image);
     QPen painterPen(Qt::green, 11, Qt::DashLine, Qt::RoundCap);
