@@ -217,7 +217,6 @@ void PriceBased2dPlotScaleDraw::draw(QPainter* painter, const QPalette& palette)
     QPen pen = painter->pen();
     pen.setWidthF(QtVersions::penWidthOf(*this));
     pen.setCosmetic(false);
-    painter->setPen(pen);
 
     if (hasComponent(Labels))
         drawLabels(painter, palette);
