@@ -24,7 +24,6 @@ function(package_project name folder)
 endfunction()
 
 # A folder of the last time would find the package that it remembers.
-set(same_qwt "-DQWT_LIBRARY=${QWT_LIBRARY}" "-DQWT_INCLUDE_DIR=${QWT_INCLUDE_DIR}")
 set(installed "--fresh" "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_FLAGS=${flags_text}" ${same_qwt})
 package_project(find_package consumer ${installed})
 package_project(headers headers ${installed})
