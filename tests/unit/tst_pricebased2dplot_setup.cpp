@@ -177,9 +177,9 @@ void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstManagerOn()
         QVERIFY2(run.passed(), run.output.constData());
         return;
     }
-    QCOMPARE(QMetaType::type("PriceInterval"), int(QMetaType::UnknownType));
+    QCOMPARE(TestVersions::typeNamed("PriceInterval"), int(QMetaType::UnknownType));
     const PriceBased2dPlotPointManager manager(false, nullptr);
-    QVERIFY(QMetaType::type("PriceInterval") != QMetaType::UnknownType);
+    QVERIFY(TestVersions::typeNamed("PriceInterval") != QMetaType::UnknownType);
 }
 
 void tst_pricebased2dplot_setup::withoutInitNothingIsCreated()
