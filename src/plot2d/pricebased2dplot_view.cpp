@@ -8,6 +8,7 @@
 #include "plotitems_p.h"
 #include "plotlook_p.h"
 #include "plotmouse_p.h"
+#include "qtversions_p.h"
 #include "quoteline_p.h"
 #include "scalerange_p.h"
 #include "valuerange_p.h"
@@ -15,7 +16,6 @@
 #include <c_api/common.h>
 
 #include <QEvent>
-#include <QMouseEvent>
 
 #include <qwt_plot_marker.h>
 #include <qwt_scale_widget.h>
@@ -159,8 +159,9 @@ bool PriceBased2dPlot::eventFilter(QObject* watched, QEvent* event)
 
 void PriceBased2dPlot::mousePressEvent(QMouseEvent* event)
 {
-    const bool begins = event->button() == Qt::LeftButton && mousePositionOnScale(event->localPos());
-    m_pressPosition = begins ? event->localPos() : QPointF();
+    const bool begins
+        = event->button() == Qt::LeftButton && mousePositionOnScale(QtVersions::positionOf(*event));
+    m_pressPosition = begins ? QtVersions::positionOf(*event) : QPointF();
     m_dragPosition = QPointF();
     QWidget::mousePressEvent(event);
 }
@@ -169,10 +170,10 @@ void PriceBased2dPlot::mouseMoveEvent(QMouseEvent* event)
 {
     const QPointer<PriceBased2dPlot> self(this);
     const PlotMouse::Target target{*this, m_picker, yScaleDraw()};
-    const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, event->localPos()};
+    const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, QtVersions::positionOf(*event)};
     if (m_zoomEnabled && !m_pressPosition.isNull() && PlotMouse::drag(target, drag)) {
         if (self) {
-            m_dragPosition = event->localPos();
+            m_dragPosition = QtVersions::positionOf(*event);
             updateScaleLabels();
         }
         if (self)

@@ -114,7 +114,7 @@ void PriceBased2dPlotCurve::setMarkerSamples(const QVector<PriceBased2dPlotPoint
         surplus->detach();
         delete surplus;
     }
-    markers += m_plot->createMarkers(needed - markers.size(), this);
+    markers += m_plot->createMarkers(needed - int(markers.size()), this);
 
     if (const auto samples = placeMarkers(points, markers, isVisible()))
         setSamples(*samples);

@@ -1,10 +1,10 @@
 #include "plot2d/pricebased2dplotcurve.h"
 
 #include "curvepainter_p.h"
+#include "qtversions_p.h"
 #include "sampleindex_p.h"
 #include "sampleruns_p.h"
 
-#include <qwt_point_data.h>
 #include <qwt_symbol.h>
 
 #include <algorithm>
@@ -36,7 +36,7 @@ void PriceBased2dPlotCurve::dataChanged()
 
 void PriceBased2dPlotCurve::setSamples(const double* prices, const double* values, int count)
 {
-    setData(new QwtPointArrayData(copied(prices, count), copied(values, count)));
+    setData(new QtVersions::PointArrays(copied(prices, count), copied(values, count)));
 }
 
 QRectF PriceBased2dPlotCurve::boundingRect() const

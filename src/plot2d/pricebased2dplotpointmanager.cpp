@@ -9,6 +9,7 @@
 #include <c_api/common.h>
 #include <directory/securitydirectory.h>
 
+#include <qwt_interval.h>
 #include <qwt_scale_div.h>
 
 #include <cmath>

@@ -1,6 +1,7 @@
 #include "plot2d/pricebased2dplotscaledraw.h"
 
 #include "labelthinning_p.h"
+#include "qtversions_p.h"
 #include "ticklabels_p.h"
 #include "ticktext_p.h"
 
@@ -8,6 +9,7 @@
 #include <QPainter>
 #include <QPalette>
 
+#include <qwt_interval.h>
 #include <qwt_plot.h>
 #include <qwt_scale_map.h>
 #include <qwt_text.h>
@@ -122,7 +124,7 @@ double PriceBased2dPlotScaleDraw::extent(const QFont& font) const
     if (hasComponent(Ticks))
         sum += maxTickLength();
     if (hasComponent(Backbone))
-        sum += std::max(1, penWidth());
+        sum += std::max(1.0, QtVersions::penWidthOf(*this));
     return std::max(sum, minimumExtent());
 }
 
@@ -213,7 +215,7 @@ void PriceBased2dPlotScaleDraw::draw(QPainter* painter, const QPalette& palette)
 {
     painter->save();
     QPen pen = painter->pen();
-    pen.setWidth(penWidth());
+    pen.setWidthF(QtVersions::penWidthOf(*this));
     pen.setCosmetic(false);
 
     if (hasComponent(Labels))

@@ -8,6 +8,8 @@
 #include <c_api/common.h>
 #include <database/table.h>
 
+#include <qwt_interval.h>
+
 #include <algorithm>
 #include <cmath>
 
