@@ -12,7 +12,7 @@ list_files() {
         -o -type f -exec sha256sum {} + -o -printf '%y %p %l\n' | sort
 }
 
-# with NAME... -- PACKAGE... installs the dependencies of packages in /test and more packages.
+# install_dependencies FILE|PACKAGE... installs what the packages in files depend on, but for each other, and packages.
 install_dependencies() {
     wanted=''
     for name in "$@"; do
@@ -66,9 +66,7 @@ cat server.log
 grep -qi 'refused' server.log
 purge_without_trace optiondesk libplot2d0
 
-install_dependencies ./libplot2d-dev_*.deb g++ make cmake pkgconf
-# The headers alone may not ask for more than the package does; the library's own dependencies come now.
-install_dependencies ./libplot2d0_*.deb
+install_dependencies ./libplot2d0_*.deb ./libplot2d-dev_*.deb g++ make cmake pkgconf
 list_files > before
 dpkg --install ./libplot2d0_*.deb ./libplot2d-dev_*.deb
 as_user cmake -S consumer -B home/consumer > cmake.log 2>&1 || { cat cmake.log; exit 1; }
