@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$root/tools/setup.sh"
 
 need_packages "${build_packages[@]}" "${packaging_packages[@]}" "${abi_packages[@]}" \
-    lintian debootstrap xvfb xauth xdotool desktop-file-utils groff-base postgresql
+    lintian debootstrap xvfb xauth xdotool desktop-file-utils groff-base postgresql doxygen
 
 given=$#
 [ $# -gt 0 ] || set -- dev asan-ubsan

@@ -46,10 +46,10 @@ public:
     {
         return std::abs(m_cursorX - xPercent(x)) + std::abs(m_cursorY - yPercent(y));
     }
-    /// No more than the horizontal distance of any sample with this price or one further up, or down.
-    /// Rounding may put prices next to the cursor's on its other side.
-    double xDistanceAbove(double x) const { return std::max(0.0, xPercent(x) - m_cursorX); }
-    double xDistanceBelow(double x) const { return std::max(0.0, m_cursorX - xPercent(x)); }
+    /// No more than the horizontal distance of any sample with this price or one further up, or down; below
+    /// zero for one on the other side of the cursor.
+    double xDistanceAbove(double x) const { return xPercent(x) - m_cursorX; }
+    double xDistanceBelow(double x) const { return m_cursorX - xPercent(x); }
     /// The cursor's price.
     double cursorPrice() const { return m_params.xMin + m_params.cursorX; }
 

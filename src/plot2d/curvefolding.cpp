@@ -31,12 +31,11 @@ public:
 
     void add(PixelColumn column, bool joined)
     {
-        if (m_hasColumn && joined)
+        if (joined)
             join(column);
         else
             finishColumn();
         m_column = column;
-        m_hasColumn = true;
     }
 
     CurveFolding::Strokes finished()
@@ -85,16 +84,14 @@ private:
     /// A sample that stands alone in its column is drawn by the lines that lead to it, if any.
     void finishColumn()
     {
-        if (m_hasColumn && m_column.hasLine)
+        if (m_column.hasLine)
             append(m_strokes, m_column, m_penWidth);
-        m_hasColumn = false;
     }
 
     Shape m_shape;
     int m_penWidth;
     Rows m_rows;
     PixelColumn m_column;
-    bool m_hasColumn = false;
     CurveFolding::Strokes m_strokes;
 };
 
@@ -103,7 +100,7 @@ class CornerFold {
 public:
     void add(const PixelColumn& column, bool joined)
     {
-        const bool hidden = joined && m_hasColumn && m_column.hidesLineTo(column);
+        const bool hidden = joined && m_column.hidesLineTo(column);
         if (hidden)
             leaveTo(column);
         else
@@ -113,7 +110,6 @@ public:
         m_column = column;
         if (!hidden)
             append(m_column.first);
-        m_hasColumn = true;
     }
 
     QVector<QPolygonF> finished()
@@ -152,11 +148,11 @@ private:
 
     void finishColumn()
     {
-        if (!m_hasColumn)
+        // Only in front of the first column there is no line.
+        if (m_line.isEmpty())
             return;
         drawColumn();
         append(m_column.last);
-        m_hasColumn = false;
     }
 
     void finishLine()
@@ -167,7 +163,6 @@ private:
     }
 
     PixelColumn m_column;
-    bool m_hasColumn = false;
     QPolygonF m_line;
     QVector<QPolygonF> m_lines;
 };

@@ -34,10 +34,18 @@ bool isPixelPainter(const QPainter& painter)
         && !painter.testRenderHint(QPainter::Qt4CompatiblePainting);
 }
 
-/// Qt makes lines of less than a pixel paler, but for those of no width.
-bool isOpaqueLine(const QPen& pen)
+/// By how much a painter that turns nowhere makes the widths of a pen larger, at least.
+double scaleOf(const QPainter& painter, const QPen& pen)
 {
-    const double width = pen.widthF();
+    const QTransform& transform = painter.deviceTransform();
+    return pen.isCosmetic() ? 1.0 : std::min(std::abs(transform.m11()), std::abs(transform.m22()));
+}
+
+/// Qt makes lines of less than a pixel of the device paler, but for those of no width.
+bool isOpaqueLine(const QPainter& painter)
+{
+    const QPen& pen = painter.pen();
+    const double width = pen.widthF() * scaleOf(painter, pen);
     return pen.style() == Qt::SolidLine && pen.brush().style() == Qt::SolidPattern
         && pen.color().alpha() == 255 && (width == 0.0 || width >= 1.0);
 }
@@ -70,11 +78,22 @@ void drawStrokes(QPainter& painter, CurveFolding::Strokes strokes, int penWidth)
     painter.setPen(pen);
 }
 
+/// How far around an area Qwt draws lines.
+double reachOf(const QPen& pen)
+{
+    return std::max(1.0, pen.widthF());
+}
+
+QRectF reachedAround(const QRectF& area, const QPen& pen)
+{
+    const double reach = reachOf(pen);
+    return area.adjusted(-reach, -reach, reach, reach);
+}
+
 void drawPolylines(QPainter& painter, const QVector<QPolygonF>& lines, const QRectF& area)
 {
     // Far corners cost the rasteriser its precision.
-    const double reach = std::max(1.0, painter.pen().widthF());
-    const QRectF clip = area.adjusted(-reach, -reach, reach, reach);
+    const QRectF clip = reachedAround(area, painter.pen());
     for (const QPolygonF& line : lines)
         QwtPainter::drawPolyline(&painter, QwtClipper::clipPolygonF(clip, line));
 }
@@ -121,9 +140,8 @@ public:
     {
         if (!m_isNeeded)
             return;
-        const double reach = std::max(1.0, painter.pen().widthF());
         painter.save();
-        painter.setClipRect(area.adjusted(-reach, -reach, reach, reach));
+        painter.setClipRect(reachedAround(area, painter.pen()));
     }
     ~Clip()
     {
@@ -152,22 +170,22 @@ Folding foldingFor(
     const bool hasMitres = pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin;
     if (shape != CurveFolding::Shape::Straight || hasMitres || !areCloseTogether(seen, area))
         return Folding::None;
-    if (width == 1 && isWhole(pen.widthF()))
-        return Folding::SoftStrokes;
-    return width > 1 && !isSoft ? Folding::Strokes : Folding::Polylines;
+    if (isSoft)
+        return width == 1 ? Folding::SoftStrokes : Folding::Polylines;
+    return width == 0 ? Folding::Polylines : Folding::Strokes;
 }
 
 /// The samples that may be seen of a pen's way through them.
 CurveFolding::Stretch seenOf(const CurveFolding::Stretch& all, const QRectF& area, const QPen& pen)
 {
-    const int reach = 1 + static_cast<int>(std::ceil(pen.widthF()));
+    const int reach = static_cast<int>(std::ceil(reachOf(pen)));
     return all.seenBetween(wholePixel(area.left()) - reach, wholePixel(area.right()) + reach);
 }
 
 bool canFold(QPainter& painter, const CurveFolding::Stretch& stretch)
 {
     return !stretch.xMap.transformation() && !stretch.yMap.transformation() && isPlainPainter(painter)
-        && isOpaqueLine(painter.pen());
+        && isOpaqueLine(painter);
 }
 
 }

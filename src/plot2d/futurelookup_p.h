@@ -2,6 +2,7 @@
 
 #include "plot2d/priceinterval.h"
 
+#include <database/decimal.h>
 #include <database/record.h>
 
 #include <utility>

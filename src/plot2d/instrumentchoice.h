@@ -6,9 +6,17 @@
 /// the earliest expiry. Setting one way clears the other.
 class InstrumentChoice {
 public:
-    enum class Kind { None, ExactInstrument, EarliestOfBaseCode };
+    /// The way in which the future is told.
+    enum class Kind {
+        /// Neither way is complete.
+        None,
+        /// By ISIN id and board id.
+        ExactInstrument,
+        /// The future of a base code with the earliest expiry.
+        EarliestOfBaseCode
+    };
 
-    /// Ids below 1 and an empty code are ignored.
+    /// The instrument's id on every board. Below 1 it is ignored.
     void setIsinId(int id)
     {
         if (id > 0) {
@@ -17,6 +25,7 @@ public:
         }
     }
 
+    /// The board on which the instrument is traded. An id below 1 is ignored.
     void setBoardId(int id)
     {
         if (id > 0) {
@@ -25,6 +34,7 @@ public:
         }
     }
 
+    /// The code of the underlying. An empty one is ignored.
     void setBaseCode(const QString& code)
     {
         if (!code.isEmpty()) {
@@ -36,10 +46,12 @@ public:
 
     /// -1 while not set.
     int isinId() const { return m_isinId; }
+    /// -1 while not set.
     int boardId() const { return m_boardId; }
+    /// Empty while not set.
     QString baseCode() const { return m_baseCode; }
 
-    /// None while neither way is complete, and while both have been begun.
+    /// The way that is complete; None while an ISIN id or a board id is missing and there is no base code.
     Kind kind() const
     {
         const bool hasIsin = m_isinId > 0;

@@ -111,16 +111,12 @@ PriceBased2dPlotLegend::PriceBased2dPlotLegend(QwtPlot* plot)
     : QwtLegend(plot)
     , m_plot(plot)
 {
-    if (contentsWidget())
-        m_layout = qobject_cast<QwtDynGridLayout*>(contentsWidget()->layout());
+    m_layout = qobject_cast<QwtDynGridLayout*>(contentsWidget()->layout());
     if (m_layout)
         m_layout->setSizeConstraint(QLayout::SetFixedSize);
-    if (contentsWidget() && contentsWidget()->parentWidget())
-        contentsWidget()->parentWidget()->installEventFilter(this);
-    for (QScrollBar* scrollBar : {horizontalScrollBar(), verticalScrollBar()}) {
-        if (scrollBar)
-            scrollBar->installEventFilter(this);
-    }
+    contentsWidget()->parentWidget()->installEventFilter(this);
+    horizontalScrollBar()->installEventFilter(this);
+    verticalScrollBar()->installEventFilter(this);
 }
 
 PriceBased2dPlotLegend::~PriceBased2dPlotLegend() = default;
@@ -182,9 +178,8 @@ void PriceBased2dPlotLegend::updateWidget(QWidget* widget, const QwtLegendData& 
         text.setColor(checkBox->isChecked() ? CheckedLabelColor : UncheckedLabelColor);
         label->setText(text);
     }
-    auto* parent = qobject_cast<LabelWidget*>(label->parentWidget());
-    if (parent && checkBox->parentWidget() == parent && m_layout)
-        updateDynLayoutItemAlignment(m_layout->indexOf(parent));
+    if (m_layout && qobject_cast<LabelWidget*>(widget))
+        updateDynLayoutItemAlignment(m_layout->indexOf(widget));
 }
 
 void PriceBased2dPlotLegend::updateItemMaps()
@@ -196,9 +191,7 @@ void PriceBased2dPlotLegend::updateItemMaps()
 
 void PriceBased2dPlotLegend::updateDynLayoutItemAlignment(int index)
 {
-    if (index < 0 || !m_layout || index >= m_layout->count())
-        return;
-    QLayoutItem* item = m_layout->itemAt(index);
+    QLayoutItem* item = m_layout ? m_layout->itemAt(index) : nullptr;
     if (!item)
         return;
     item->setAlignment((item->alignment() & ~Qt::AlignRight) | Qt::AlignLeft | Qt::AlignHCenter);

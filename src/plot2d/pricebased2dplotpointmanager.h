@@ -22,20 +22,23 @@ class PLOT2D_EXPORT PriceBased2dPlotPointManager : public QObject {
 
 public:
     /// A manager of a plot, which becomes its parent. Without a plot, or with one without a securities table,
-    /// there is no model, and nothing to compute.
+    /// there is no model, and nothing to compute. Strikes that are there already are announced at once by
+    /// updatePriceInterval(), which nobody hears yet: ask interval(). Throws Exception("Incorrect type
+    /// conversion.") where the plot's future does.
     PriceBased2dPlotPointManager(bool maxSessionModel, PriceBased2dPlot* plot);
     ~PriceBased2dPlotPointManager() override;
 
-    /// Hands the filter to a max-session model; does nothing for the other model.
+    /// Hands the filter to a max-session model, which resets itself and so updates the interval; does nothing
+    /// for the other model.
     void initCore(const FilterParams& params);
     /// The filter of a max-session model; every field -1 for the other model.
     FilterParams filterParams() const;
 
-    /// The plot's price interval; the reset value without a plot.
+    /// The price interval that the plot holds; the reset value without a plot.
     PriceInterval interval() const;
 
-    /// Changes the plot, and the model's base code to that of the plot where the two differ. The interval
-    /// follows with the model's reset.
+    /// Changes the plot (not owned, null for none), and the model's base code to that of the plot where the
+    /// two differ. The interval follows with the model's reset. Parent and model stay.
     void setPlot(PriceBased2dPlot* plot);
 
     /// The strike model, null if there is none; owned by the manager.
@@ -45,19 +48,20 @@ public:
     /// - from, for more than 100,000 steps, and for a step that does not move the price.
     QList<double> minStepPoints(double from, double to, double step);
 
-    /// The points at which curves are to be evaluated, ascending, over the whole range of strikes: at the
-    /// price step where fewer than a hundred steps are visible, otherwise at the smallest distance of
-    /// strikes, with about a hundred points in the visible part. Empty without a valid interval or a known
-    /// price step, for strikes that do not ascend, and, unless forced, while no strike is visible.
+    /// The prices at which curves are to be evaluated, ascending, over the whole range of strikes: at the
+    /// price step where a hundred steps or fewer are visible, otherwise at the smallest distance of strikes,
+    /// with about a hundred points in the visible part. Empty without a visible range, a valid interval or a
+    /// price step above zero, for strikes that do not ascend, and, unless forced, while no strike is visible.
     QList<double> calcPlotPoints(bool force);
 
 Q_SIGNALS:
-    /// The plot has a new interval.
+    /// The plot has another interval, which is stored in it already.
     void priceIntervalChanged(const PriceInterval& interval);
 
 public Q_SLOTS:
-    /// Computes the interval anew; announces it if it has changed. Throws Exception("Incorrect type
-    /// conversion.") for strikes whose ids are no integers: the interval stays then.
+    /// Computes the interval anew, and stores it in the plot and announces it if it has changed; called by
+    /// the model's signals. Throws Exception("Incorrect type conversion.") for strikes whose ids are no
+    /// integers: the interval stays then.
     void updatePriceInterval();
 
 private:

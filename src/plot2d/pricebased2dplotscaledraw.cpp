@@ -215,7 +215,6 @@ void PriceBased2dPlotScaleDraw::draw(QPainter* painter, const QPalette& palette)
     QPen pen = painter->pen();
     pen.setWidth(penWidth());
     pen.setCosmetic(false);
-    painter->setPen(pen);
 
     if (hasComponent(Labels))
         drawLabels(painter, palette);

@@ -1,5 +1,6 @@
 #include "plot2d/pricebased2dplotscaleengine.h"
 
+#include "columnnames_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
 #include "scaledivision_p.h"
@@ -18,7 +19,7 @@ int precisionOfStrikes(const Table* table)
         return -1;
     const QList<TableColumnDef*> columns = table->fieldDefs();
     const auto strike = std::find_if(columns.cbegin(), columns.cend(),
-        [](const TableColumnDef* column) { return column->name == QLatin1String("strike"); });
+        [](const TableColumnDef* column) { return column->name == ColumnNames::of(SecurityColumn::Strike); });
     return strike == columns.cend() ? -1 : (*strike)->decimals;
 }
 
@@ -68,7 +69,6 @@ bool PriceBased2dPlotScaleEngine::keepsPrevious(const QwtScaleDiv& division) con
     const double width = division.interval().width();
     const double previousWidth = m_previous.upper - m_previous.lower;
     return previousWidth > width && !commonFuzzyCompare(width, previousWidth)
-        && m_scaleDraw->ticksShrinked(division) && m_previous.upper > m_previous.lower
-        && m_previous.maxMajorSteps > 0 && m_previous.maxMinorSteps > 0
-        && (m_previous.step > 0.0 || std::abs(m_previous.step) <= 1e-12);
+        && m_scaleDraw->ticksShrinked(division) && m_previous.maxMajorSteps > 0
+        && m_previous.maxMinorSteps > 0 && (m_previous.step > 0.0 || std::abs(m_previous.step) <= 1e-12);
 }

@@ -13,13 +13,13 @@ class PriceBased2dPlotScaleDraw;
 /// axis's labels relate: their texts are then round numbers in the converted unit.
 class PLOT2D_EXPORT PriceBased2dPlotScaleEngine : public QwtLinearScaleEngine {
 public:
-    /// For an axis (a QwtPlot axis id) of a plot, which may be null; base is the base of Qwt's linear
-    /// division.
+    /// For an axis (a QwtPlot axis id) of a plot, which may be null and must outlive the engine; base is the
+    /// base of Qwt's linear division.
     PriceBased2dPlotScaleEngine(PriceBased2dPlot* plot, int axis, unsigned int base);
     ~PriceBased2dPlotScaleEngine() override;
 
-    /// Qwt's linear division, anchored on the rescale factor where that lies in the closed range from x1 to
-    /// x2.
+    /// Qwt's linear division, moved so that a tick falls on the rescale factor where that lies in the closed
+    /// range from x1 to x2. A step of 0 is chosen by Qwt.
     ///
     /// Bounds and steps that Qwt cannot divide in reasonable time and memory get the last division that this
     /// engine made, an empty one at first.
@@ -29,10 +29,11 @@ public:
     /// The price to which the axis's labels relate; zero (as after construction) for none. One within a unit
     /// of the last decimal of an integer counts as that integer; one beyond 32-bit integers is not anchored.
     void setRescaleFactor(const decimal& factor) { m_rescaleFactor = factor; }
+    /// The price to which the labels relate, zero for none.
     decimal rescaleFactor() const { return m_rescaleFactor; }
 
-    /// The number of decimals of strikes, by the host's securities table; -1 where that has no strikes. Below
-    /// 1 nothing is anchored.
+    /// The number of decimals of strikes, as the host's securities table told it at construction; -1 where
+    /// that has no strikes. Below 1 nothing is anchored.
     int strikePrecision() const { return m_strikePrecision; }
 
     /// Links the scale draw that says whether labels can still be told apart. With one, an engine of the

@@ -8,12 +8,13 @@
 ///
 /// A default interval is the reset value: inverted, without a step and not valid.
 struct PriceInterval {
-    /// Lowest strike.
+    /// The lowest strike.
     double minPrice = std::numeric_limits<double>::max();
-    /// Highest strike.
+    /// The highest strike.
     double maxPrice = -std::numeric_limits<double>::max();
-    /// Smallest distance between neighbouring strikes, rounded to the instrument's decimals.
+    /// The smallest distance between neighbouring strikes, rounded to the instrument's decimals.
     double minStep = 0.0;
+    /// Whether the other three fields come from strikes; false for the reset value.
     bool valid = false;
 };
 
@@ -24,6 +25,7 @@ inline bool operator==(const PriceInterval& a, const PriceInterval& b)
         && a.valid == b.valid;
 }
 
+/// Whether a field differs.
 inline bool operator!=(const PriceInterval& a, const PriceInterval& b)
 {
     return !(a == b);

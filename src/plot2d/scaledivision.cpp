@@ -43,8 +43,7 @@ QList<double> moved(const QList<double>& ticks, double pivot, double price, doub
 bool ScaleDivision::isDivisible(const Request& request)
 {
     const double width = std::abs(request.upper - request.lower);
-    if (!std::isfinite(request.lower) || !std::isfinite(request.upper) || !std::isfinite(width)
-        || !std::isfinite(request.step))
+    if (!std::isfinite(width) || !std::isfinite(request.step))
         return false;
     if (width == 0.0)
         return true;
@@ -56,7 +55,7 @@ bool ScaleDivision::isDivisible(const Request& request)
         return false;
     // The ends of the range, brought to whole steps, add up to three ticks.
     const double majorTicks = std::min(width / step + 3.0, mostMajorTicks);
-    return majorTicks * std::max(request.maxMinorSteps, 0) <= mostTicks;
+    return majorTicks * request.maxMinorSteps <= mostTicks;
 }
 
 double ScaleDivision::anchorPrice(double factor, int strikePrecision)

@@ -1,15 +1,8 @@
 #include "plot2d/securitycolumns.h"
 
+#include "columnnames_p.h"
+
 #include <database/table.h>
-
-namespace {
-
-constexpr std::array<const char*, SecurityColumns::count> columnNames{"stock_id", "board_id", "sec_id",
-    "expdate", "base_code", "price_step", "sectype", "option_type", "strike", "sess_id", "isin_id",
-    "fut_isin_id", "base_isin_id", "bid", "ask", "cur_kotir_real", "cur_kotir", "old_kotir", "volat_min",
-    "volat_max", "lasttime"};
-
-}
 
 SecurityColumns::SecurityColumns()
 {
@@ -22,7 +15,7 @@ SecurityColumns::SecurityColumns(const Table* table)
     if (!table)
         return;
     for (std::size_t i = 0; i < m_positions.size(); ++i)
-        m_positions[i] = table->columnIndex(QLatin1String(columnNames[i]));
+        m_positions[i] = table->columnIndex(ColumnNames::of(static_cast<SecurityColumn>(i)));
 }
 
 int SecurityColumns::operator[](SecurityColumn column) const

@@ -38,7 +38,7 @@ int passes(const Stretch& stretch, const PixelColumn& column, int begin, int end
 {
     const int height = column.high - column.low;
     if (height == 0)
-        return 0;
+        return 1;
     const Passed passed = passedAtEnds(stretch, begin, end);
     // From one end to the other, and as far as is seen on no detours.
     if (std::abs(column.last - column.first) == height && passed.rows <= height)
@@ -59,14 +59,14 @@ public:
     void add(const PixelColumn& column, int passes, bool joined)
     {
         // Where the curve goes up and down, the way from one column into the next is lost among the others.
-        const bool isLost = passes > 1 && m_passes > 1 && m_column.hidesLineTo(column);
+        const bool isLost = m_passes > 1 && m_column.hidesLineTo(column);
         if (joined && !isLost)
             appendCorner(column.x, column.first);
         if (!joined || passes > 1)
             finishLine();
         if (passes > 1)
             appendColumn(column, passes);
-        else if (passes == 1)
+        else
             passColumn(column);
         appendCorner(column.x, column.last);
         m_column = column;
@@ -116,7 +116,7 @@ private:
     }
 
     PixelColumn m_column;
-    int m_passes = 0;
+    int m_passes = 1;
     /// The line that the last column belongs to.
     QPolygonF m_line;
     SoftFolding::Strokes m_strokes;

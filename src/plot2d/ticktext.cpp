@@ -6,13 +6,18 @@
 
 namespace {
 
-/// One of the formats that Qwt leaves to its users, which nobody uses yet.
+/// One of the formats that Qwt leaves to its users, which nobody uses yet; QwtText::AutoText where all are
+/// used.
 QwtText::TextFormat freeFormat()
 {
-    int format = QwtText::OtherFormat + 19;
-    while (QwtText::textEngine(static_cast<QwtText::TextFormat>(format)))
-        ++format;
-    return static_cast<QwtText::TextFormat>(format);
+    // The enumeration holds no number beyond. Others take the first ones.
+    constexpr int last = 127;
+    for (int number = last; number >= QwtText::OtherFormat; --number) {
+        const auto format = static_cast<QwtText::TextFormat>(number);
+        if (!QwtText::textEngine(format))
+            return format;
+    }
+    return QwtText::AutoText;
 }
 
 /// The engine is Qwt's, as long as this library is loaded.
@@ -20,7 +25,9 @@ class Registration {
 public:
     Registration()
     {
-        QwtText::setTextEngine(m_format, new RememberingTextEngine(std::make_unique<QwtPlainTextEngine>()));
+        if (m_format != QwtText::AutoText)
+            QwtText::setTextEngine(
+                m_format, new RememberingTextEngine(std::make_unique<QwtPlainTextEngine>()));
     }
     ~Registration() { QwtText::setTextEngine(m_format, nullptr); }
     Registration(const Registration&) = delete;

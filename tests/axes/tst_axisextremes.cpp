@@ -161,7 +161,7 @@ void tst_axisextremes::strangeRangesArePainted()
         TestPlot plot;
         plot.setCurKotirEnabled(true);
         plot.setCurKotirValue(lower + 0.5 * (upper - lower));
-        plot.setRescaleFactor(decimal::fromString(QStringLiteral("100.5")));
+        plot.setRescaleFactor(TestHost::number(QStringLiteral("100.5")));
         plot.setAxisScale(axis, lower, upper, step);
         show(plot);
         // As good as empty for a plot, though not for its engines.

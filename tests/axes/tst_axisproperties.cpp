@@ -57,7 +57,7 @@ struct Setting {
             .arg(converted)
             .arg(quoteEnabled)
             .arg(quote, 0, 'g', 17)
-            .arg(factor.toString())
+            .arg(TestHost::text(factor))
             .toUtf8();
     }
 };

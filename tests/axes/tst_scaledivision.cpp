@@ -4,12 +4,16 @@
 #include <cmath>
 #include <limits>
 
+using ScaleDivision::Request;
 using Values = QList<double>;
+
+Q_DECLARE_METATYPE(ScaleDivision::Request)
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double largest = std::numeric_limits<double>::max();
 
 QwtScaleDiv division(
     double lower, double upper, const Values& minor, const Values& medium, const Values& major)
@@ -28,6 +32,8 @@ class tst_scaledivision : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void divisible_data();
+    void divisible();
     void anchorPrice_data();
     void anchorPrice();
     void anchorPriceBeyond32Bits_data();
@@ -40,6 +46,66 @@ private Q_SLOTS:
     void boundsStay();
     void anchoredTickIsExact();
 };
+
+void tst_scaledivision::divisible_data()
+{
+    QTest::addColumn<Request>("request");
+    QTest::addColumn<bool>("expected");
+
+    const auto row = [](const char* name, bool expected, const Request& request) {
+        QTest::newRow(name) << request << expected;
+    };
+    constexpr bool yes = true;
+    constexpr bool no = false;
+    row("ordinary", yes, {100.0, 200.0, 8, 5, 0.0});
+    row("inverted", yes, {200.0, 100.0, 8, 5, 0.0});
+    row("empty", yes, {5.0, 5.0, 8, 5, 0.0});
+    row("empty, with a step", yes, {5.0, 5.0, 8, 5, 1.0});
+    row("empty, with an infinite step", no, {5.0, 5.0, 8, 5, infinity});
+    row("empty, with a step that is no number", no, {5.0, 5.0, 8, 5, notANumber});
+    row("infinite step", no, {0.0, 1.0, 8, 5, infinity});
+    row("step that is no number", no, {0.0, 1.0, 8, 5, notANumber});
+    for (const double step : {0.0, 1.0}) {
+        row(step > 0.0 ? "NaN below, step" : "NaN below", no, {notANumber, 1.0, 8, 5, step});
+        row(step > 0.0 ? "NaN above, step" : "NaN above", no, {0.0, notANumber, 8, 5, step});
+        row(step > 0.0 ? "infinite below, step" : "infinite below", no, {-infinity, 1.0, 8, 5, step});
+        row(step > 0.0 ? "infinite above, step" : "infinite above", no, {0.0, infinity, 8, 5, step});
+        row(step > 0.0 ? "both infinite, step" : "both infinite", no, {infinity, infinity, 8, 5, step});
+    }
+    row("of infinite width", no, {-largest, largest, 8, 5, 0.0});
+    row("of infinite width, step", no, {-largest, largest, 8, 5, 1e308});
+    row("chosen step overflows", no, {0.0, largest, 1, 0, 0.0});
+    row("no major steps, chosen step overflows", no, {0.0, largest, 0, 0, 0.0});
+    row("no major steps", yes, {0.0, 100.0, 0, 5, 0.0});
+    row("the narrowest", yes, {0.0, 1e-300, 8, 5, 0.0});
+    row("narrower", no, {0.0, 0.9e-300, 8, 5, 0.0});
+    row("not narrow, with a wide step", yes, {0.0, 1.5e-300, 8, 5, 1.0});
+    row("narrow, with a wide step", no, {0.0, 0.5e-300, 8, 5, 1.0});
+    row("the most steps", yes, {0.0, 2e9, 8, 0, 1.0});
+    row("the most steps downwards", yes, {0.0, 2e9, 8, 0, -1.0});
+    row("more steps", no, {0.0, 2e9 + 1.0, 8, 0, 1.0});
+    row("more steps downwards", no, {0.0, 2e9 + 1.0, 8, 0, -1.0});
+    // The ends of the range add three to the steps.
+    row("the most minor steps of ten ticks", yes, {0.0, 7.0, 8, 1000000, 1.0});
+    row("more minor steps of ten ticks", no, {0.0, 7.0, 8, 1000001, 1.0});
+    row("the most minor steps of ten ticks of half a point", yes, {0.0, 3.5, 8, 1000000, 0.5});
+    row("more minor steps of ten ticks of half a point", no, {0.0, 3.5, 8, 1000001, 0.5});
+    row("ten million and one ticks", no, {0.0, 8.0, 8, 909091, 1.0});
+    row("no minor steps", yes, {0.0, 1e6, 8, 0, 1.0});
+    row("a negative number of minor steps", yes, {0.0, 1e6, 8, -1000000000, 1.0});
+    row("the most minor steps of all major ticks", yes, {0.0, 1e8, 8, 1000, 1.0});
+    row("more minor steps of all major ticks", no, {0.0, 1e8, 8, 1001, 1.0});
+    // Of the base 2 the step is 8, of the base 10 it is 10.
+    row("the most minor steps of the base 2", yes, {0.0, 56.0, 7, 1000000, 0.0, 2});
+    row("more minor steps of the base 2", no, {0.0, 56.0, 7, 1000001, 0.0, 2});
+    row("as many of the base 10", yes, {0.0, 56.0, 7, 1000001, 0.0, 10});
+}
+
+void tst_scaledivision::divisible()
+{
+    QFETCH(Request, request);
+    QTEST(ScaleDivision::isDivisible(request), "expected");
+}
 
 void tst_scaledivision::anchorPrice_data()
 {
@@ -57,6 +123,7 @@ void tst_scaledivision::anchorPrice_data()
     row("a unit off", 100.25, 2, 100.25);
     row("exactly a unit off", 100.125, 3, 100.125);
     row("half a point with a precision of 1", 100.5, 1, 100.5);
+    row("exactly a unit off, near zero", 0.1, 1, 0.1);
     row("barely less than a unit of 0.1", 100.0999, 1, 100.0);
     row("many decimals", 100.0000001, 8, 100.0000001);
     row("negative", -2.001, 2, -2.0);
@@ -143,6 +210,7 @@ void tst_scaledivision::unchanged_data()
     row("inverted", 1500, 1900, 100);
     row("on a tick", 1000, 0, 2000);
     row("as good as on a tick", 1000.0000000005, 0, 2000);
+    row("as good as on a tick, by most of the tolerance", 1000.0000000009, 0, 2000);
     row("on zero", 0, -1, 2000);
     row("NaN", notANumber, 0, 2000);
     QTest::newRow("no major tick") << Values{} << 1500.0 << 0.0 << 2000.0;

@@ -24,6 +24,8 @@ private Q_SLOTS:
     void leavesOthersTheirFormats();
     void plainTextsAreRemembered_data();
     void plainTextsAreRemembered();
+    void textsOfAHostsEnginesAreLeftToThem_data();
+    void textsOfAHostsEnginesAreLeftToThem();
 };
 
 void tst_TickText::leavesOthersTheirFormats()
@@ -62,6 +64,27 @@ void tst_TickText::plainTextsAreRemembered()
     const QwtText expected(text, isRemembered ? TickText::rememberedFormat() : QwtText::AutoText);
     QVERIFY(made == expected);
     QCOMPARE(made.textSize(QFont()), QwtText(text).textSize(QFont()));
+}
+
+void tst_TickText::textsOfAHostsEnginesAreLeftToThem_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::addColumn<bool>("isDerived");
+    QTest::newRow("in the place of Qwt's") << int(QwtText::PlainText) << true;
+    QTest::newRow("asked before Qwt's") << int(QwtText::OtherFormat) << false;
+}
+
+void tst_TickText::textsOfAHostsEnginesAreLeftToThem()
+{
+    QFETCH(int, format);
+    QFETCH(bool, isDerived);
+    const auto hosts = static_cast<QwtText::TextFormat>(format);
+    QwtText::setTextEngine(hosts, isDerived ? new OtherEngine : new QwtPlainTextEngine);
+    QVERIFY(QwtText::textEngine(QStringLiteral("5"), QwtText::AutoText) == QwtText::textEngine(hosts));
+    QVERIFY(TickText::text(QStringLiteral("5")) == QwtText(QStringLiteral("5"), QwtText::AutoText));
+    QwtText::setTextEngine(hosts, isDerived ? new QwtPlainTextEngine : nullptr);
+    QVERIFY(
+        TickText::text(QStringLiteral("5")) == QwtText(QStringLiteral("5"), TickText::rememberedFormat()));
 }
 
 PLOT2D_TEST_MAIN(tst_TickText)

@@ -30,7 +30,7 @@ QString inWords(const QList<decimal>& strikes)
 {
     QStringList texts;
     for (const decimal& strike : strikes)
-        texts << strike.toString();
+        texts << TestHost::text(strike);
     return texts.join(QLatin1Char(' '));
 }
 
@@ -51,11 +51,12 @@ QList<decimal> randomStrikes(Random& random, int count)
     QList<decimal> strikes;
     for (int i = 0; i < count; ++i) {
         strikes << strike;
-        strike += distance;
+        strike = TestHost::sum(strike, distance);
         while (random.oneIn(6))
-            strike += distance;
+            strike = TestHost::sum(strike, distance);
         if (random.oneIn(15))
-            strike += decimal::fromDouble(distance.toDouble() * random.between(0.0, 1.0), 5);
+            strike = TestHost::sum(
+                strike, decimal::fromDouble(distance.toDouble() * random.between(0.0, 1.0), 5));
     }
     if (count > 1 && random.oneIn(25))
         strikes.move(0, random.whole(0, count - 1));
@@ -116,9 +117,9 @@ public:
         m_future = TestHost::addSecurity(TestHost::future());
         int id = 1000;
         for (const decimal& strike : strikes) {
-            TestHost::addSecurity(
-                {{"stock_id", 1}, {"board_id", 2}, {"sec_id", id}, {"isin_id", id}, {"base_code", "Amber"},
-                    {"sectype", "O"}, {"strike", strike.toString()}, {"decimals", decimals}, {"sess_id", 7}});
+            TestHost::addSecurity({{"stock_id", 1}, {"board_id", 2}, {"sec_id", id}, {"isin_id", id},
+                {"base_code", "Amber"}, {"sectype", "O"}, {"strike", TestHost::text(strike)},
+                {"decimals", decimals}, {"sess_id", 7}});
             ++id;
         }
     }
@@ -144,7 +145,7 @@ public:
     double setPriceStep(double step)
     {
         const decimal held = decimal::fromDouble(step, 5);
-        TestHost::changeRow(m_future, {{"price_step", held.toString()}});
+        TestHost::changeRow(m_future, {{"price_step", TestHost::text(held)}});
         return held.toDouble();
     }
 
@@ -173,7 +174,8 @@ void tst_differential_points::intervals()
         if (random.oneIn(20))
             strikes.all = QList<decimal>{decimal::minimum, decimal::maximum};
         if (random.oneIn(20))
-            strikes.all << decimal::fromUnits(1, 12) << decimal::fromUnits(2, 12);
+            strikes.all << TestHost::number(QStringLiteral("0.000000000001"))
+                        << TestHost::number(QStringLiteral("0.000000000002"));
         const int decimals = random.whole(-2, 19);
         strikes.smallestDistance = smallestDistance(strikes.all);
         if (random.oneIn(2))
@@ -221,8 +223,8 @@ void tst_differential_points::brackets()
         const auto library = PricePoints::bracket(strikes.toVector(), {low, high});
         findings.compare("known", plain.known, library.has_value());
         if (plain.known && library) {
-            findings.compare("left", plain.left.toString(), library->first.toString());
-            findings.compare("right", plain.right.toString(), library->second.toString());
+            findings.compare("left", TestHost::text(plain.left), TestHost::text(library->first));
+            findings.compare("right", TestHost::text(plain.right), TestHost::text(library->second));
         }
         findings.given([&] { return inWords(strikes) + "; view " + told(low) + " to " + told(high); });
     }));

@@ -209,7 +209,7 @@ void compareDivisions(Findings& findings, PriceBased2dPlotScaleEngine& engine,
         request.lower, request.upper, request.maxMajorSteps, request.maxMinorSteps, request.step);
     Plain::Ticks plain{linear.ticks(QwtScaleDiv::MajorTick), linear.ticks(QwtScaleDiv::MediumTick),
         linear.ticks(QwtScaleDiv::MinorTick)};
-    if (!factor.isZero() && strikeDecimals >= 1)
+    if (factor != decimal::zero && strikeDecimals >= 1)
         plain = Plain::movedOnto(plain, linear.isEmpty(), Plain::anchor(factor.toDouble(), strikeDecimals),
             request.lower, request.upper);
     engine.setRescaleFactor(factor);
@@ -284,7 +284,7 @@ void tst_differential_scaledraw::shrunkTicks()
 void tst_differential_scaledraw::engine()
 {
     for (const short decimals : {short(0), short(1), short(2), short(5)}) {
-        TestHost::Columns columns = SecuritiesTable::securitiesColumns();
+        TestHost::Columns columns = TestHost::securitiesColumns();
         for (TableColumnDef& column : columns) {
             if (column.name == QLatin1String("strike"))
                 column.decimals = decimals;
@@ -301,7 +301,7 @@ void tst_differential_scaledraw::engine()
                     compareDivisions(findings, engine, request, factor, decimals);
                 findings.given([&] {
                     return QStringLiteral("%1 to %2 about %3, %4 and %5 steps of %6")
-                        .arg(told(request.lower), told(request.upper), factor.toString())
+                        .arg(told(request.lower), told(request.upper), TestHost::text(factor))
                         .arg(request.maxMajorSteps)
                         .arg(request.maxMinorSteps)
                         .arg(told(request.step));

@@ -97,6 +97,7 @@ class tst_CurvePainting : public QObject {
 private Q_SLOTS:
     void equalsQwtOnAnyPainter_data();
     void equalsQwtOnAnyPainter();
+    void equalsQwtWherePaintersThinLines();
     void equalsQwtWithAnyPen_data();
     void equalsQwtWithAnyPen();
     void equalsQwtInAnyStyle_data();
@@ -147,6 +148,23 @@ void tst_CurvePainting::equalsQwtOnAnyPainter()
             const double difference = drawing.difference();
             QVERIFY2(difference <= mostDifference,
                 qPrintable(QStringLiteral("style %1, case %2: %3").arg(style).arg(i).arg(difference)));
+        }
+    }
+}
+
+void tst_CurvePainting::equalsQwtWherePaintersThinLines()
+{
+    // Pens of less than a pixel of the device are paler, the more so the fewer lines there are.
+    for (const double width : {1.0, 1.5, 2.0}) {
+        RandomCurves random(67);
+        for (int i = 0; i < 4; ++i) {
+            Drawing drawing = randomDrawing(random, 3000);
+            drawing.dress = withPen(bluePen(width, Qt::SquareCap));
+            drawing.prepare = [&drawing](QPainter& painter) {
+                painter.setWindow(QRect(QPoint(0, 0), 2 * drawing.view.image));
+            };
+            const double difference = drawing.difference();
+            QVERIFY2(difference <= (width < 2.0 ? 0.0 : 6.0), qPrintable(QString::number(difference)));
         }
     }
 }

@@ -4,13 +4,32 @@
 
 #include <plot2d/legendcheckbox_p.h>
 
-#include <QStyle>
+#include <QElapsedTimer>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QTest>
 
+#include <cmath>
+#include <functional>
 #include <memory>
 
 namespace {
+
+/// Counts the boxes that it draws.
+class CountingStyle : public QProxyStyle {
+public:
+    CountingStyle()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    {
+    }
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+        const QWidget* widget) const override
+    {
+        count += element == CE_CheckBox ? 1 : 0;
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+    mutable int count = 0;
+};
 
 QImage picture(QWidget& widget, double pixelRatio)
 {
@@ -32,6 +51,10 @@ private Q_SLOTS:
     void looksLikeTheStylesWithMoreThanABox_data();
     void looksLikeTheStylesWithMoreThanABox();
     void followsItsPalette();
+    void drawsOnceForEachState();
+    void drawsAnewWhereItMayLookOtherwise_data();
+    void drawsAnewWhereItMayLookOtherwise();
+    void drawsDirectlyWhileAStyleMayBlend();
 };
 
 void tst_LegendCheckBox::looksLikeTheStyles_data()
@@ -122,6 +145,90 @@ void tst_LegendCheckBox::followsItsPalette()
         for (int paint = 0; paint < 2; ++paint)
             QCOMPARE(Pictures::difference(picture(ours, 1.0), picture(plain, 1.0)), QString());
     }
+}
+
+void tst_LegendCheckBox::drawsOnceForEachState()
+{
+    CountingStyle style;
+    LegendCheckBox box;
+    if (std::floor(box.devicePixelRatioF()) != box.devicePixelRatioF())
+        QSKIP("Pictures of whole pixels only are kept.");
+    box.setStyle(&style);
+    box.resize(30, 30);
+    const auto draws = [&](const std::function<void()>& change) {
+        change();
+        style.count = 0;
+        for (int i = 0; i < 3; ++i)
+            picture(box, box.devicePixelRatioF());
+        return style.count;
+    };
+    QCOMPARE(draws([] {}), 1);
+    QCOMPARE(draws([] {}), 0);
+    QCOMPARE(draws([&] { box.resize(31, 30); }), 1);
+    QCOMPARE(draws([&] { box.setText(QStringLiteral("text")); }), 3);
+    QCOMPARE(draws([&] { box.setText(QString()); }), 0);
+    QPixmap icon(8, 8);
+    icon.fill(Qt::red);
+    QCOMPARE(draws([&] { box.setIcon(icon); }), 3);
+    QCOMPARE(draws([&] { box.setIcon(QIcon()); }), 0);
+}
+
+void tst_LegendCheckBox::drawsAnewWhereItMayLookOtherwise_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("draws");
+    QTest::newRow("style") << int(QEvent::StyleChange) << 1;
+    QTest::newRow("polish") << int(QEvent::PolishRequest) << 1;
+    QTest::newRow("direction") << int(QEvent::LayoutDirectionChange) << 1;
+    QTest::newRow("tool tip") << int(QEvent::ToolTipChange) << 0;
+    QTest::newRow("of a user") << int(QEvent::User) << 0;
+}
+
+void tst_LegendCheckBox::drawsAnewWhereItMayLookOtherwise()
+{
+    QFETCH(int, type);
+    CountingStyle style;
+    LegendCheckBox box;
+    if (std::floor(box.devicePixelRatioF()) != box.devicePixelRatioF())
+        QSKIP("Pictures of whole pixels only are kept.");
+    box.setStyle(&style);
+    box.resize(30, 30);
+    picture(box, box.devicePixelRatioF());
+    style.count = 0;
+    QEvent event(static_cast<QEvent::Type>(type));
+    QCoreApplication::sendEvent(&box, &event);
+    for (int i = 0; i < 3; ++i)
+        picture(box, box.devicePixelRatioF());
+    QTEST(style.count, "draws");
+}
+
+void tst_LegendCheckBox::drawsDirectlyWhileAStyleMayBlend()
+{
+    CountingStyle style;
+    LegendCheckBox box;
+    if (std::floor(box.devicePixelRatioF()) != box.devicePixelRatioF())
+        QSKIP("Pictures of whole pixels only are kept.");
+    box.setStyle(&style);
+    box.resize(30, 30);
+    picture(box, box.devicePixelRatioF());
+    QElapsedTimer time;
+    int paints = 0;
+    // Once more where the machine was too slow to paint twice within the second.
+    do {
+        time.start();
+        box.toggle();
+        style.count = 0;
+        for (paints = 0; paints < 3 || time.elapsed() < 20; ++paints)
+            picture(box, box.devicePixelRatioF());
+    } while (time.elapsed() > 900);
+    QCOMPARE(style.count, paints);
+    const auto paintsFromWhatIsKept = [&] {
+        picture(box, box.devicePixelRatioF());
+        style.count = 0;
+        picture(box, box.devicePixelRatioF());
+        return style.count == 0;
+    };
+    QTRY_VERIFY(paintsFromWhatIsKept());
 }
 
 PLOT2D_TEST_MAIN(tst_LegendCheckBox)

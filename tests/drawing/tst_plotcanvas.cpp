@@ -1,89 +1,18 @@
+#include "canvasplot.h"
 #include "pictures.h"
 
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
 
-#include <plot2d/plotcanvas_p.h>
-
 #include <QApplication>
-#include <QPaintEvent>
-#include <QPainter>
 #include <QTest>
 
-#include <qwt_plot_curve.h>
-#include <qwt_plot_grid.h>
 #include <qwt_scale_widget.h>
 
-#include <functional>
-#include <memory>
+using namespace CanvasPlot;
 
-namespace {
-
-using Setup = std::function<void(QwtPlot&)>;
-
-std::unique_ptr<QwtPlot> plotWith(const std::function<QWidget*(QwtPlot*)>& createCanvas, const Setup& setUp)
-{
-    auto plot = std::make_unique<QwtPlot>();
-    plot->setCanvas(createCanvas(plot.get()));
-    plot->resize(320, 240);
-    auto* const grid = new QwtPlotGrid;
-    grid->setPen(Qt::gray, 1.0);
-    grid->attach(plot.get());
-    auto* const curve = new QwtPlotCurve;
-    curve->setSamples({{0.0, 0.0}, {1.0, 10.0}, {2.0, 3.0}});
-    curve->attach(plot.get());
-    plot->setAutoReplot(false);
-    setUp(*plot);
-    plot->replot();
-    return plot;
-}
-
-std::unique_ptr<QwtPlot> ourPlot(const Setup& setUp)
-{
-    return plotWith([](QwtPlot* plot) { return new PlotCanvas(plot); }, setUp);
-}
-
-std::unique_ptr<QwtPlot> plainPlot(const Setup& setUp)
-{
-    return plotWith([](QwtPlot* plot) { return new QwtPlotCanvas(plot); }, setUp);
-}
-
-QwtPlotCanvas& canvasOf(QwtPlot& plot)
-{
-    return *qobject_cast<QwtPlotCanvas*>(plot.canvas());
-}
-
-/// As on the widget's screen, or larger.
-QImage picture(QWidget& widget, double scale = 1.0)
-{
-    const double pixelRatio = widget.devicePixelRatioF() * scale;
-    QImage image(widget.size() * pixelRatio, QImage::Format_RGB32);
-    image.setDevicePixelRatio(pixelRatio);
-    image.fill(Qt::magenta);
-    widget.render(&image);
-    return image;
-}
-
-}
-
-Q_DECLARE_METATYPE(Setup)
-
-/// The regions that a widget was asked to paint.
-class PaintedRegions : public QObject {
-public:
-    explicit PaintedRegions(QWidget& widget) { widget.installEventFilter(this); }
-    const QVector<QRegion>& all() const { return m_all; }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            m_all.append(static_cast<QPaintEvent*>(event)->region());
-        return false;
-    }
-
-private:
-    QVector<QRegion> m_all;
-};
+Q_DECLARE_METATYPE(CanvasPlot::Setup)
 
 class tst_PlotCanvas : public QObject {
     Q_OBJECT
@@ -93,10 +22,6 @@ private Q_SLOTS:
     void looksLikeQwts_data();
     void looksLikeQwts();
     void followsChangesOfLook();
-    void keepsItsPictureForASecondPaint();
-    void paintsAnewAfterAReplot();
-    void paintsPartsAlike();
-    void paintsAllOfOneMoment();
     void showsItsFocusAsQwts();
     void isTheCanvasOfAPlot();
     void axesAreOpaqueWhereTheyHideThePlot();
@@ -148,8 +73,7 @@ void tst_PlotCanvas::looksLikeQwts_data()
     });
     QTest::newRow("without a store") << Setup(
         [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::BackingStore, false); });
-    QTest::newRow("not opaque") << Setup(
-        [](QwtPlot& plot) { canvasOf(plot).setPaintAttribute(QwtPlotCanvas::Opaque, false); });
+    QTest::newRow("not opaque") << Setup([](QwtPlot& plot) { setTranslucent(canvasOf(plot)); });
     QTest::newRow("disabled") << Setup([](QwtPlot& plot) { plot.setEnabled(false); });
 }
 
@@ -186,78 +110,6 @@ void tst_PlotCanvas::followsChangesOfLook()
         plain->replot();
         QCOMPARE(Pictures::difference(picture(*ours), picture(*plain)), QString());
     }
-}
-
-void tst_PlotCanvas::keepsItsPictureForASecondPaint()
-{
-    const auto plot
-        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
-    QwtPlotCanvas& canvas = canvasOf(*plot);
-    picture(*plot);
-    plot->replot();
-    const QImage first = picture(canvas);
-    QVERIFY(canvas.backingStore()->isNull());
-    const QImage second = picture(canvas);
-    QCOMPARE(canvas.backingStore()->size(), canvas.size() * canvas.devicePixelRatioF());
-    QCOMPARE(second, first);
-    // What a painter of new samples draws into the store is shown.
-    const_cast<QPixmap*>(canvas.backingStore())->fill(Qt::green);
-    QCOMPARE(picture(canvas).pixelColor(50, 50), QColor(Qt::green));
-    plot->replot();
-    QVERIFY(canvas.backingStore()->isNull());
-    QCOMPARE(picture(canvas), first);
-}
-
-void tst_PlotCanvas::paintsAnewAfterAReplot()
-{
-    const auto plot
-        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
-    const QImage before = picture(*plot);
-    picture(*plot);
-    plot->setAxisScale(QwtPlot::yLeft, -20.0, 20.0);
-    plot->replot();
-    QVERIFY(picture(*plot) != before);
-}
-
-void tst_PlotCanvas::paintsPartsAlike()
-{
-    const auto plot
-        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
-    const QImage whole = picture(canvasOf(*plot));
-    const QRect part(30, 20, 57, 41);
-    for (int paint = 0; paint < 2; ++paint) {
-        plot->replot();
-        QImage image(whole.size(), QImage::Format_RGB32);
-        image.setDevicePixelRatio(whole.devicePixelRatio());
-        image.fill(Qt::magenta);
-        canvasOf(*plot).render(&image, part.topLeft(), part);
-        const int pixelRatio = qRound(whole.devicePixelRatio());
-        const QRect pixels(part.topLeft() * pixelRatio, part.size() * pixelRatio);
-        QCOMPARE(image.copy(pixels), whole.copy(pixels));
-        QCOMPARE(image.pixelColor(pixels.right() + 1, pixels.top()), QColor(Qt::magenta));
-    }
-}
-
-void tst_PlotCanvas::paintsAllOfOneMoment()
-{
-    const auto plot
-        = ourPlot([](QwtPlot& made) { made.setStyleSheet("QWidget { background-color: white }"); });
-    QwtPlotCanvas& canvas = canvasOf(*plot);
-    plot->show();
-    QCoreApplication::processEvents();
-    plot->replot();
-    QCoreApplication::processEvents();
-    PaintedRegions painted(canvas);
-    const QRegion part(30, 20, 57, 41);
-    canvas.update(part);
-    QCoreApplication::processEvents();
-    // A curve may have changed since the replot, so that the rest is shown anew as well, once.
-    const QVector<QRegion> expected{part, QRegion(canvas.rect())};
-    QTRY_COMPARE(painted.all(), expected);
-    canvas.update(part);
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    QCOMPARE(painted.all().size(), 3);
 }
 
 void tst_PlotCanvas::showsItsFocusAsQwts()

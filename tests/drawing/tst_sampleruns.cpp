@@ -117,6 +117,11 @@ void tst_SampleRuns::endWherePixelsAreInfinite()
     for (const bool isIndexed : {false, true}) {
         QCOMPARE(runs(samples, isIndexed, narrow, map(0.0, 10.0), 0, 6), (Runs{{0, 0}, {2, 3}, {5, 5}}));
         QCOMPARE(runs(samples, isIndexed, map(0.0, 10.0), narrow, 0, 6), (Runs{{0, 1}, {3, 4}}));
+        // To one side only.
+        const Samples rising{{1.0, 1.0}, {1e300, 2.0}};
+        QCOMPARE(runs(rising, isIndexed, narrow, map(0.0, 10.0), 0, 2), (Runs{{0, 0}}));
+        const Samples falling{{-1e300, 1.0}, {1.0, 2.0}};
+        QCOMPARE(runs(falling, isIndexed, narrow, map(0.0, 10.0), 0, 2), (Runs{{1, 1}}));
     }
 }
 

@@ -43,7 +43,9 @@ inline QVariant converted(const QString& column, const QVariant& value, FieldTyp
     bool isNumber = false;
     const double number = value.toString().toDouble(&isNumber);
     constexpr int letter = 70;
-    if (type == FieldType::Double || type == FieldType::Decimal)
+    if (type == FieldType::Decimal)
+        return isNumber ? QVariant(QString::number(number, 'f', 5)) : QVariant(letter);
+    if (type == FieldType::Double)
         return isNumber ? QVariant(number) : QVariant(letter);
     return isNumber ? QVariant(qint64(number)) : QVariant(letter);
 }
@@ -61,15 +63,15 @@ inline void addRow(const Change& change, const QString& table, TestHost::Row row
 /// The first future expires after the second. Strikes are 100, 110 and 120, of two decimals.
 inline void fill(const Change& change)
 {
-    const QString securities = SecuritiesTable::securitiesName;
-    const QString boards = SecuritiesTable::boardsName;
+    const QString securities = QStringLiteral("securities");
+    const QString boards = QStringLiteral("boards");
     using TestHost::withType;
     TestHost::createSecurities(change.table == securities
-            ? withType(SecuritiesTable::securitiesColumns(), change.column, change.type)
-            : SecuritiesTable::securitiesColumns());
+            ? withType(TestHost::securitiesColumns(), change.column, change.type)
+            : TestHost::securitiesColumns());
     TestHost::createBoards(change.table == boards
-            ? withType(SecuritiesTable::boardsColumns(), change.column, change.type)
-            : SecuritiesTable::boardsColumns());
+            ? withType(TestHost::boardsColumns(), change.column, change.type)
+            : TestHost::boardsColumns());
     addRow(change, boards, {{"stock_id", 1}, {"board_id", 2}, {"is_anonym", 1}, {"name", "main"}});
 
     const TestHost::Row rest{{"short_name", "short"}, {"option_type", "C"}, {"fut_isin_id", 11},

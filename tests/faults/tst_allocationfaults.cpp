@@ -152,10 +152,10 @@ void tst_allocationfaults::numberTexts()
         }
         bear([=] { return std::isnan(value) ? 0.0 : Plot2dCommon::roundValue(value, 3); }, false);
     }
-    const decimal price = decimal::fromUnits(1234567, 3);
-    bear([price] { return price.toString(); });
-    const QString text = price.toString();
-    bear([text] { return decimal::fromString(text); });
+    const decimal price = TestHost::number(QStringLiteral("1234.567"));
+    bear([price] { return TestHost::text(price); });
+    const QString text = TestHost::text(price);
+    bear([text] { return TestHost::number(text); });
 }
 
 void tst_allocationfaults::tickLabels()
@@ -213,8 +213,8 @@ void tst_allocationfaults::pricePoints()
     bear([&] { return PricePoints::densified(base, 130.0, 150.0, 10.0); });
     QVector<decimal> strikes;
     for (int i = 0; i < 20; ++i)
-        strikes << decimal::fromUnits(100 + 5 * i, 0);
-    bear([&] { return PricePoints::bracket(strikes, {131.0, 149.0}); }, false);
+        strikes << TestHost::number(QString::number(100 + 5 * i));
+    bear([&] { return PricePoints::bracket(strikes, {131.0, 149.0}); });
 }
 
 void tst_allocationfaults::ranges()

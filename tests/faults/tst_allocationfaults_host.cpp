@@ -20,7 +20,7 @@ constexpr PriceInterval whole{100.0, 120.0, 10.0, true};
 
 void fillTables()
 {
-    HostColumns::fill({SecuritiesTable::boardsName, QStringLiteral("name"), FieldType::Text, false});
+    HostColumns::fill({QStringLiteral("boards"), QStringLiteral("name"), FieldType::Text, false});
 }
 
 }
@@ -72,12 +72,12 @@ void tst_allocationfaults_host::bear(const Prepare& prepare, const Call& call)
 void tst_allocationfaults_host::futures()
 {
     const auto nothing = [] {};
-    bear(nothing, [this] { return m_plot->getFuture() == m_plot->securitiesTable()->record(1); });
-    QVERIFY(m_plot->getFuture() == m_plot->securitiesTable()->record(1));
+    bear(nothing, [this] { return m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1); });
+    QVERIFY(m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1));
     m_plot->setIsinId(11);
     m_plot->setBoardId(2);
-    bear(nothing, [this] { return m_plot->getFuture() == m_plot->securitiesTable()->record(1); });
-    QVERIFY(m_plot->getFuture() == m_plot->securitiesTable()->record(1));
+    bear(nothing, [this] { return m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1); });
+    QVERIFY(m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1));
 }
 
 // They gather the rows of a table at the first question after it was made or emptied. That they listen to it

@@ -1,13 +1,6 @@
 #include "faults/market.h"
 #include "support/testmain.h"
 
-#include <database/settings.h>
-
-#include <QMouseEvent>
-#include <QTemporaryDir>
-
-#include <qwt_legend_label.h>
-
 #include <functional>
 #include <memory>
 
@@ -25,44 +18,40 @@ void removeStrikes(Market& market, const QStringList& strikes)
     QVector<Record> gone;
     const int column = market.table->columnIndex(QStringLiteral("strike"));
     for (const Record& record : market.table->masterIndex()) {
-        const FieldConstValue strike = record.value(column);
-        if (!strike.isNull() && strikes.contains(strike.toDecimal().toString()))
+        const FieldConstValue strike = market.table->dataPtr(record.row(), column);
+        if (!strike.isNull() && strikes.contains(TestHost::text(strike.toDecimal())))
             gone << record;
     }
-    market.table->removeRows(gone);
+    TestHost::removeRows(gone);
 }
 
 /// Adds options in one step, of which nobody has heard before.
-void addTogether(Market& market, const QVector<QByteArray>& strikes)
+void addTogether(const QVector<QByteArray>& strikes)
 {
-    QVector<Record> records;
-    {
-        const QSignalBlocker quiet(market.table);
-        for (const QByteArray& strike : strikes)
-            records << addOption(strike.constData());
-        market.table->removeRows(records);
-    }
-    market.table->appendRows(records);
+    QVector<TestHost::Row> rows;
+    for (const QByteArray& strike : strikes)
+        rows << option(strike.constData());
+    TestHost::addSecurities(rows);
 }
 
 // The model announces them one after the other.
-void addApart(Market& market)
+void addApart(Market&)
 {
-    addTogether(market, {"105", "115", "125", "135", "145"});
+    addTogether({"105", "115", "125", "135", "145"});
 }
 
-void addMany(Market& market)
+void addMany(Market&)
 {
     QVector<QByteArray> strikes;
     for (int i = 0; i < 80; ++i)
         strikes << QByteArray::number(100.25 + 0.5 * i);
-    addTogether(market, strikes);
+    addTogether(strikes);
 }
 
 void changeStrike(Market& market)
 {
-    if (market.table->rowCount() > 1)
-        TestHost::changeRow(market.table->record(1), {{"strike", "95"}});
+    if (TestHost::rowCount(market.table) > 1)
+        TestHost::changeRow(TestHost::recordAt(market.table, 1), {{"strike", "95"}});
 }
 
 void changeCode(Market& market)
@@ -81,7 +70,7 @@ const QVector<Named>& causes()
                 removeStrikes(market, {"100", "120", "140"});
             }},
         {"a strike changes", &changeStrike},
-        {"the table is emptied", [](Market& market) { market.table->clear(); }},
+        {"the table is emptied", [](Market& market) { TestHost::clear(market.table); }},
         {"the table goes", [](Market& market) { market.remove(Market::Securities); }},
         {"another code", &changeCode}, {"descending", [](Market& market) {
                                             market.model->sort(0, Qt::DescendingOrder);
@@ -108,7 +97,7 @@ QVector<Named> reactions()
     all.append({"takes away", whileThere([](Market& market) {
                     removeStrikes(market, {"110", "130", "105"});
                 })});
-    all.append({"empties", whileThere([](Market& market) { market.table->clear(); })});
+    all.append({"empties", whileThere([](Market& market) { TestHost::clear(market.table); })});
     all.append({"changes a strike", whileThere(&changeStrike)});
     all.append({"changes the code", whileThere(&changeCode)});
     all.append({"turns the order", whileThere([](Market& market) {
@@ -146,10 +135,7 @@ private Q_SLOTS:
     void duringAnInterval();
     void duringAReplot_data();
     void duringAReplot();
-    void duringAToggle_data();
-    void duringAToggle();
-    void duringARebuild_data();
-    void duringARebuild();
+    void itemsOutliveThePlot();
 
 private:
     void checkInterval();
@@ -292,173 +278,23 @@ void tst_changesmeanwhile::duringAReplot()
     }
 }
 
-void tst_changesmeanwhile::duringAToggle_data()
+// Qwt can be told to leave items alone that belong to the host.
+void tst_changesmeanwhile::itemsOutliveThePlot()
 {
-    QTest::addColumn<QString>("way");
-    QTest::addColumn<int>("part");
-    QTest::addColumn<int>("when");
-    for (const char* way : {"one", "list", "stored", "click"}) {
-        for (int part = 0; part < Market::PartCount; ++part) {
-            for (int when = 1; when <= 3; ++when)
-                QTest::addRow("%s: %s at signal %d", way, Market::nameOf(Market::Part(part)), when)
-                    << way << part << when;
-        }
-    }
-}
-
-// The plot hears of it first, and the listener second.
-void tst_changesmeanwhile::duringAToggle()
-{
-    QFETCH(QString, way);
-    QFETCH(int, part);
-    QFETCH(int, when);
     Market& market = *m_market;
-    const QTemporaryDir folder;
-    Settings settings(folder.filePath(QStringLiteral("s.ini")));
-    const QStringList titles{"curve 9", "curve 10", "curve 13"};
-    if (way == QLatin1String("stored")) {
-        for (const QString& title : titles)
-            market.curve(title)->QwtPlotItem::setVisible(false);
-        market.legend->store(settings);
-    }
-    market.plot->show();
-    QVERIFY(QTest::qWaitForWindowExposed(market.plot));
-    int calls = 0;
-    const QObject listener;
-    connect(market.legend, &PriceBased2dPlotLegend::visibilityChanged, &listener, [&] {
-        if (++calls == when)
-            market.remove(Market::Part(part));
-    });
-    if (way == QLatin1String("one")) {
-        market.legend->setCheckBoxChecked(titles.first(), false);
-    } else if (way == QLatin1String("list")) {
-        market.legend->setUncheckedItems(titles);
-        market.legend->restoreUncheckedItems();
-    } else if (way == QLatin1String("stored")) {
-        market.legend->restore(settings);
-    } else {
-        const auto labels = market.legend->findChildren<QwtLegendLabel*>();
-        QPointer<QwtLegendLabel> label = labels.at(1);
-        QTest::mousePress(label, Qt::LeftButton);
-        if (label)
-            QTest::mouseRelease(label, Qt::LeftButton);
-    }
-    QVERIFY(calls > 0);
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-}
-
-namespace {
-
-/// A legend whose host does something of its own each time that an entry is made or filled.
-class RestlessLegend : public PriceBased2dPlotLegend {
-public:
-    using PriceBased2dPlotLegend::PriceBased2dPlotLegend;
-
-    QWidget* createWidget(const QwtLegendData& legendData) const override
-    {
-        QWidget* widget = PriceBased2dPlotLegend::createWidget(legendData);
-        if (onCreate)
-            onCreate();
-        return widget;
-    }
-    void updateWidget(QWidget* widget, const QwtLegendData& legendData) override
-    {
-        if (onUpdate)
-            onUpdate();
-        PriceBased2dPlotLegend::updateWidget(widget, legendData);
-    }
-
-    std::function<void()> onCreate;
-    std::function<void()> onUpdate;
-};
-
-}
-
-void tst_changesmeanwhile::duringARebuild_data()
-{
-    QTest::addColumn<QString>("place");
-    QTest::addColumn<QString>("does");
-    for (const char* place : {"entry made", "entry filled", "data changed"}) {
-        for (const char* does : {"toggles", "forgets", "adds a curve", "renames a curve", "detaches a curve",
-                 "stores", "restores", "picker", "panner", "manager", "securities"}) {
-            // What Qwt is about to fill in is the old title then.
-            if (QByteArray(place) == "entry filled" && QByteArray(does) == "renames a curve")
-                continue;
-            QTest::addRow("%s: %s", place, does) << place << does;
-        }
-    }
-    for (const char* does : {"legend", "other legend"})
-        QTest::addRow("data changed: %s", does) << "data changed" << does;
-}
-
-void tst_changesmeanwhile::duringARebuild()
-{
-    QFETCH(QString, place);
-    QFETCH(QString, does);
-    Market& market = *m_market;
-    const QTemporaryDir folder;
-    Settings settings(folder.filePath(QStringLiteral("s.ini")));
-    delete market.legend;
-    QPointer<RestlessLegend> legend = new RestlessLegend(market.plot);
-    market.legend = legend;
-    legend->initCore();
-    std::unique_ptr<QwtPlotItem> detached;
-    int calls = 0;
-    const auto act = [&] {
-        // Once, or it would have no end.
-        if (++calls != 3)
-            return;
-        PriceBased2dPlotCurve* first = market.curve(QStringLiteral("curve 9"));
-        if (does == "toggles")
-            legend->setCheckBoxChecked(QStringLiteral("curve 9"), false);
-        else if (does == "forgets")
-            legend->updateItemMaps();
-        else if (does == "adds a curve")
-            addCurve(*market.plot, 11, {{1.0, 1.0}, {2.0, 2.0}}, QStringLiteral("new"));
-        else if (does == "renames a curve")
-            first->setTitle(QStringLiteral("renamed"));
-        else if (does == "detaches a curve")
-            detached.reset((first->detach(), first));
-        else if (does == "stores")
-            legend->store(settings);
-        else if (does == "restores")
-            legend->restore(settings);
-        else if (does == "legend")
-            delete legend;
-        else if (does == "other legend")
-            market.plot->insertLegend(new PriceBased2dPlotLegend(market.plot), QwtPlot::LeftLegend);
-        for (int part = 0; part < Market::PartCount; ++part) {
-            if (does == QLatin1String(Market::nameOf(Market::Part(part))) && part != Market::Legend)
-                market.remove(Market::Part(part));
-        }
+    market.plot->setAutoDelete(false);
+    market.plot->setAutoReplot(true);
+    const QwtPlotItemList items = market.plot->itemList();
+    PriceBased2dPlotCurve* const curve = market.curve(QStringLiteral("curve 13"));
+    QVERIFY(market.plot->attachedMarkers().size() > 1);
+    market.plot->replacesReplot = [&] {
+        market.remove(Market::Plot);
+        return true;
     };
-    const QObject listener;
-    if (place == "entry made")
-        legend->onCreate = act;
-    else if (place == "entry filled")
-        legend->onUpdate = act;
-    // Qwt goes on with the legend that it inserts; with those that it updates it does not.
-    market.plot->insertLegend(legend, QwtPlot::RightLegend);
-    if (place == "data changed") {
-        connect(market.plot, &QwtPlot::legendDataChanged, &listener, act);
-        market.plot->updateLegend();
-    }
-    QVERIFY(calls >= 3);
-    QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
-    if (!legend || does == "other legend")
-        return;
-    // The entries are those of the curves that are there.
-    legend->onUpdate = nullptr;
-    legend->onCreate = nullptr;
-    const QList<PriceBased2dPlotCurve*> curves = market.plot->attachedCurves(-1);
-    for (const PriceBased2dPlotCurve* curve : curves) {
-        bool found = false;
-        legend->setCheckBoxChecked(curve->title().text(), false);
-        QVERIFY2(!legend->isCheckBoxChecked(curve->title().text(), &found) && found,
-            qPrintable(curve->title().text()));
-    }
+    curve->setVisible(false);
+    QVERIFY(!market.plot);
+    QVERIFY(!curve->isVisible() && !curve->plot());
+    qDeleteAll(items);
 }
 
 PLOT2D_TEST_MAIN(tst_changesmeanwhile)

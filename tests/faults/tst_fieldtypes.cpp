@@ -1,5 +1,4 @@
 #include "faults/hostcolumns.h"
-#include "support/childrun.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
 
@@ -63,7 +62,7 @@ QString describe(const Record& record)
     if (record.isNull())
         return QStringLiteral("none");
     int row = 1;
-    while (record.table()->record(row - 1) != record)
+    while (TestHost::recordAt(record.table(), row - 1) != record)
         ++row;
     return QString::number(row);
 }
@@ -108,10 +107,6 @@ private Q_SLOTS:
     void managerThatCannotStart();
     void worksAgainAfterwards();
     void recordOfANarrowTable();
-    void eachColumnMissing_data();
-    void eachColumnMissing();
-    void columnsThatMayBeMissing_data();
-    void columnsThatMayBeMissing();
 
 private:
     static void everyColumn();
@@ -140,8 +135,8 @@ void tst_fieldtypes::everyColumn()
             }
         }
     };
-    rows(securities, SecuritiesTable::securitiesColumns());
-    rows(boards, SecuritiesTable::boardsColumns());
+    rows(securities, TestHost::securitiesColumns());
+    rows(boards, TestHost::boardsColumns());
 }
 
 std::unique_ptr<TestPlot> tst_fieldtypes::makePlot(const Change& change)
@@ -200,7 +195,7 @@ void tst_fieldtypes::quote()
 {
     QFETCH(Change, change);
     const auto plot = makePlot(change);
-    const Record future = plot->securitiesTable()->record(1);
+    const Record future = TestHost::recordAt(plot->securitiesTable(), 1);
     const QStringList names{"cur_kotir_real", "cur_kotir", "old_kotir"};
     const QStringList quotes{"101", "102", "103", "110"};
     const int own = names.indexOf(change.column);
@@ -212,7 +207,7 @@ void tst_fieldtypes::quote()
         : change.type == FieldType::Decimal ? quotes.at(own)
                                             : thrown;
     const QStringList state = stateOf(*plot);
-    QCOMPARE(answer([&] { return plot->getKotirFromFutureRecord(future).toString(); }), expected);
+    QCOMPARE(answer([&] { return TestHost::text(plot->getKotirFromFutureRecord(future)); }), expected);
     QCOMPARE(stateOf(*plot), state);
 }
 
@@ -236,7 +231,7 @@ void tst_fieldtypes::volatility()
         = [](double a, double b) { return QString::number(a) + QLatin1Char(' ') + QString::number(b); };
     const QStringList state = stateOf(*plot);
     QCOMPARE(answer([&] {
-        const auto bounds = plot->volatMinMax(plot->securitiesTable()->record(1));
+        const auto bounds = plot->volatMinMax(TestHost::recordAt(plot->securitiesTable(), 1));
         return describeBounds(bounds.first, bounds.second);
     }),
         isLoud ? thrown : describeBounds(low, high));
@@ -379,12 +374,12 @@ void tst_fieldtypes::worksAgainAfterwards()
     }
     QCOMPARE(broken.model()->rowCount(), 3);
     // Each change of the strikes is refused anew, and each leaves a model that is whole.
-    const Record last = second.securitiesTable()->record(4);
-    QCOMPARE(TestHost::thrownText([&] { second.securitiesTable()->removeRows({last}); }), thrown);
+    const Record last = TestHost::recordAt(second.securitiesTable(), 4);
+    QCOMPARE(TestHost::thrownText([&] { TestHost::removeRows({last}); }), thrown);
     QCOMPARE(broken.model()->rowCount(), 2);
-    QCOMPARE(TestHost::thrownText([&] { second.securitiesTable()->appendRows({last}); }), thrown);
+    QCOMPARE(TestHost::thrownText([&] { TestHost::appendRow(second.securitiesTable(), last); }), thrown);
     QCOMPARE(broken.model()->rowCount(), 3);
-    QCOMPARE(broken.model()->strike(2).toString(), QStringLiteral("120"));
+    QCOMPARE(TestHost::text(broken.model()->strike(2)), QStringLiteral("120"));
     QCOMPARE(describe(second.priceInterval()), QStringLiteral("none"));
 }
 
@@ -393,74 +388,8 @@ void tst_fieldtypes::recordOfANarrowTable()
 {
     const auto plot = makePlot({QLatin1String(boards), QStringLiteral("name"), FieldType::Text, false});
     const Record board = TestHost::addBoard(5, 6, true);
-    QCOMPARE(plot->getKotirFromFutureRecord(board).toString(), QStringLiteral("110"));
+    QCOMPARE(TestHost::text(plot->getKotirFromFutureRecord(board)), QStringLiteral("110"));
     QVERIFY(plot->volatMinMax(board) == std::pair(gc_dVolatMinDefault, gc_dVolatMaxDefault));
-}
-
-void tst_fieldtypes::eachColumnMissing_data()
-{
-    QTest::addColumn<QStringList>("missing");
-    QTest::addColumn<QByteArray>("positions");
-    const QStringList names{"stock_id", "board_id", "sec_id", "expdate", "base_code", "price_step", "sectype",
-        "option_type", "strike", "sess_id", "isin_id", "fut_isin_id", "base_isin_id", "bid", "ask",
-        "cur_kotir_real", "cur_kotir", "old_kotir", "volat_min", "volat_max", "lasttime"};
-    QByteArray all;
-    for (int i = 0; i < names.size(); ++i) {
-        const QByteArray position = QByteArray::number(i) + ' ';
-        QTest::newRow(qPrintable(names.at(i))) << QStringList{names.at(i)} << position;
-        all += position;
-    }
-    QTest::newRow("all") << names << all;
-}
-
-void tst_fieldtypes::eachColumnMissing()
-{
-    QFETCH(QStringList, missing);
-    QFETCH(QByteArray, positions);
-    if (TestSupport::isChild()) {
-        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
-        const TestPlot plot(false);
-        return;
-    }
-    const TestSupport::ChildRun run = TestSupport::repeatRowInChild(QProcessEnvironment::systemEnvironment());
-    QVERIFY2(run.finished && run.crashed, run.output);
-    QVERIFY2(run.output.contains("Members position: " + positions + "\n"), run.output);
-}
-
-void tst_fieldtypes::columnsThatMayBeMissing_data()
-{
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<QStringList>("missing");
-    QTest::newRow("decimals") << securities << QStringList{"decimals"};
-    QTest::newRow("all that no position belongs to")
-        << securities << QStringList{"decimals", "short_name", "last", "settlement", "volume", "volat"};
-    for (const char* column : {"stock_id", "board_id", "is_anonym", "name"})
-        QTest::newRow(column) << boards << QStringList{column};
-    QTest::newRow("all of the boards") << boards << QStringList{"stock_id", "board_id", "is_anonym", "name"};
-}
-
-void tst_fieldtypes::columnsThatMayBeMissing()
-{
-    QFETCH(QString, table);
-    QFETCH(QStringList, missing);
-    HostColumns::fill({QLatin1String(boards), QStringLiteral("name"), FieldType::Text, false});
-    if (table == QLatin1String(boards)) {
-        TestHost::createBoards(TestHost::without(SecuritiesTable::boardsColumns(), missing));
-        if (missing == QStringList{"name"})
-            TestHost::addBoard(1, 2, true);
-    } else {
-        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
-        TestHost::addSecurity(TestHost::future());
-        for (const char* strike : {"100", "110"})
-            TestHost::addSecurity(TestHost::future({{"sectype", "O"}, {"strike", strike}}));
-    }
-    TestPlot plot;
-    plot.setBaseCode(code);
-    const bool hasFuture = table == QLatin1String(securities) || missing == QStringList{"name"};
-    QCOMPARE(plot.getFuture().isNull(), !hasFuture);
-    Manager manager(false, &plot);
-    const bool hasInterval = table == QLatin1String(boards) && hasFuture;
-    QCOMPARE(manager.interval().valid, hasInterval);
 }
 
 PLOT2D_TEST_MAIN(tst_fieldtypes)

@@ -34,7 +34,7 @@ PriceInterval expectedInterval(QVector<decimal> strikes)
         return none;
     double least = high - low;
     for (int i = 1; i < strikes.size(); ++i)
-        least = std::min(least, (strikes.at(i) - strikes.at(i - 1)).toDouble());
+        least = std::min(least, TestHost::difference(strikes.at(i), strikes.at(i - 1)).toDouble());
     // Of more than two the distance must be less than the whole, which no evenly spaced ones can break.
     const double step = decimal::fromDouble(least, decimals).toDouble();
     return std::abs(step) <= 1e-12 ? none : PriceInterval{low, high, step, true};
@@ -44,7 +44,7 @@ QVector<decimal> numbers(const char* texts)
 {
     QVector<decimal> result;
     for (const QString& text : QString::fromLatin1(texts).split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        result << decimal::fromString(text);
+        result << TestHost::number(text);
     return result;
 }
 
@@ -69,7 +69,7 @@ private Q_SLOTS:
 
 private:
     void add(const decimal& strike) { addOption("", {{"strike", QVariant::fromValue(strike)}}); }
-    void addSilently(const QVector<decimal>& strikes);
+    void addTogether(const QVector<decimal>& strikes);
     void checkPoints(Manager& manager, const char* what);
 
     std::unique_ptr<TestPlot> m_plot;
@@ -94,15 +94,12 @@ void tst_oddstrikes::cleanup()
     TestHost::dropBoards();
 }
 
-void tst_oddstrikes::addSilently(const QVector<decimal>& strikes)
+void tst_oddstrikes::addTogether(const QVector<decimal>& strikes)
 {
-    QVector<Record> records;
-    const QSignalBlocker quiet(m_table);
+    QVector<TestHost::Row> rows;
     for (const decimal& strike : strikes)
-        records << TestHost::addSecurity(option("", {{"strike", QVariant::fromValue(strike)}}));
-    m_table->removeRows(records);
-    m_table->blockSignals(false);
-    m_table->appendRows(records);
+        rows << option("", {{"strike", QVariant::fromValue(strike)}});
+    TestHost::addSecurities(rows);
 }
 
 // In whatever view: ascending, within the strikes, not more than a screen needs.
@@ -169,16 +166,12 @@ void tst_oddstrikes::lists()
         add(strike);
     QCOMPARE(manager.interval(), expected);
     checkPoints(manager, "one after the other");
-    m_table->removeRows(m_table->rowCount() > 1
-            ? [this] {
-                  QVector<Record> options;
-                  for (int i = 1; i < m_table->rowCount(); ++i)
-                      options << m_table->record(i);
-                  return options;
-              }()
-            : QVector<Record>());
+    QVector<Record> options;
+    for (int i = 1; i < TestHost::rowCount(m_table); ++i)
+        options << TestHost::recordAt(m_table, i);
+    TestHost::removeRows(options);
     QCOMPARE(manager.interval(), PriceInterval());
-    addSilently(strikes);
+    addTogether(strikes);
     QCOMPARE(manager.interval(), expected);
     checkPoints(manager, "all at once");
     m_plot->setPriceInterval(PriceInterval());
@@ -204,18 +197,18 @@ void tst_oddstrikes::notANumber()
     const decimal stored = decimal::fromDouble(strike, 5);
     QVERIFY(std::isfinite(stored.toDouble()));
     Manager manager(false, m_plot.get());
-    QVector<decimal> strikes{decimal::fromUnits(100, 0), decimal::fromUnits(110, 0)};
+    QVector<decimal> strikes{
+        TestHost::number(QStringLiteral("100")), TestHost::number(QStringLiteral("110"))};
     for (const decimal& one : qAsConst(strikes))
         add(one);
     const PriceInterval before = manager.interval();
     QVERIFY(before.valid);
     add(stored);
-    strikes << m_table->record(m_table->rowCount() - 1)
-                   .value(m_table->columnIndex(QStringLiteral("strike")))
-                   .toDecimal();
+    const Record last = TestHost::recordAt(m_table, TestHost::rowCount(m_table) - 1);
+    strikes << m_table->dataPtr(last.row(), m_table->columnIndex(QStringLiteral("strike"))).toDecimal();
     QCOMPARE(manager.interval(), expectedInterval(strikes));
     checkPoints(manager, QTest::currentDataTag());
-    m_table->removeRows({m_table->record(m_table->rowCount() - 1)});
+    TestHost::removeRows({last});
     QCOMPARE(manager.interval(), before);
 }
 
@@ -245,14 +238,14 @@ void tst_oddstrikes::randomLists()
         if (there.size() > 6 || (!there.isEmpty() && random() % 3 == 0)) {
             const int gone = int(random() % std::size_t(there.size()));
             there.removeAt(gone);
-            m_table->removeRows({records.takeAt(gone)});
+            TestHost::removeRows({records.takeAt(gone)});
         } else {
             there << odd.at(int(random() % std::size_t(odd.size())));
             records << addOption("", {{"strike", QVariant::fromValue(there.last())}});
         }
         QStringList texts;
         for (const decimal& strike : qAsConst(there))
-            texts << strike.toString();
+            texts << TestHost::text(strike);
         const QString what
             = QStringLiteral("seed %1, turn %2: %3").arg(seed).arg(turn).arg(texts.join(QLatin1Char(' ')));
         QVERIFY2(manager.interval() == expectedInterval(there), qPrintable(what));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flow/randomplot.h"
+#include "flow/wheelfactors.h"
 
 #include <optional>
 
@@ -41,7 +42,8 @@ inline RandomTurn randomTurn(ViewRandom& random, RandomPlot& plot)
     turn.modifiers = random.chance(2) ? Qt::KeyboardModifiers(Qt::NoModifier)
                                       : Qt::KeyboardModifiers(random.integer(0, 3) << 25);
     const int notches = random.integer(1, 3) * (random.chance(2) ? 1 : -1);
-    turn.factor = notches > 0 ? (notches > 1 ? 0.89 : 0.9) : (notches < -1 ? 1.11 : 1.1);
+    turn.factor = notches > 0 ? (notches > 1 ? WheelFactors::fastIn : WheelFactors::in)
+                              : (notches < -1 ? WheelFactors::fastOut : WheelFactors::out);
     const QPoint point = plot.pointIn(turn.onX ? plot.area(QwtPlot::xBottom)
             : turn.onY                         ? plot.area(QwtPlot::yLeft)
                                                : plot.canvas());

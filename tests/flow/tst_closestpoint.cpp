@@ -44,6 +44,9 @@ void tst_closestpoint::steps_data()
     QTest::newRow("zero") << 0.0 << false;
     QTest::newRow("minus zero") << -0.0 << false;
     QTest::newRow("almost zero") << 1e-13 << false;
+    // What counts is the difference that the step makes to 1, as far as doubles tell it.
+    QTest::newRow("almost the tolerance") << 9.9997e-13 << false;
+    QTest::newRow("the tolerance") << 1e-12 << true;
     QTest::newRow("small") << 1e-11 << true;
     QTest::newRow("usual") << 0.5 << true;
     QTest::newRow("NaN") << notANumber << false;
@@ -112,6 +115,8 @@ void tst_closestpoint::distanceIsInPercent()
     QCOMPARE(find({{200.0, 25.5}}, params).distance, 1.0);
     QCOMPARE(find({{198.0, 24.0}}, params).distance, 3.0);
     QCOMPARE(find({{200.0, 25.0}}, params).distance, 0.0);
+    const ClosestPointCalcParams elsewhere{100.0, 300.0, -125.0, -75.0, 100.0, 25.0};
+    QCOMPARE(find({{198.0, -101.0}}, elsewhere).distance, 3.0);
 }
 
 void tst_closestpoint::flatView()

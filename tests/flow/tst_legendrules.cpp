@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStyleOptionSlider>
 #include <QTemporaryDir>
 #include <QWheelEvent>
 
@@ -64,10 +65,17 @@ private Q_SLOTS:
     void textsAreExact();
     void entriesStandLeft();
     void storingForgetsBoxesThatLeft();
+    void restoringForgetsBoxesThatLeft();
+    void newEntriesForgetBoxesThatLeft();
+    void firstEntryOfATextIsMeant();
+    void entryThatWaitsForItsDeletionIsKnown();
     void ownIconIsForgottenOnceShown();
     void pressNeedsABoxAndALabel_data();
     void pressNeedsABoxAndALabel();
+    void pressGoesOn();
     void wheelOverAScrollBar();
+    void movesOverTheViewEndThere();
+    void scrollBarCanBeDragged();
 
 private:
     std::unique_ptr<LegendPlot> m_host;
@@ -176,6 +184,56 @@ void tst_legendrules::storingForgetsBoxesThatLeft()
     QCOMPARE(changes.count(), 0);
 }
 
+void tst_legendrules::restoringForgetsBoxesThatLeft()
+{
+    const QTemporaryDir folder;
+    const Settings settings(folder.filePath(QStringLiteral("settings.ini")));
+    const auto* curve = m_host->add(one);
+    const std::unique_ptr<QCheckBox> box(m_host->checkBox(curve));
+    box->setParent(nullptr);
+    m_host->legend->restore(settings);
+    const QSignalSpy changes(m_host->legend, SIGNAL(visibilityChanged(QString, bool)));
+    box->setChecked(false);
+    QCOMPARE(changes.count(), 0);
+}
+
+void tst_legendrules::newEntriesForgetBoxesThatLeft()
+{
+    const auto* curve = m_host->add(one);
+    const std::unique_ptr<QCheckBox> box(m_host->checkBox(curve));
+    box->setParent(nullptr);
+    m_host->add(QStringLiteral("two"));
+    const QSignalSpy changes(m_host->legend, SIGNAL(visibilityChanged(QString, bool)));
+    box->setChecked(false);
+    QCOMPARE(changes.count(), 0);
+}
+
+void tst_legendrules::firstEntryOfATextIsMeant()
+{
+    const auto* first = m_host->add(one);
+    const auto* second = m_host->add(one);
+    m_host->legend->setCheckBoxChecked(one, false);
+    QVERIFY(!m_host->checkBox(first)->isChecked());
+    QVERIFY(m_host->checkBox(second)->isChecked());
+}
+
+void tst_legendrules::entryThatWaitsForItsDeletionIsKnown()
+{
+    auto* first = m_host->add(one);
+    auto* second = m_host->add(one);
+    m_host->checkBox(first)->setChecked(false);
+    first->detach();
+    bool found = false;
+    QVERIFY(m_host->legend->isCheckBoxChecked(one, &found) && found);
+    // Without a successor the one made first is meant, until it is gone.
+    second->detach();
+    QVERIFY(!m_host->legend->isCheckBoxChecked(one, &found) && found);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!m_host->legend->isCheckBoxChecked(one, &found) && !found);
+    delete first;
+    delete second;
+}
+
 void tst_legendrules::ownIconIsForgottenOnceShown()
 {
     const auto* curve = m_host->add(one);
@@ -220,7 +278,30 @@ void tst_legendrules::pressNeedsABoxAndALabel()
     QTEST(inside && inside->isChecked(), "toggles");
 }
 
-void tst_legendrules::wheelOverAScrollBar()
+void tst_legendrules::pressGoesOn()
+{
+    LabelWidget widget(nullptr);
+    auto* const layout = new QHBoxLayout(&widget);
+    auto* const box = new QCheckBox(&widget);
+    layout->addWidget(box);
+    layout->addWidget(new QwtLegendLabel(&widget));
+    QMouseEvent event(
+        QEvent::MouseButtonPress, QPointF(1.0, 1.0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+    QVERIFY(box->isChecked());
+    QVERIFY(!event.isAccepted());
+}
+
+void tst_legendrules::movesOverTheViewEndThere()
+{
+    QWidget* const view = m_host->legend->contentsWidget()->parentWidget();
+    QMouseEvent event(QEvent::MouseMove, QPointF(1.0, 1.0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    event.ignore();
+    QApplication::sendEvent(view, &event);
+    QVERIFY(event.isAccepted());
+}
+
+void tst_legendrules::scrollBarCanBeDragged()
 {
     m_host->plot.resize(400, 200);
     for (int i = 0; i < 60; ++i)
@@ -229,12 +310,33 @@ void tst_legendrules::wheelOverAScrollBar()
     QVERIFY(QTest::qWaitForWindowExposed(&m_host->plot));
     QScrollBar* const bar = m_host->legend->verticalScrollBar();
     QVERIFY(bar->maximum() > 0);
-    QWheelEvent event(QPointF(1.0, 1.0), QPointF(1.0, 1.0), QPoint(), QPoint(0, -120), Qt::NoButton,
-        Qt::NoModifier, Qt::NoScrollPhase, false);
-    event.ignore();
-    QApplication::sendEvent(bar, &event);
-    QVERIFY(event.isAccepted());
-    QCOMPARE(bar->value(), 0);
+    QStyleOptionSlider option;
+    option.initFrom(bar);
+    option.orientation = Qt::Vertical;
+    option.maximum = bar->maximum();
+    option.pageStep = bar->pageStep();
+    option.subControls = QStyle::SC_All;
+    const QPoint slider = bar->style()
+                              ->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, bar)
+                              .center();
+    QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, slider);
+    QMouseEvent move(QEvent::MouseMove, slider + QPoint(0, 30), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(bar, &move);
+    QVERIFY(bar->value() > 0);
+    QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, slider + QPoint(0, 30));
+}
+
+void tst_legendrules::wheelOverAScrollBar()
+{
+    for (QScrollBar* bar : {m_host->legend->horizontalScrollBar(), m_host->legend->verticalScrollBar()}) {
+        bar->setMaximum(100);
+        QWheelEvent event(QPointF(1.0, 1.0), QPointF(1.0, 1.0), QPoint(), QPoint(-120, -120), Qt::NoButton,
+            Qt::NoModifier, Qt::NoScrollPhase, false);
+        event.ignore();
+        QApplication::sendEvent(bar, &event);
+        QVERIFY(event.isAccepted());
+        QCOMPARE(bar->value(), 0);
+    }
 }
 
 PLOT2D_TEST_MAIN(tst_legendrules)

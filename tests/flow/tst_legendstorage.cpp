@@ -32,6 +32,7 @@ private Q_SLOTS:
     void restored();
     void restoreIsAnnounced();
     void twoCurvesOfAType();
+    void curveWithoutAnEntry_data();
     void curveWithoutAnEntry();
     void everyCurveIsTheOnlyOne();
     void otherValues_data();
@@ -44,6 +45,7 @@ private:
     std::unique_ptr<Settings> m_settings;
     std::unique_ptr<LegendPlot> m_host;
 
+    std::unique_ptr<Settings> openSettings() const;
     bool isChecked(const QString& text) const;
 };
 
@@ -63,8 +65,13 @@ void tst_legendstorage::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
-    m_settings = std::make_unique<Settings>(m_folder->filePath(QStringLiteral("settings.ini")));
+    m_settings = openSettings();
     m_host = std::make_unique<LegendPlot>();
+}
+
+std::unique_ptr<Settings> tst_legendstorage::openSettings() const
+{
+    return std::make_unique<Settings>(m_folder->filePath(QStringLiteral("settings.ini")));
 }
 
 void tst_legendstorage::cleanup()
@@ -116,9 +123,8 @@ void tst_legendstorage::acrossARestart()
     QVERIFY(isChecked(one) && isChecked(two));
     m_host->legend->setCheckBoxChecked(two, false);
     m_host->legend->store(*m_settings);
-    const QString file = m_settings->fileName();
     m_settings.reset();
-    m_settings = std::make_unique<Settings>(file);
+    m_settings = openSettings();
     start();
     QVERIFY(isChecked(one) && !isChecked(two));
     const auto* curve = m_host->plot.attachedCurves(12).value(0);
@@ -184,17 +190,26 @@ void tst_legendstorage::twoCurvesOfAType()
     QVERIFY(isChecked(one) && isChecked(two));
 }
 
+void tst_legendstorage::curveWithoutAnEntry_data()
+{
+    QTest::addColumn<QByteArray>("hex");
+    QTest::newRow("hidden") << QByteArray("000000010000000500000002 010000000009 01000000000a");
+    QTest::newRow("visible") << QByteArray("000000010000000500000002 010100000009 01000000000a");
+}
+
 void tst_legendstorage::curveWithoutAnEntry()
 {
+    QFETCH(QByteArray, hex);
     PriceBased2dPlotCurve* unlisted = m_host->add(one, 9);
     unlisted->detach();
     unlisted->setItemAttribute(QwtPlotItem::Legend, false);
     unlisted->attach(&m_host->plot);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_host->add(two, 10);
-    m_settings->setValue(key, QByteArray::fromHex("000000010000000500000002010000000009 01000000000a"));
+    m_settings->setValue(key, QByteArray::fromHex(hex));
     m_host->legend->restore(*m_settings);
     QVERIFY(!isChecked(two));
+    QVERIFY(unlisted->isVisible());
     QCOMPARE(m_host->legend->uncheckedItems(), QStringList(two));
 }
 

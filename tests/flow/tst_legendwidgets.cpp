@@ -1,5 +1,6 @@
 #include "legendplot.h"
 
+#include "support/paintcounter.h"
 #include "support/testmain.h"
 
 #include <QHBoxLayout>
@@ -51,7 +52,10 @@ private Q_SLOTS:
     void anEntryWithoutItsLabelIsUnknown();
     void aBoxTakenOutOfItsEntryIsForgotten();
     void anEntryWithoutTextOrIconTellsNothing();
+    void aLabelAloneIsFilledByQwt();
     void alignsItemsOfTheGridOnly();
+    void otherWidgetsOfTheGridKeepTheirPlace();
+    void anItemThatIsAlignedIsPainted();
     void aLegendOfAnotherPlotHasNoCurves();
     void aListenerMayEndTheRestoring();
 };
@@ -219,6 +223,51 @@ void tst_LegendWidgets::alignsItemsOfTheGridOnly()
     test.legend->updateDynLayoutItemAlignment(1);
     QCOMPARE(grid->itemAt(0)->alignment(), Qt::Alignment(Qt::AlignRight));
     QCOMPARE(grid->itemAt(1)->alignment(), Qt::AlignLeft | Qt::AlignHCenter);
+}
+
+void tst_LegendWidgets::aLabelAloneIsFilledByQwt()
+{
+    LegendPlot test;
+    QwtLegendLabel label;
+    test.legend->updateWidget(&label, dataOf(QStringLiteral("one")));
+    QCOMPARE(label.text().text(), QStringLiteral("one"));
+}
+
+void tst_LegendWidgets::otherWidgetsOfTheGridKeepTheirPlace()
+{
+    LegendPlot test;
+    QLayout* const grid = test.legend->contentsWidget()->layout();
+    for (QWidget* const widget : {new QWidget, static_cast<QWidget*>(new LabelWidget(nullptr))}) {
+        rowOf<QCheckBox, QwtLegendLabel>()(*widget);
+        grid->addWidget(widget);
+        const int index = grid->indexOf(widget);
+        grid->itemAt(index)->setAlignment(Qt::AlignRight);
+        test.legend->updateWidget(widget, dataOf(QStringLiteral("one")));
+        const bool isEntry = qobject_cast<LabelWidget*>(widget) != nullptr;
+        QCOMPARE(grid->itemAt(index)->alignment(),
+            isEntry ? Qt::AlignLeft | Qt::AlignHCenter : Qt::Alignment(Qt::AlignRight));
+    }
+}
+
+void tst_LegendWidgets::anItemThatIsAlignedIsPainted()
+{
+    LegendPlot test;
+    const auto* const curve = test.add(QStringLiteral("curve"));
+    test.plot.resize(400, 300);
+    test.plot.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&test.plot));
+    QCoreApplication::processEvents();
+    PaintCounter paints(*test.entry(curve));
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 0);
+    test.legend->updateDynLayoutItemAlignment(0);
+    QTRY_VERIFY(paints.count > 0);
+    // Nor does it mind an item without a widget.
+    QLayout* const grid = test.legend->contentsWidget()->layout();
+    grid->addItem(new QSpacerItem(1, 1));
+    test.legend->updateDynLayoutItemAlignment(1);
+    QCOMPARE(grid->itemAt(1)->alignment(), Qt::AlignLeft | Qt::AlignHCenter);
+    delete grid->takeAt(1);
 }
 
 void tst_LegendWidgets::aLegendOfAnotherPlotHasNoCurves()

@@ -28,6 +28,7 @@ void tst_pixelvalue::values_data()
     row("outside", {100.0, 200.0}, {0.0, 50.0}, -50.0, 0.0);
     row("pixels downwards", {0.0, 10.0}, {40.0, 0.0}, 30.0, 2.5);
     row("one pixel", {0.0, 10.0}, {3.0, 4.0}, 3.5, 5.0);
+    row("part of a pixel", {0.0, 10.0}, {3.0, 3.5}, 3.25, 5.0);
     row("scale of one value", {7.0, 7.0}, {0.0, 50.0}, 0.0, 7.0);
     row("no pixels", {100.0, 200.0}, {50.0, 50.0}, 60.0, none);
     row("no pixels, at their place", {100.0, 200.0}, {50.0, 50.0}, 50.0, none);

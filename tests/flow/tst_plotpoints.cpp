@@ -227,7 +227,7 @@ void tst_plotpoints::noStrikes()
     QVERIFY(before.valid);
     Table* table = m_future.table();
     while (m_manager->model()->rowCount() > left)
-        table->removeRows({table->record(table->rowCount() - 1)});
+        TestHost::removeRows({TestHost::recordAt(table, TestHost::rowCount(table) - 1)});
     QCOMPARE(m_plot->priceInterval(), PriceInterval());
     QVERIFY(m_manager->calcPlotPoints(true).isEmpty());
     // Whatever the plot believes, there is nothing to evaluate between.

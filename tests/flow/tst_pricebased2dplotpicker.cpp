@@ -111,7 +111,7 @@ void tst_pricebased2dplotpicker::priceSteps()
     QFETCH(double, expected);
     m_plot.reset();
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), QStringLiteral("price_step"), type));
+        TestHost::withType(TestHost::securitiesColumns(), QStringLiteral("price_step"), type));
     TestHost::addSecurity(TestHost::future({{"price_step", value}}));
     createPlot();
     QCOMPARE(m_picker->priceStep(), -1.0);
@@ -136,7 +136,7 @@ void tst_pricebased2dplotpicker::priceStepsOfOtherTypes()
     QCOMPARE(m_picker->priceStep(), 0.5);
     m_plot.reset();
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), QStringLiteral("price_step"), type));
+        TestHost::withType(TestHost::securitiesColumns(), QStringLiteral("price_step"), type));
     const Record future = TestHost::addSecurity(TestHost::future());
     createPlot();
     m_picker->setPriceStep();
@@ -306,9 +306,9 @@ void tst_pricebased2dplotpicker::noPointWithoutTheFuture()
 
     Table* table = m_future.table();
     if (all)
-        table->clear();
+        TestHost::clear(table);
     else
-        table->removeRows({m_future});
+        TestHost::removeRows({m_future});
     auto* timer = m_picker->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     QTimerEvent tick(timer->timerId());
     QCoreApplication::sendEvent(timer, &tick);
@@ -319,7 +319,7 @@ void tst_pricebased2dplotpicker::noPointWithoutTheFuture()
     QCOMPARE(find().distance, -1.0);
     QCOMPARE(m_picker->getClosestPointParams(curve, params).index, -1);
 
-    table->appendRows({m_future});
+    TestHost::appendRow(table, m_future);
     QCoreApplication::sendEvent(timer, &tick);
     QCOMPARE(find().curve, curve);
 }

@@ -42,6 +42,7 @@ private Q_SLOTS:
 
     void idsOfOtherTypes_data();
     void idsOfOtherTypes();
+    void idsOfOneStrikeAreNotRead();
     void idsOf64Bits();
 
     void withoutAModel();
@@ -141,10 +142,10 @@ void tst_pricebased2dplotpointmanager::followsTheModel()
     TestHost::changeRow(third, {{"strike", "120"}});
     QCOMPARE(spy.count(), 3);
     QCOMPARE(manager.interval(), interval(100.0, 120.0, 5.0));
-    m_table->removeRows({third});
+    TestHost::removeRows({third});
     QCOMPARE(spy.count(), 4);
     QCOMPARE(manager.interval(), interval(100.0, 115.0, 5.0));
-    m_table->clear();
+    TestHost::clear(m_table);
     QCOMPARE(spy.count(), 5);
     QCOMPARE(spy.last().first().value<PriceInterval>(), PriceInterval());
 }
@@ -183,7 +184,7 @@ void tst_pricebased2dplotpointmanager::fewStrikes()
     Manager manager(false, m_plot.get());
     QVERIFY(manager.interval().valid);
     QSignalSpy spy(&manager, SIGNAL(priceIntervalChanged(PriceInterval)));
-    m_table->removeRows({first});
+    TestHost::removeRows({first});
     QCOMPARE(manager.interval(), PriceInterval());
     QCOMPARE(spy.count(), 1);
     manager.updatePriceInterval();
@@ -223,8 +224,7 @@ void tst_pricebased2dplotpointmanager::idsOfOtherTypes()
 {
     QFETCH(QString, column);
     m_plot.reset();
-    TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), column, FieldType::Double));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), column, FieldType::Double));
     addOption("100");
     addOption("110");
     m_plot = std::make_unique<TestPlot>();
@@ -241,11 +241,25 @@ void tst_pricebased2dplotpointmanager::idsOfOtherTypes()
     QCOMPARE(spy.count(), 0);
 }
 
+void tst_pricebased2dplotpointmanager::idsOfOneStrikeAreNotRead()
+{
+    m_plot.reset();
+    TestHost::createSecurities(
+        TestHost::withType(TestHost::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Double));
+    addOption("100");
+    m_plot = std::make_unique<TestPlot>();
+    Manager manager(false, m_plot.get());
+    manager.model()->setBaseCode(code);
+    QCOMPARE(manager.model()->rowCount(QModelIndex()), 1);
+    QCOMPARE(TestHost::thrownText([&] { manager.updatePriceInterval(); }), QStringLiteral("nothing thrown"));
+    QCOMPARE(manager.interval(), PriceInterval());
+}
+
 void tst_pricebased2dplotpointmanager::idsOf64Bits()
 {
     m_plot.reset();
-    auto columns = TestHost::withType(
-        SecuritiesTable::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Int64);
+    auto columns
+        = TestHost::withType(TestHost::securitiesColumns(), QStringLiteral("stock_id"), FieldType::Int64);
     columns = TestHost::withType(columns, QStringLiteral("board_id"), FieldType::Int64);
     TestHost::createSecurities(columns);
     TestHost::addSecurity(TestHost::future());
@@ -273,7 +287,7 @@ void tst_pricebased2dplotpointmanager::withoutAModel()
     TestHost::dropSecurities();
     Manager manager(true, m_plot.get());
     QVERIFY(!manager.model());
-    manager.initCore({1, 2, 3, 'C'});
+    manager.initCore(TestHost::filter(1, 2, 3, 'C'));
     QCOMPARE(manager.filterParams(), FilterParams());
     QVERIFY(manager.calcPlotPoints(true).isEmpty());
     manager.updatePriceInterval();
@@ -297,19 +311,17 @@ void tst_pricebased2dplotpointmanager::maxSession()
     manager.setPlot(m_plot.get());
     QCOMPARE(manager.model()->baseCode(), code);
     QCOMPARE(manager.interval(), interval(200.0, 230.0, 10.0));
-    manager.initCore({1, 2, -1, 'C'});
-    QCOMPARE(manager.filterParams(), FilterParams({1, 2, -1, 'C'}));
+    manager.initCore(TestHost::filter(1, 2, -1, 'C'));
+    QCOMPARE(manager.filterParams(), TestHost::filter(1, 2, -1, 'C'));
     QCOMPARE(manager.interval(), interval(200.0, 220.0, 20.0));
 }
 
 void tst_pricebased2dplotpointmanager::filterOfTheOtherModel()
 {
     Manager manager(false, m_plot.get());
-    manager.initCore({1, 2, 3, 'C'});
+    manager.initCore(TestHost::filter(1, 2, 3, 'C'));
     QCOMPARE(manager.filterParams(), FilterParams());
-    const FilterParams none = manager.filterParams();
-    QCOMPARE(
-        QVector<int>({none.stockId, none.boardId, none.futIsinId, none.optionType}), QVector<int>(4, -1));
+    QCOMPARE(FilterParams(), TestHost::filter(-1, -1, -1, -1));
 }
 
 void tst_pricebased2dplotpointmanager::setPlot()

@@ -1,4 +1,5 @@
 #include "plot2d/pricepoints_p.h"
+#include "support/testhost.h"
 #include "support/testmain.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ constexpr quint64 seed = 20240611;
 
 decimal number(const char* text)
 {
-    return decimal::fromString(QString::fromLatin1(text));
+    return TestHost::number(QString::fromLatin1(text));
 }
 
 QVector<decimal> strikesOf(const QString& texts)
@@ -26,7 +27,7 @@ QVector<decimal> strikesOf(const QString& texts)
     QVector<decimal> strikes;
     const QStringList parts = texts.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& text : parts)
-        strikes.append(decimal::fromString(text));
+        strikes.append(TestHost::number(text));
     return strikes;
 }
 
@@ -59,6 +60,7 @@ private Q_SLOTS:
 
     void densified_data();
     void densified();
+    void densifiedStepsOfOne();
     void densifiedLeavesTheRestAlone();
     void densifiedByNothingSensible_data();
     void densifiedByNothingSensible();
@@ -223,7 +225,7 @@ void tst_pricepoints::interval()
     QFETCH(int, decimals);
     QFETCH(bool, valid);
     const PricePoints::StrikeRange strikes{
-        count, decimal::fromString(lowest), decimal::fromString(highest), minStep};
+        count, TestHost::number(lowest), TestHost::number(highest), minStep};
     const PriceInterval result = PricePoints::interval(strikes, decimals);
     QCOMPARE(result.valid, valid);
     if (!valid) {
@@ -282,7 +284,7 @@ void tst_pricepoints::bracket()
     QFETCH(QString, expected);
     const auto result = PricePoints::bracket(strikesOf(strikes), View{low, high});
     QVERIFY(result);
-    QCOMPARE(result->first.toString() + ' ' + result->second.toString(), expected);
+    QCOMPARE(TestHost::text(result->first) + ' ' + TestHost::text(result->second), expected);
 }
 
 void tst_pricepoints::bracketOfNothing_data()
@@ -331,6 +333,13 @@ void tst_pricepoints::densified()
             QVERIFY(isAbout(points.value(next++), point + i * 10.0 / (added + 1)));
     }
     QCOMPARE(points.size(), next);
+}
+
+void tst_pricepoints::densifiedStepsOfOne()
+{
+    const Points points = PricePoints::densified({1.0, 2.0, 3.0, 4.0}, 2.0, 3.0, 1.0);
+    QCOMPARE(points.size(), 4 + 100);
+    QVERIFY(isAbout(points[2], 2.0 + 1.0 / 101.0));
 }
 
 void tst_pricepoints::densifiedLeavesTheRestAlone()

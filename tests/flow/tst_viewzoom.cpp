@@ -1,3 +1,4 @@
+#include "flow/wheelfactors.h"
 #include "plot2d/viewzoom_p.h"
 #include "support/testmain.h"
 
@@ -42,6 +43,7 @@ private Q_SLOTS:
     void notches();
     void factors_data();
     void factors();
+    void onlyFactorsBelowOneZoomIn();
     void spans_data();
     void spans();
     void spansOfNoWidth();
@@ -89,12 +91,12 @@ void tst_viewzoom::factors_data()
 {
     QTest::addColumn<int>("notches");
     QTest::addColumn<double>("expected");
-    QTest::newRow("one in") << 1 << 0.9;
-    QTest::newRow("one out") << -1 << 1.1;
-    QTest::newRow("two in") << 2 << 0.89;
-    QTest::newRow("two out") << -2 << 1.11;
-    QTest::newRow("many in") << 1000 << 0.89;
-    QTest::newRow("many out") << -1000 << 1.11;
+    QTest::newRow("one in") << 1 << WheelFactors::in;
+    QTest::newRow("one out") << -1 << WheelFactors::out;
+    QTest::newRow("two in") << 2 << WheelFactors::fastIn;
+    QTest::newRow("two out") << -2 << WheelFactors::fastOut;
+    QTest::newRow("many in") << 1000 << WheelFactors::fastIn;
+    QTest::newRow("many out") << -1000 << WheelFactors::fastOut;
 }
 
 void tst_viewzoom::factors()
@@ -104,6 +106,13 @@ void tst_viewzoom::factors()
     QVERIFY(ViewZoom::factor(notches));
     QCOMPARE(*ViewZoom::factor(notches), expected);
     QVERIFY(!ViewZoom::factor(0));
+}
+
+void tst_viewzoom::onlyFactorsBelowOneZoomIn()
+{
+    QVERIFY(start({}, 0.99).zoomsIn());
+    QVERIFY(!start({}, 1.0).zoomsIn());
+    QVERIFY(!start({}, 1.1).zoomsIn());
 }
 
 void tst_viewzoom::spans_data()

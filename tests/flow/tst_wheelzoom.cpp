@@ -39,12 +39,14 @@ void tst_wheelzoom::aboutTheCursor_data()
     QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
     QTest::addColumn<double>("factor");
     const Qt::KeyboardModifiers none = Qt::NoModifier;
-    QTest::newRow("in") << notch << none << 0.9;
-    QTest::newRow("out") << -notch << none << 1.1;
-    QTest::newRow("in, fast") << 2 * notch << none << 0.89;
-    QTest::newRow("out, fast") << -5 * notch << none << 1.11;
-    QTest::newRow("in, both modifiers") << notch << (Qt::ShiftModifier | Qt::ControlModifier) << 0.9;
-    QTest::newRow("in, other modifier") << notch << Qt::KeyboardModifiers(Qt::AltModifier) << 0.9;
+    QTest::newRow("in") << notch << none << WheelFactors::in;
+    QTest::newRow("out") << -notch << none << WheelFactors::out;
+    QTest::newRow("in, fast") << 2 * notch << none << WheelFactors::fastIn;
+    QTest::newRow("out, fast") << -5 * notch << none << WheelFactors::fastOut;
+    QTest::newRow("in, both modifiers")
+        << notch << (Qt::ShiftModifier | Qt::ControlModifier) << WheelFactors::in;
+    QTest::newRow("in, other modifier")
+        << notch << Qt::KeyboardModifiers(Qt::AltModifier) << WheelFactors::in;
 }
 
 void tst_wheelzoom::aboutTheCursor()
@@ -72,7 +74,7 @@ void tst_wheelzoom::overTheValues()
     const double centre = m_plot->picker()->transformedPoint(onAxis).y();
     turn(notch);
     COMPARE_RANGES(prices(), m_prices);
-    COMPARE_RANGES(values(), zoomed(m_values, centre, 0.9));
+    COMPARE_RANGES(values(), zoomed(m_values, centre, WheelFactors::in));
     QCOMPARE(m_labels->count(), 1);
     QCOMPARE(m_autoScale->count(), 1);
 }
@@ -85,7 +87,7 @@ void tst_wheelzoom::overThePrices()
     const QPoint onAxis = m_plot->axisWidget(QwtPlot::xBottom)->mapFromGlobal(QCursor::pos());
     const double centre = m_plot->picker()->transformedPoint(onAxis).x();
     turn(-notch);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre, 1.1));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre, WheelFactors::out));
     COMPARE_RANGES(values(), QwtInterval(1.0, 2.0));
     QCOMPARE(m_labels->count(), 1);
     QCOMPARE(m_autoScale->count(), 0);
@@ -98,7 +100,7 @@ void tst_wheelzoom::controlAlone()
     putCursor(Place::Canvas);
     const double centre = centreInCanvas().x();
     turn(notch, Qt::ControlModifier);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre, 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre, WheelFactors::in));
     COMPARE_RANGES(values(), QwtInterval(1.0, 2.0));
     QCOMPARE(m_labels->count(), 1);
     QCOMPARE(m_autoScale->count(), 0);
@@ -111,7 +113,7 @@ void tst_wheelzoom::shiftAlone()
     const double centre = centreInCanvas().y();
     turn(notch, Qt::ShiftModifier);
     COMPARE_RANGES(prices(), m_prices);
-    COMPARE_RANGES(values(), zoomed(m_values, centre, 0.9));
+    COMPARE_RANGES(values(), zoomed(m_values, centre, WheelFactors::in));
     QCOMPARE(m_labels->count(), 1);
     QCOMPARE(m_autoScale->count(), 1);
 }
@@ -120,14 +122,14 @@ void tst_wheelzoom::heightOfTheData()
 {
     addData(*m_plot, 0.0, 1000.0, 45.0, 55.0);
     putCursor(Place::Canvas);
-    const double top = zoomed(m_values, centreInCanvas().y(), 0.9).maxValue();
+    const double top = zoomed(m_values, centreInCanvas().y(), WheelFactors::in).maxValue();
     turn(notch, Qt::ShiftModifier);
     COMPARE_RANGES(values(), QwtInterval(top - 10.0, top));
 
     m_plot->QwtPlot::setAxisScale(QwtPlot::yLeft, 40.0, 60.0);
     m_plot->replot();
     turn(notch);
-    COMPARE_RANGES(values(), QwtInterval(top - 9.0, top));
+    COMPARE_RANGES(values(), QwtInterval(top - 10.0 * WheelFactors::in, top));
 }
 
 void tst_wheelzoom::endsOfTheData_data()
@@ -135,8 +137,10 @@ void tst_wheelzoom::endsOfTheData_data()
     QTest::addColumn<double>("left");
     QTest::addColumn<double>("right");
     QTest::addColumn<QwtInterval>("expected");
-    QTest::newRow("left end in view") << 450.0 << 1000.0 << QwtInterval(400.0, 620.0);
-    QTest::newRow("right end in view") << 0.0 << 550.0 << QwtInterval(380.0, 600.0);
+    QTest::newRow("left end in view")
+        << 450.0 << 1000.0 << QwtInterval(400.0, 400.0 + 200.0 * WheelFactors::out);
+    QTest::newRow("right end in view")
+        << 0.0 << 550.0 << QwtInterval(600.0 - 200.0 * WheelFactors::out, 600.0);
 }
 
 void tst_wheelzoom::endsOfTheData()
@@ -157,7 +161,7 @@ void tst_wheelzoom::allPricesInView()
     const double centre = centreInCanvas().y();
     turn(-notch);
     COMPARE_RANGES(prices(), m_prices);
-    COMPARE_RANGES(values(), zoomed(m_values, centre, 1.1));
+    COMPARE_RANGES(values(), zoomed(m_values, centre, WheelFactors::out));
 }
 
 void tst_wheelzoom::valuesCoverTheData()
@@ -175,8 +179,8 @@ void tst_wheelzoom::smallestStep_data()
     QTest::addColumn<int>("angle");
     QTest::addColumn<double>("minStep");
     QTest::addColumn<bool>("zooms");
-    QTest::newRow("in, too narrow") << notch << 180.001 << false;
-    QTest::newRow("in, wide enough") << notch << 179.999 << true;
+    QTest::newRow("in, too narrow") << notch << 200.0 * WheelFactors::in + 0.001 << false;
+    QTest::newRow("in, wide enough") << notch << 200.0 * WheelFactors::in - 0.001 << true;
     QTest::newRow("out") << -notch << 500.0 << true;
 }
 
@@ -248,7 +252,7 @@ void tst_wheelzoom::wheelOverTheCanvasItself()
     QSpontaneKeyEvent::setSpontaneous(&event);
     qApp->notify(m_plot->canvas(), &event);
     QCOMPARE(m_labels->count(), 1);
-    QCOMPARE(qRound(prices().width()), 180);
+    QCOMPARE(qRound(prices().width()), qRound(200.0 * WheelFactors::in));
 }
 
 PLOT2D_TEST_MAIN(tst_wheelzoom)

@@ -42,8 +42,8 @@ void tst_wheelzoom_places::centreInTheCanvas()
     putCursor(Place::Canvas);
     const QPointF centre = valueAt(cursorOn(m_plot.get()));
     turn(notch);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre.x(), 0.9));
-    COMPARE_RANGES(values(), zoomed(m_values, centre.y(), 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre.x(), WheelFactors::in));
+    COMPARE_RANGES(values(), zoomed(m_values, centre.y(), WheelFactors::in));
 }
 
 void tst_wheelzoom_places::centreOnTheValues()
@@ -58,7 +58,7 @@ void tst_wheelzoom_places::centreOnTheValues()
     QVERIFY(onAxis.y() != cursorOn(m_plot->canvas()).y());
     const double centre = valueAt(onAxis).y();
     turn(notch);
-    COMPARE_RANGES(values(), zoomed(m_values, centre, 0.9));
+    COMPARE_RANGES(values(), zoomed(m_values, centre, WheelFactors::in));
 }
 
 void tst_wheelzoom_places::centreOnThePrices()
@@ -70,7 +70,7 @@ void tst_wheelzoom_places::centreOnThePrices()
     QVERIFY(onAxis.x() != cursorOn(m_plot->canvas()).x());
     const double centre = valueAt(onAxis).x();
     turn(notch);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre, 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre, WheelFactors::in));
 }
 
 void tst_wheelzoom_places::edgeOfTheValues_data()
@@ -98,7 +98,8 @@ void tst_wheelzoom_places::edgeOfTheValues()
     turn(notch, modifiers);
     // The price to keep lies a tenth of the view above the lowest one.
     COMPARE_RANGES(prices(), zoomsPrices ? QwtInterval(402.0, 582.0) : m_prices);
-    COMPARE_RANGES(values(), zoomsPrices ? QwtInterval(1.0, 2.0) : zoomed(m_values, centre, 0.9));
+    COMPARE_RANGES(
+        values(), zoomsPrices ? QwtInterval(1.0, 2.0) : zoomed(m_values, centre, WheelFactors::in));
 }
 
 void tst_wheelzoom_places::edgeOfThePrices_data()
@@ -117,7 +118,7 @@ void tst_wheelzoom_places::edgeOfThePrices()
     QVERIFY(m_plot->mousePositionOnXScale(edge) && canvas.contains(edge));
     const double centre = valueAt(cursorOn(m_plot->axisWidget(QwtPlot::xBottom))).x();
     turn(notch, modifiers);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre, 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre, WheelFactors::in));
     COMPARE_RANGES(values(), QwtInterval(1.0, 2.0));
     QCOMPARE(m_autoScale->count(), 0);
 }
@@ -144,7 +145,7 @@ void tst_wheelzoom_places::modifiersOverTheValues()
     const double centre = valueAt(cursorOn(m_plot->axisWidget(QwtPlot::yLeft))).y();
     turn(notch, modifiers);
     COMPARE_RANGES(prices(), m_prices);
-    COMPARE_RANGES(values(), zoomed(m_values, centre, 0.9));
+    COMPARE_RANGES(values(), zoomed(m_values, centre, WheelFactors::in));
     QCOMPARE(m_autoScale->count(), 1);
     QCOMPARE(m_labels->count(), 1);
 }
@@ -162,7 +163,7 @@ void tst_wheelzoom_places::modifiersOverThePrices()
     putCursor(Place::Prices);
     const double centre = valueAt(cursorOn(m_plot->axisWidget(QwtPlot::xBottom))).x();
     turn(notch, modifiers);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre, 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre, WheelFactors::in));
     COMPARE_RANGES(values(), QwtInterval(1.0, 2.0));
     QCOMPARE(m_autoScale->count(), 0);
     QCOMPARE(m_labels->count(), 1);
@@ -172,10 +173,10 @@ void tst_wheelzoom_places::sidewaysWheel_data()
 {
     QTest::addColumn<QPoint>("angle");
     QTest::addColumn<double>("factor");
-    QTest::newRow("sideways in") << QPoint(notch, 0) << 0.9;
-    QTest::newRow("sideways out") << QPoint(-notch, 0) << 1.1;
-    QTest::newRow("more sideways") << QPoint(-2 * notch, notch) << 1.11;
-    QTest::newRow("more upwards") << QPoint(-notch, 2 * notch) << 0.89;
+    QTest::newRow("sideways in") << QPoint(notch, 0) << WheelFactors::in;
+    QTest::newRow("sideways out") << QPoint(-notch, 0) << WheelFactors::out;
+    QTest::newRow("more sideways") << QPoint(-2 * notch, notch) << WheelFactors::fastOut;
+    QTest::newRow("more upwards") << QPoint(-notch, 2 * notch) << WheelFactors::fastIn;
     QTest::newRow("less than a notch sideways") << QPoint(notch - 1, 0) << 1.0;
 }
 

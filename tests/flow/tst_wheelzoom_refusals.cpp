@@ -215,7 +215,7 @@ void tst_wheelzoom_refusals::flatDataKeepsTheValues()
     putCursor(Place::Canvas);
     const double centre = valueAt(cursorOn(m_plot.get())).x();
     turn(notch);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre, 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre, WheelFactors::in));
     COMPARE_RANGES(values(), m_values);
     QCOMPARE(m_autoScale->count(), 1);
     QCOMPARE(m_labels->count(), 1);
@@ -239,8 +239,8 @@ void tst_wheelzoom_refusals::samplesThatAreNotFinite()
     putCursor(Place::Canvas);
     const QPointF centre = valueAt(cursorOn(m_plot.get()));
     turn(notch);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre.x(), 0.9));
-    COMPARE_RANGES(values(), zoomed(m_values, centre.y(), 0.9));
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre.x(), WheelFactors::in));
+    COMPARE_RANGES(values(), zoomed(m_values, centre.y(), WheelFactors::in));
 }
 
 void tst_wheelzoom_refusals::oneValueZooms()
@@ -249,8 +249,8 @@ void tst_wheelzoom_refusals::oneValueZooms()
     putCursor(Place::Canvas);
     const QPointF centre = valueAt(cursorOn(m_plot.get()));
     turn(notch);
-    COMPARE_RANGES(prices(), zoomed(m_prices, centre.x(), 0.9));
-    const double top = zoomed(m_values, centre.y(), 0.9).maxValue();
+    COMPARE_RANGES(prices(), zoomed(m_prices, centre.x(), WheelFactors::in));
+    const double top = zoomed(m_values, centre.y(), WheelFactors::in).maxValue();
     COMPARE_RANGES(values(), QwtInterval(top - 1.0, top + 1.0));
 }
 

@@ -92,7 +92,7 @@ void tst_wheelzoom_signals::valuesGrowUpToTheData()
     putCursor(Place::Values);
     const double centre = valueAt(cursorOn(m_plot->axisWidget(QwtPlot::yLeft))).y();
     turn(-notch);
-    COMPARE_RANGES(values(), zoomed(m_values, centre, 1.1));
+    COMPARE_RANGES(values(), zoomed(m_values, centre, WheelFactors::out));
     QCOMPARE(m_autoScale->count(), 1);
 }
 

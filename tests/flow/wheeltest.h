@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flow/shownplot.h"
+#include "flow/wheelfactors.h"
 
 #include <QCursor>
 #include <QWheelEvent>

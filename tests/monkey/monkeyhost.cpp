@@ -2,11 +2,6 @@
 
 #include "support/testhost.h"
 
-#include <database/database.h>
-#include <database/icore.h>
-#include <database/table.h>
-#include <directory/securitiestable.h>
-
 #include <QScrollBar>
 #include <QTimer>
 
@@ -28,11 +23,6 @@ QVector<QPointF> parabola(double lowest, double curvature)
     for (int price = 40; price <= 160; ++price)
         samples.append(QPointF(price, lowest + curvature * (price - 100) * (price - 100)));
     return samples;
-}
-
-Table* securities()
-{
-    return ICore::instance()->database()->table(SecuritiesTable::securitiesName);
 }
 
 }
@@ -152,7 +142,7 @@ void Host::addStrike(const QString& strike)
 void Host::removeStrike(int row)
 {
     if (!m_options.isEmpty())
-        securities()->removeRows({m_options.takeAt(row % m_options.size())});
+        TestHost::removeRows({m_options.takeAt(row % m_options.size())});
 }
 
 void Host::changeStrike(int row, const QString& strike)

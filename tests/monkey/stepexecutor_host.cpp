@@ -1,5 +1,7 @@
 #include "monkey/stepexecutor.h"
 
+#include "support/testhost.h"
+
 #include <basic_views/conversion.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 
@@ -266,7 +268,7 @@ void StepExecutor::perform(const Convert& step)
 
 void StepExecutor::perform(const Rescale& step)
 {
-    m_plot.setRescaleFactor(decimal::fromString(step.factor));
+    m_plot.setRescaleFactor(step.factor.isEmpty() ? decimal::zero : TestHost::number(step.factor));
 }
 
 void StepExecutor::perform(const Refresh& step)

@@ -1,88 +1,34 @@
 #include "support/testhost.h"
 
-#include <database/database.h>
-#include <database/icore.h>
-
 #include <QDateTime>
 
 #include <algorithm>
 
 namespace {
 
-decimal toDecimal(const QVariant& value)
-{
-    return value.userType() == qMetaTypeId<decimal>() ? value.value<decimal>()
-                                                      : decimal::fromString(value.toString());
-}
+const QString securitiesName = QStringLiteral("securities");
+const QString boardsName = QStringLiteral("boards");
 
-qint64 toMoment(const QVariant& value)
-{
-    return value.userType() == QMetaType::QDateTime ? value.toDateTime().toMSecsSinceEpoch()
-                                                    : value.toLongLong();
-}
-
-void write(FieldValue field, const QVariant& value)
-{
-    if (!value.isValid())
-        return field.setNull();
-    switch (field.type()) {
-    case FieldType::Int32:
-        return field.setInt32(value.toInt());
-    case FieldType::Int64:
-        return field.setInt64(value.toLongLong());
-    case FieldType::Double:
-        return field.setDouble(value.toDouble());
-    case FieldType::Decimal:
-        return field.setDecimal(toDecimal(value));
-    case FieldType::Text:
-        return field.setText(value.toString());
-    case FieldType::Moment:
-        return field.setMoment(toMoment(value));
-    }
-}
-
-template <typename FieldAt> void writeRow(const Table& table, const TestHost::Row& row, FieldAt fieldAt)
-{
-    for (auto it = row.cbegin(); it != row.cend(); ++it) {
-        const int column = table.columnIndex(it.key());
-        if (column < 0)
-            qFatal("table \"%s\" has no column \"%s\"", qPrintable(table.name()), qPrintable(it.key()));
-        write(fieldAt(column), it.value());
-    }
-}
-
-}
-
-Table* TestHost::createTable(const QString& name, const Columns& columns)
-{
-    Database* database = ICore::instance()->database();
-    database->dropTable(name);
-    return database->createTable(name, columns);
 }
 
 Table* TestHost::createSecurities(const Columns& columns)
 {
-    return createTable(SecuritiesTable::securitiesName, columns);
+    return createTable(securitiesName, columns);
 }
 
 Table* TestHost::createBoards(const Columns& columns)
 {
-    return createTable(SecuritiesTable::boardsName, columns);
-}
-
-void TestHost::dropTable(const QString& name)
-{
-    ICore::instance()->database()->dropTable(name);
+    return createTable(boardsName, columns);
 }
 
 void TestHost::dropSecurities()
 {
-    dropTable(SecuritiesTable::securitiesName);
+    dropTable(securitiesName);
 }
 
 void TestHost::dropBoards()
 {
-    dropTable(SecuritiesTable::boardsName);
+    dropTable(boardsName);
 }
 
 TestHost::Columns TestHost::without(Columns columns, const QStringList& names)
@@ -101,37 +47,44 @@ TestHost::Columns TestHost::withType(Columns columns, const QString& name, Field
     return columns;
 }
 
-Record TestHost::addRow(const QString& tableName, const Row& row)
+Record TestHost::addRow(const QString& table, const Row& row)
 {
-    Table* table = ICore::instance()->database()->table(tableName);
-    if (!table)
-        qFatal("no table \"%s\"", qPrintable(tableName));
-    const Record record = table->createRow();
-    writeRow(*table, row, [&](int column) { return table->value(record, column); });
-    table->appendRows({record});
-    return record;
+    return addRows(table, {row}).first();
 }
 
 Record TestHost::addSecurity(const Row& row)
 {
-    return addRow(SecuritiesTable::securitiesName, row);
+    return addRow(securitiesName, row);
+}
+
+QVector<Record> TestHost::addSecurities(const QVector<Row>& rows)
+{
+    return addRows(securitiesName, rows);
 }
 
 Record TestHost::addBoard(int stockId, int boardId, bool anonymous)
 {
-    return addRow(SecuritiesTable::boardsName,
+    return addRow(boardsName,
         {{QStringLiteral("stock_id"), stockId}, {QStringLiteral("board_id"), boardId},
             {QStringLiteral("is_anonym"), anonymous ? 1 : 0}});
 }
 
-void TestHost::changeRow(const Record& record, const Row& row)
+Record TestHost::recordAt(const Table* table, int number)
 {
-    Table* table = record.table();
-    if (!table)
-        qFatal("the record's table is gone");
-    table->changeRows({record}, [&](const Record&, const Table::FieldAccess& field) {
-        writeRow(*table, row, [&field](int column) { return field(column); });
-    });
+    const IndexList rows = table->masterIndex();
+    auto row = rows.begin();
+    for (int i = 0; i < number && row != rows.end(); ++i)
+        ++row;
+    return row != rows.end() ? *row : Record();
+}
+
+int TestHost::rowCount(const Table* table)
+{
+    const IndexList rows = table->masterIndex();
+    int count = 0;
+    for (auto row = rows.begin(); row != rows.end(); ++row)
+        ++count;
+    return count;
 }
 
 TestHost::Row TestHost::future(const Row& changes)

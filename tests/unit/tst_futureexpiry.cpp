@@ -93,9 +93,9 @@ void tst_futureexpiry::orderIsThatOfTheTable()
     const Record first = TestHost::addSecurity(TestHost::future());
     const Record second = TestHost::addSecurity(TestHost::future());
     Table* table = first.table();
-    table->removeRows({first});
+    TestHost::removeRows({first});
     QVERIFY(futureOf(QStringLiteral("Amber")) == second);
-    table->insertRows(0, {first});
+    TestHost::prependRow(table, first);
     QVERIFY(futureOf(QStringLiteral("Amber")) == first);
 }
 
@@ -121,8 +121,7 @@ void tst_futureexpiry::textExpiries()
 {
     QFETCH(QString, later);
     QFETCH(QString, earlier);
-    TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "expdate", FieldType::Text));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), "expdate", FieldType::Text));
     TestHost::addSecurity(TestHost::future({{"expdate", later}}));
     const Record earliest = TestHost::addSecurity(TestHost::future({{"expdate", earlier}}));
     TestHost::addSecurity(TestHost::future({{"expdate", later}}));
@@ -135,8 +134,7 @@ void tst_futureexpiry::textExpiryIsUtc()
     const QByteArray zone = qgetenv("TZ");
     qputenv("TZ", "UTC+6");
     tzset();
-    TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "expdate", FieldType::Text));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), "expdate", FieldType::Text));
     const Record undated = TestHost::addSecurity(TestHost::future({{"expdate", QVariant()}}));
     TestHost::addSecurity(TestHost::future({{"expdate", "1970-01-01 00:00:00"}}));
     const Record before = futureOf(QStringLiteral("Amber"));
@@ -173,8 +171,7 @@ void tst_futureexpiry::unparsableTextIsAnInvalidDate()
         return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC).toString("yyyy.MM.dd HH:mm:ss.zzz");
     };
 
-    TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "expdate", FieldType::Text));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), "expdate", FieldType::Text));
     TestHost::addSecurity(TestHost::future({{"expdate", textOf(moment + 1)}}));
     const Record unreadable = TestHost::addSecurity(TestHost::future({{"expdate", text}}));
     QVERIFY(futureOf(QStringLiteral("Amber")) == unreadable);
@@ -194,7 +191,7 @@ void tst_futureexpiry::expiryOfAWrongType_data()
 void tst_futureexpiry::expiryOfAWrongType()
 {
     QFETCH(FieldType, type);
-    TestHost::createSecurities(TestHost::withType(SecuritiesTable::securitiesColumns(), "expdate", type));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), "expdate", type));
     TestHost::addSecurity(TestHost::future({{"expdate", 1}}));
     TestHost::addSecurity(TestHost::future({{"expdate", 2}}));
     QCOMPARE(TestHost::thrownText([] { futureOf(QStringLiteral("Amber")); }),
@@ -204,7 +201,7 @@ void tst_futureexpiry::expiryOfAWrongType()
 void tst_futureexpiry::expiryOfASingleFutureIsNotRead()
 {
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "expdate", FieldType::Int32));
+        TestHost::withType(TestHost::securitiesColumns(), "expdate", FieldType::Int32));
     const Record only = TestHost::addSecurity(TestHost::future({{"expdate", 1}}));
     TestHost::addSecurity(TestHost::future({{"expdate", 2}, {"sectype", "O"}}));
     QVERIFY(futureOf(QStringLiteral("Amber")) == only);

@@ -44,6 +44,8 @@ private Q_SLOTS:
     void formattedValueOfNegativeDecimals();
     void formattedValue_data();
     void formattedValue();
+    void shortSystemText_data();
+    void shortSystemText();
     void integerLength_data();
     void integerLength();
     void integerLengthOfInfinity_data();
@@ -146,6 +148,26 @@ void tst_Plot2dCommon::formattedValue()
     QFETCH(double, value);
     QFETCH(int, decimals);
     QTEST(Plot2dCommon::formattedValue(value, decimals), "expected");
+}
+
+void tst_Plot2dCommon::shortSystemText_data()
+{
+    QTest::addColumn<int>("decimals");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("lowest count") << lowestInt << QStringLiteral("1");
+    QTest::newRow("negative") << -1 << QStringLiteral("1");
+    QTest::newRow("none") << 0 << QStringLiteral("1");
+    QTest::newRow("some") << 2 << QStringLiteral("1.25");
+    QTest::newRow("ten") << 10 << QStringLiteral("1.2500000001");
+    QTest::newRow("eleven are ten") << 11 << QStringLiteral("1.2500000001");
+    QTest::newRow("largest count") << largestInt << QStringLiteral("1.2500000001");
+}
+
+/// In the locale C, in which the test runs.
+void tst_Plot2dCommon::shortSystemText()
+{
+    QFETCH(int, decimals);
+    QTEST(Plot2dCommon::fromDoubleToSystemStringShort(1.25000000014, decimals), "expected");
 }
 
 void tst_Plot2dCommon::integerLength_data()

@@ -1,3 +1,4 @@
+#include "support/paintcounter.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -7,6 +8,7 @@
 
 #include <qwt_plot_grid.h>
 #include <qwt_plot_layout.h>
+#include <qwt_scale_widget.h>
 #include <qwt_text.h>
 
 namespace {
@@ -49,6 +51,11 @@ private Q_SLOTS:
     void gridOperationsWithoutGrid();
     void updateScaleLabelsReplotsOnce();
     void updateAxisWidgetsReplotsTwice();
+    void updateScaleLabelsChoosesThemAnew();
+    void updateAxisWidgetsChoosesLabelsOfPrices();
+    void updateAxisWidgetsDividesTheAxes();
+    void updateAxisWidgetsForgetsTexts();
+    void updateAxisWidgetsPaintsThePriceAxis();
     void quoteLabelSettersReachThePriceAxis();
     void priceIntervalIsStoredAsItIs();
     void mousePositionOnScales();
@@ -196,6 +203,72 @@ void tst_pricebased2dplot_properties::updateAxisWidgetsReplotsTwice()
     QCOMPARE(plot.calls, (QStringList{QStringLiteral("replot"), QStringLiteral("replot")}));
 }
 
+void tst_pricebased2dplot_properties::updateScaleLabelsChoosesThemAnew()
+{
+    TestPlot plot;
+    const auto labelTicks = [&](int axis) { return ownScaleDraw(plot, axis)->labelTicks(); };
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)})
+        plot.setAxisScale(axis, 100.0, 110.0, 5.0);
+    plot.updateAxes();
+    QVERIFY(labelTicks(QwtPlot::xBottom).isEmpty() && labelTicks(QwtPlot::yLeft).isEmpty());
+    plot.updateScaleLabels();
+    QCOMPARE(labelTicks(QwtPlot::xBottom), QList<double>({100.0, 105.0, 110.0}));
+    QCOMPARE(labelTicks(QwtPlot::yLeft), QList<double>({100.0, 105.0, 110.0}));
+}
+
+void tst_pricebased2dplot_properties::updateAxisWidgetsChoosesLabelsOfPrices()
+{
+    TestPlot plot;
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)})
+        plot.setAxisScale(axis, 100.0, 110.0, 5.0);
+    plot.updateAxes();
+    plot.updateAxisWidgets();
+    QCOMPARE(ownScaleDraw(plot, QwtPlot::xBottom)->labelTicks(), QList<double>({100.0, 105.0, 110.0}));
+    QVERIFY(ownScaleDraw(plot, QwtPlot::yLeft)->labelTicks().isEmpty());
+}
+
+void tst_pricebased2dplot_properties::updateAxisWidgetsDividesTheAxes()
+{
+    // Also under a host's replot() that does not.
+    TestPlot plot;
+    plot.replacesReplot = [] { return true; };
+    plot.setAxisScale(QwtPlot::xBottom, 100.0, 110.0, 5.0);
+    plot.updateAxisWidgets();
+    QCOMPARE(plot.axisScaleDiv(QwtPlot::xBottom).upperBound(), 110.0);
+}
+
+void tst_pricebased2dplot_properties::updateAxisWidgetsForgetsTexts()
+{
+    TestPlot plot;
+    plot.setAxisScale(QwtPlot::xBottom, 100.0, 110.0, 5.0);
+    plot.updateAxes();
+    auto* draw = ownScaleDraw(plot, QwtPlot::xBottom);
+    // Without a quote among the ticks there are no labels whose digits could be compared.
+    draw->setCurKotirEnabled(true);
+    const double before = draw->boundingLabelRect(QFont(), 105.0).width();
+    draw->setMetricUnit(QStringLiteral(" per cent"));
+    QCOMPARE(draw->boundingLabelRect(QFont(), 105.0).width(), before);
+    plot.updateAxisWidgets();
+    QVERIFY(draw->boundingLabelRect(QFont(), 105.0).width() > before);
+}
+
+void tst_pricebased2dplot_properties::updateAxisWidgetsPaintsThePriceAxis()
+{
+    TestPlot plot;
+    plot.resize(400, 300);
+    plot.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&plot));
+    plot.updateAxisWidgets();
+    QCoreApplication::processEvents();
+    PaintCounter prices(*plot.axisWidget(QwtPlot::xBottom));
+    PaintCounter values(*plot.axisWidget(QwtPlot::yLeft));
+    QCoreApplication::processEvents();
+    QCOMPARE(prices.count, 0);
+    plot.updateAxisWidgets();
+    QTRY_VERIFY(prices.count > 0);
+    QCOMPARE(values.count, 0);
+}
+
 void tst_pricebased2dplot_properties::quoteLabelSettersReachThePriceAxis()
 {
     TestPlot plot;
@@ -255,7 +328,7 @@ void tst_pricebased2dplot_properties::settersEmitAndReplotNothing()
     plot.setIsinId(10);
     plot.setBoardId(2);
     plot.setBaseCode(QStringLiteral("Amber"));
-    plot.setRescaleFactor(decimal::fromString(QStringLiteral("100")));
+    plot.setRescaleFactor(TestHost::number(QStringLiteral("100")));
     QCOMPARE(labels.count(), 0);
     QCOMPARE(autoScale.count(), 0);
     QVERIFY(plot.calls.isEmpty());

@@ -4,6 +4,7 @@
 #include "support/testplot.h"
 
 #include <plot2d/pricebased2dplotpanner.h>
+#include <plot2d/pricebased2dplotpointmanager.h>
 #include <plot2d/pricebased2dplotscaledraw.h>
 #include <plot2d/pricebased2dplotscaleengine.h>
 
@@ -40,6 +41,7 @@ private Q_SLOTS:
     void stateAfterConstruction();
     void priceIntervalIsAMetaType();
     void priceIntervalIsAMetaTypeFromTheFirstPlotOn();
+    void priceIntervalIsAMetaTypeFromTheFirstManagerOn();
 
     void withoutInitNothingIsCreated();
     void withoutInitSettersWork();
@@ -76,6 +78,10 @@ void tst_pricebased2dplot_setup::constructorsTakeTitleAndParent()
     QCOMPARE(titled->parentWidget(), &parent);
     QVERIFY(untitled->title().isEmpty());
     QCOMPARE(untitled->parentWidget(), &parent);
+    for (const TestPlot* plot : {titled, untitled}) {
+        QVERIFY(plot->securitiesTable());
+        QVERIFY(panner(*plot));
+    }
 }
 
 void tst_pricebased2dplot_setup::metaObjectIsNamed()
@@ -160,6 +166,19 @@ void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstPlotOn()
     const int type = QMetaType::type("PriceInterval");
     QVERIFY(type != QMetaType::UnknownType);
     QCOMPARE(type, qMetaTypeId<PriceInterval>());
+}
+
+void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstManagerOn()
+{
+    if (!TestSupport::isChild()) {
+        const TestSupport::ChildRun run
+            = TestSupport::repeatRowInChild(QProcessEnvironment::systemEnvironment());
+        QVERIFY2(run.passed(), run.output.constData());
+        return;
+    }
+    QCOMPARE(QMetaType::type("PriceInterval"), int(QMetaType::UnknownType));
+    const PriceBased2dPlotPointManager manager(false, nullptr);
+    QVERIFY(QMetaType::type("PriceInterval") != QMetaType::UnknownType);
 }
 
 void tst_pricebased2dplot_setup::withoutInitNothingIsCreated()

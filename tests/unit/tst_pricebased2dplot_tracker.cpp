@@ -1,3 +1,4 @@
+#include "support/heapmeter.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -28,6 +29,8 @@ private Q_SLOTS:
     void sameTrackerColorDoesNothing();
     void invalidTrackerColorWhileBlackRewritesThePens();
     void canvasObservers();
+    void cursorOfAHostIsReplaced();
+    void noCursorIsLost();
     void nothingIsReplotted();
     void destroyedPickerIsForgotten();
 };
@@ -131,9 +134,26 @@ void tst_pricebased2dplot_tracker::canvasObservers()
     other.canvas()->setCursor(Qt::ArrowCursor);
     QCOMPARE(other.canvas()->findChild<PriceBased2dPlotPanner*>()->cursor().shape(), Qt::ClosedHandCursor);
 
-    // The leak check tells if the cursor set first is lost.
     plot.setCanvasObservers();
     QCOMPARE(panner->cursor().shape(), Qt::ClosedHandCursor);
+}
+
+void tst_pricebased2dplot_tracker::cursorOfAHostIsReplaced()
+{
+    TestPlot plot;
+    plot.setCanvasObservers();
+    auto* panner = plot.canvas()->findChild<PriceBased2dPlotPanner*>();
+    panner->setCursor(Qt::ArrowCursor);
+    plot.setCanvasObservers();
+    QCOMPARE(panner->cursor().shape(), Qt::ClosedHandCursor);
+}
+
+void tst_pricebased2dplot_tracker::noCursorIsLost()
+{
+    TestPlot plot;
+    constexpr int cycles = 500;
+    const qint64 growth = TestSupport::heapGrowth([&] { plot.setCanvasObservers(); }, 10, cycles);
+    QVERIFY2(growth < cycles * qint64(sizeof(QCursor)), qPrintable(QString::number(growth)));
 }
 
 void tst_pricebased2dplot_tracker::nothingIsReplotted()

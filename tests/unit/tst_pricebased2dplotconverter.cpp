@@ -2,6 +2,7 @@
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
+#include "unit/conversions.h"
 
 #include <plot2d/plot2dcommon.h>
 #include <plot2d/pricebased2dplotconverter.h>
@@ -18,55 +19,6 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-/// The distance from a reference, which counts its calls and tells of its end.
-class Distance : public Conversion {
-public:
-    explicit Distance(double reference, bool* destroyed = nullptr)
-        : m_reference(reference)
-        , m_destroyed(destroyed)
-    {
-    }
-    ~Distance() override
-    {
-        if (m_destroyed)
-            *m_destroyed = true;
-    }
-    double forward(double value) const override
-    {
-        ++calls;
-        return value - m_reference;
-    }
-    double backward(double value) const override { return value + m_reference; }
-    double percent(double value) const { return (value / m_reference - 1.0) * 100.0; }
-
-    mutable int calls = 0;
-
-private:
-    double m_reference;
-    bool* m_destroyed;
-};
-
-/// A distance whose forward() is another one.
-class Doubled : public Distance {
-public:
-    using Distance::Distance;
-    double forward(double value) const override { return 2.0 * Distance::forward(value); }
-};
-
-/// Converts all values to one.
-class Constant : public Conversion {
-public:
-    explicit Constant(double value)
-        : m_value(value)
-    {
-    }
-    double forward(double) const override { return m_value; }
-    double backward(double) const override { return notANumber; }
-
-private:
-    double m_value;
-};
 
 void convertWith(PriceBased2dPlotConverter& converter, Conversion* object)
 {
@@ -413,8 +365,8 @@ void tst_pricebased2dplotconverter::plotHandsTheRescaleFactorOn()
 {
     TestPlot plot;
     const auto* engine = dynamic_cast<PriceBased2dPlotScaleEngine*>(plot.axisScaleEngine(QwtPlot::xBottom));
-    QVERIFY(engine->rescaleFactor().isZero());
-    const decimal factor = decimal::fromString(QStringLiteral("102.75"));
+    QVERIFY(engine->rescaleFactor() == decimal::zero);
+    const decimal factor = TestHost::number(QStringLiteral("102.75"));
     plot.setRescaleFactor(factor);
     QCOMPARE(engine->rescaleFactor(), factor);
     QVERIFY(plot.calls.isEmpty());

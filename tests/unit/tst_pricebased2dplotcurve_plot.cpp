@@ -227,7 +227,7 @@ void tst_pricebased2dplotcurve_plot::quoteLineRefreshesTheAxisFirst()
 void tst_pricebased2dplotcurve_plot::quoteOfAWrongTypePassesThrough()
 {
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "cur_kotir", FieldType::Double));
+        TestHost::withType(TestHost::securitiesColumns(), "cur_kotir", FieldType::Double));
     m_plot = std::make_unique<TestPlot>();
     m_plot->setIsinId(10);
     m_plot->setBoardId(2);

@@ -2,6 +2,8 @@
 #include "support/testmain.h"
 #include "support/testplot.h"
 
+#include <plot2d/securitycolumns.h>
+
 #include <QProcess>
 
 namespace {
@@ -24,7 +26,7 @@ int makePlot(const QStringList& arguments)
     TestHost::createBoards();
     if (arguments.at(1) == QLatin1String(withoutColumnsArgument)) {
         const QStringList missing = arguments.value(2).split(QLatin1Char(','), Qt::SkipEmptyParts);
-        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), missing));
+        TestHost::createSecurities(TestHost::without(TestHost::securitiesColumns(), missing));
     }
     const TestPlot plot(false);
     return 0;
@@ -85,7 +87,7 @@ void tst_securitycolumns::positions()
 
 void tst_securitycolumns::positionsFollowTheTable()
 {
-    TestHost::Columns reversed = SecuritiesTable::securitiesColumns();
+    TestHost::Columns reversed = TestHost::securitiesColumns();
     std::reverse(reversed.begin(), reversed.end());
     const int count = reversed.size();
     const SecurityColumns usual(TestHost::createSecurities());
@@ -113,7 +115,7 @@ void tst_securitycolumns::missingPositions()
 {
     const QStringList names{QStringLiteral("expdate"), QStringLiteral("option_type")};
     const SecurityColumns columns(
-        TestHost::createSecurities(TestHost::without(SecuritiesTable::securitiesColumns(), names)));
+        TestHost::createSecurities(TestHost::without(TestHost::securitiesColumns(), names)));
     QCOMPARE(columns.missing(), QStringLiteral("3 7 "));
     QCOMPARE(columns[SecurityColumn::ExpDate], -1);
     QVERIFY(columns[SecurityColumn::BaseCode] >= 0);

@@ -149,8 +149,11 @@ void tst_securitylookup::virtualFuture()
     const Record record = plot.getVirtualFuture(isinId, boardId);
     QCOMPARE(!record.isNull(), found);
     if (found) {
-        QCOMPARE(record.value(plot.securityColumns()[SecurityColumn::IsinId]).toInt32(), isinId);
-        QCOMPARE(record.value(plot.securityColumns()[SecurityColumn::BoardId]).toInt32(), boardId);
+        const auto id = [&](SecurityColumn column) {
+            return plot.securitiesTable()->dataPtr(record.row(), plot.securityColumns()[column]).toInt32();
+        };
+        QCOMPARE(id(SecurityColumn::IsinId), isinId);
+        QCOMPARE(id(SecurityColumn::BoardId), boardId);
     }
 }
 
@@ -220,7 +223,7 @@ void tst_securitylookup::idsOf64BitsAreClamped()
     TestHost::createBoards();
     TestHost::addBoard(read, 2, true);
     TestHost::addBoard(1, read, true);
-    TestHost::Columns columns = SecuritiesTable::securitiesColumns();
+    TestHost::Columns columns = TestHost::securitiesColumns();
     for (const char* name : {"stock_id", "board_id", "sess_id"})
         columns = TestHost::withType(columns, QString::fromLatin1(name), FieldType::Int64);
 
@@ -265,7 +268,7 @@ void tst_securitylookup::idsOfAWrongType()
 {
     QFETCH(QString, column);
     QFETCH(FieldType, type);
-    TestHost::createSecurities(TestHost::withType(SecuritiesTable::securitiesColumns(), column, type));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), column, type));
     // Not a future, of another code and of no session: the ids are read all the same.
     Row row = TestHost::future({{"sectype", "O"}, {"base_code", "Cobalt"}});
     row.insert("sess_id", 0);

@@ -18,7 +18,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 decimal number(const char* text)
 {
-    return decimal::fromString(QString::fromLatin1(text));
+    return TestHost::number(QString::fromLatin1(text));
 }
 
 }
@@ -94,14 +94,14 @@ void tst_securityquote::firstQuoteThatIsNotNull()
     TestPlot plot(false);
     plot.setPriceInterval({100.0, 110.0, 5.0, true});
     const Record future = TestHost::addSecurity(TestHost::future(quotes));
-    QCOMPARE(plot.getKotirFromFutureRecord(future).toString(), expected);
+    QCOMPARE(TestHost::text(plot.getKotirFromFutureRecord(future)), expected);
 }
 
 void tst_securityquote::nullRecordHasNoQuote()
 {
     TestPlot plot(false);
     plot.setPriceInterval({100.0, 110.0, 5.0, true});
-    QVERIFY(plot.getKotirFromFutureRecord(Record()).isZero());
+    QVERIFY(plot.getKotirFromFutureRecord(Record()) == decimal::zero);
 }
 
 void tst_securityquote::intervalWithoutWidthHasNoQuote_data()
@@ -124,17 +124,17 @@ void tst_securityquote::intervalWithoutWidthHasNoQuote()
     plot.setPriceInterval({low, high, 5.0, true});
     const Record quoted = TestHost::addSecurity(TestHost::future({{"cur_kotir_real", "101"}}));
     const Record unquoted = TestHost::addSecurity(TestHost::future());
-    QVERIFY(plot.getKotirFromFutureRecord(quoted).isZero());
-    QVERIFY(plot.getKotirFromFutureRecord(unquoted).isZero());
+    QVERIFY(plot.getKotirFromFutureRecord(quoted) == decimal::zero);
+    QVERIFY(plot.getKotirFromFutureRecord(unquoted) == decimal::zero);
 }
 
 void tst_securityquote::intervalIsTestedBeforeTheQuotes()
 {
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "cur_kotir_real", FieldType::Double));
+        TestHost::withType(TestHost::securitiesColumns(), "cur_kotir_real", FieldType::Double));
     const TestPlot plot(false);
     const Record future = TestHost::addSecurity(TestHost::future({{"cur_kotir_real", 101.0}}));
-    QVERIFY(plot.getKotirFromFutureRecord(future).isZero());
+    QVERIFY(plot.getKotirFromFutureRecord(future) == decimal::zero);
 }
 
 void tst_securityquote::intervalNeedNotBeMarkedValid()
@@ -163,7 +163,7 @@ void tst_securityquote::quoteOfAWrongType()
 {
     QFETCH(QString, column);
     QFETCH(FieldType, type);
-    TestHost::createSecurities(TestHost::withType(SecuritiesTable::securitiesColumns(), column, type));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), column, type));
     TestPlot plot(false);
     plot.setPriceInterval({100.0, 110.0, 5.0, true});
     const Record future = TestHost::addSecurity(TestHost::future({{column, 101}}));
@@ -173,7 +173,7 @@ void tst_securityquote::quoteOfAWrongType()
 void tst_securityquote::nullQuoteOfAWrongTypeIsNotRead()
 {
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "cur_kotir_real", FieldType::Text));
+        TestHost::withType(TestHost::securitiesColumns(), "cur_kotir_real", FieldType::Text));
     TestPlot plot(false);
     plot.setPriceInterval({100.0, 110.0, 5.0, true});
     const Record future = TestHost::addSecurity(TestHost::future({{"cur_kotir", "102"}}));
@@ -183,7 +183,7 @@ void tst_securityquote::nullQuoteOfAWrongTypeIsNotRead()
 void tst_securityquote::laterQuoteOfAWrongTypeIsNotRead()
 {
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "cur_kotir", FieldType::Double));
+        TestHost::withType(TestHost::securitiesColumns(), "cur_kotir", FieldType::Double));
     TestPlot plot(false);
     plot.setPriceInterval({100.0, 110.0, 5.0, true});
     const Record future
@@ -216,7 +216,7 @@ void tst_securityquote::middleOfTheInterval()
     TestPlot plot(false);
     plot.setPriceInterval({low, high, 5.0, true});
     const Record future = TestHost::addSecurity(TestHost::future());
-    QCOMPARE(plot.getKotirFromFutureRecord(future).toString(), expected);
+    QCOMPARE(TestHost::text(plot.getKotirFromFutureRecord(future)), expected);
 }
 
 void tst_securityquote::volatilityBounds_data()
@@ -294,7 +294,7 @@ void tst_securityquote::volatilityOfANullRecord()
 void tst_securityquote::volatilityOfAnotherTable()
 {
     const QString name = QStringLiteral("archive");
-    TestHost::createTable(name, SecuritiesTable::securitiesColumns());
+    TestHost::createTable(name, TestHost::securitiesColumns());
     const Record record = TestHost::addRow(name, TestHost::future({{"volat_min", 0.2}, {"volat_max", 0.3}}));
     TestPlot plot(false);
     const auto bounds = plot.volatMinMax(record);
@@ -316,7 +316,7 @@ void tst_securityquote::volatilityTypes()
     QFETCH(FieldType, type);
     for (const char* column : {"volat_min", "volat_max"}) {
         TestHost::createSecurities(
-            TestHost::withType(SecuritiesTable::securitiesColumns(), QString::fromLatin1(column), type));
+            TestHost::withType(TestHost::securitiesColumns(), QString::fromLatin1(column), type));
         TestPlot plot(false);
         const Record future = TestHost::addSecurity(TestHost::future({{"volat_min", 1}, {"volat_max", 2}}));
         QVERIFY(plot.volatMinMax(future) == std::pair(1.0, 2.0));
@@ -337,7 +337,7 @@ void tst_securityquote::volatilityOfAWrongType()
 {
     QFETCH(QString, column);
     QFETCH(FieldType, type);
-    TestHost::createSecurities(TestHost::withType(SecuritiesTable::securitiesColumns(), column, type));
+    TestHost::createSecurities(TestHost::withType(TestHost::securitiesColumns(), column, type));
     TestPlot plot(false);
     const Record future = TestHost::addSecurity(TestHost::future({{column, 1}}));
     QCOMPARE(TestHost::thrownText([&] { plot.volatMinMax(future); }), incorrectType);
@@ -346,7 +346,7 @@ void tst_securityquote::volatilityOfAWrongType()
 void tst_securityquote::volatilityOfAWrongTypeOfNoFutureIsNotRead()
 {
     TestHost::createSecurities(
-        TestHost::withType(SecuritiesTable::securitiesColumns(), "volat_min", FieldType::Text));
+        TestHost::withType(TestHost::securitiesColumns(), "volat_min", FieldType::Text));
     TestPlot plot(false);
     const Record option = TestHost::addSecurity(TestHost::future({{"sectype", "O"}, {"volat_min", "0.2"}}));
     QVERIFY(plot.volatMinMax(option) == std::pair(gc_dVolatMinDefault, gc_dVolatMaxDefault));

@@ -23,6 +23,20 @@ public:
     QRectF boundingRect() const override { return QRectF(0.0, 0.0, 1.0, 1.0); }
 };
 
+/// Samples within a rectangle of a host's own.
+class SamplesWithin : public QwtPointSeriesData {
+public:
+    explicit SamplesWithin(const QRectF& rectangle)
+        : QwtPointSeriesData({{105.0, 1.0}})
+        , m_rectangle(rectangle)
+    {
+    }
+    QRectF boundingRect() const override { return m_rectangle; }
+
+private:
+    QRectF m_rectangle;
+};
+
 }
 
 /// minMaxYAtXRange() and roundedXValue().
@@ -54,6 +68,8 @@ private Q_SLOTS:
     void snappedToThePickersStep();
     void rangeIsSnappedToThePickersStep();
     void upperEndOnAMultipleOfTheStepIsExclusive();
+    void rectangleOfNoNumbers_data();
+    void rectangleOfNoNumbers();
     void viewable_data();
     void viewable();
 
@@ -115,17 +131,16 @@ void tst_valuerange::properRange_data()
     QTest::addColumn<double>("low");
     QTest::addColumn<double>("high");
     QTest::addColumn<bool>("proper");
-    // 2^40 and the next double but one: a distance of 2^-11, so 2^-11 * 1e12 against 2^40.
-    const double big = 1099511627776.0;
+    const double big = 1e12;
     QTest::newRow("far apart") << 1.0 << 2.0 << true;
     QTest::newRow("equal") << 1.0 << 1.0 << false;
     QTest::newRow("zeros") << 0.0 << 0.0 << false;
     QTest::newRow("inverted") << 2.0 << 1.0 << false;
     QTest::newRow("about zero") << -1e-300 << 1e-300 << true;
-    QTest::newRow("nearer than 1e-12") << big << big + 1.0 << false;
-    QTest::newRow("further than 1e-12") << big << big + 1.5 << true;
-    QTest::newRow("exactly 1e-12 of the nearer to zero") << 1e12 << 1e12 + 1.0 << false;
-    QTest::newRow("exactly 1e-12, negative") << -1e12 - 1.0 << -1e12 << false;
+    QTest::newRow("nearer than the host tells apart") << big << big + 0.5 << false;
+    QTest::newRow("nearer than that, negative") << -big - 0.5 << -big << false;
+    QTest::newRow("further") << big << big + 5.0 << true;
+    QTest::newRow("further, negative") << -big - 5.0 << -big << true;
     QTest::newRow("NaN below") << notANumber << 1.0 << false;
     QTest::newRow("NaN above") << 1.0 << notANumber << false;
 }
@@ -273,11 +288,18 @@ void tst_valuerange::snapped_data()
     row("step zero", 102.4, 0.0, 102.4);
     row("step as good as zero", 102.4, 1e-12, 102.4);
     row("step barely not zero", 102.4, 2e-12, std::floor(102.4 / 2e-12 + 0.5) * 2e-12);
+    row("tiny price, step as good as zero", 2.2e-12, 1e-12, 2.2e-12);
+    row("tiny price, step barely not zero", 2.2e-12, 1.5e-12, 1.5e-12);
     row("step negative", 102.4, -5.0, 102.4);
+    row("step of less than one negative", 102.4, -0.5, 102.4);
     row("many steps", 1000000.0, 0.0001, 1000000.0);
     row("more steps than an int holds", 3000000000.5, 1.0, 3000000001.0);
     row("negative, more than an int holds", -3000000000.5, 1.0, -3000000000.0);
     row("2^53 steps", wholes, 1.0, wholes);
+    row("half a step among many", 3500000000000000.5, 1.0, 3500000000000001.0);
+    row("last half", wholes / 2.0 - 0.5, 1.0, wholes / 2.0);
+    row("odd number of steps beyond the halves", wholes / 2.0 + 1.0, 1.0, wholes / 2.0 + 1.0);
+    row("just beyond 2^53 steps", 3137153517942587.0, 0.3, 3137153517942587.0);
     row("beyond 2^53 steps", 1e300, 0.3, 1e300);
     row("result overflows", largest, largest / 1.5, largest);
     row("infinite price", infinity, 5.0, infinity);
@@ -340,6 +362,24 @@ void tst_valuerange::upperEndOnAMultipleOfTheStepIsExclusive()
     setPriceStep("5");
     addCurve(*m_plot, 9, {{100.0, 1.0}, {105.0, 2.0}, {110.0, 4.0}}, "a");
     QVERIFY(m_plot->minMaxYAtXRange() == std::pair(1.0, 2.0));
+}
+
+void tst_valuerange::rectangleOfNoNumbers_data()
+{
+    QTest::addColumn<QRectF>("rectangle");
+    QTest::addColumn<QRectF>("expected");
+    QTest::newRow("numbers") << QRectF(1.0, 2.0, 3.0, 4.0) << QRectF(1.0, 2.0, 3.0, 4.0);
+    QTest::newRow("no prices") << QRectF(notANumber, 2.0, notANumber, 4.0) << QRectF();
+    QTest::newRow("no values") << QRectF(1.0, notANumber, 3.0, notANumber) << QRectF();
+    QTest::newRow("neither") << QRectF(notANumber, notANumber, notANumber, notANumber) << QRectF();
+}
+
+void tst_valuerange::rectangleOfNoNumbers()
+{
+    QFETCH(QRectF, rectangle);
+    auto* curve = addCurve(*m_plot, 9, {}, "a");
+    curve->setData(new SamplesWithin(rectangle));
+    QTEST(ValueRange::boundingRectangle({curve}), "expected");
 }
 
 void tst_valuerange::viewable_data()

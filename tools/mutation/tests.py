@@ -47,6 +47,14 @@ class Test:
 
 
 @dataclass
+class TestSource:
+    """The source of a test program, and the headers of the library that it includes."""
+
+    source: Path
+    includes: set
+
+
+@dataclass
 class Outcome:
     """How a test ended: passed, failed or out of time."""
 
@@ -166,6 +174,11 @@ class TestMap:
                         names.append(test.name)
         MAP.write_text(json.dumps(self.reached))
 
+    def knows(self, test):
+        """Whether a test has been looked at since it was built."""
+        known = any(test.name in names for places in self.reached.values() for names in places.values())
+        return known and Path(test.command[0]).stat().st_mtime < MAP.stat().st_mtime
+
     def names(self, file, first, last):
         """The tests that reach one of the lines from the first to the last; None if none of them is code."""
         places = self.reached.get(file, {})
@@ -211,11 +224,12 @@ def _lines_of(test):
 
 
 def programs_including(header, tests):
-    """Of the tests those that have a header's inline functions in their own program, each with its sources."""
+    """Of the tests those that have a header's inline functions in their own program, each by its source."""
     wanted = {header} | {name for name in including(header) if name.endswith("_p.h")}
     found = {}
     for test in tests:
         source = ROOT / "tests" / test.room / f"{Path(test.command[0]).name}.cpp"
-        if source.exists() and included_by(source.read_text()) & wanted:
-            found[test.name] = [source]
+        includes = included_by(source.read_text()) if source.exists() else set()
+        if includes & wanted:
+            found[test.name] = TestSource(source, includes)
     return found

@@ -91,6 +91,7 @@ class Tree:
         self.sources = self.folder / "src/plot2d"
         self.objects = self.folder / "objects"
         self.temporary = self.folder / "tmp"
+        self.is_changed = True
         shutil.rmtree(self.folder, ignore_errors=True)
         shutil.copytree(SOURCES, self.sources)
         self.objects.mkdir()
@@ -140,12 +141,21 @@ class Tree:
         # Those of moc come last, as their copies of inline functions are not mutated.
         names.sort(key=lambda name: name == MOC)
         own = [str(changed.get(name, self.objects / f"{name}.o")) for name in names]
+        self.is_changed = True
         self._run(command[:place] + own + command[place:])
+        self.is_changed = bool(changed)
 
-    def mutate(self, mutant, source):
-        """Builds the library with a mutant."""
-        copy = self.sources / mutant.file
-        copy.write_text(mutant.applied_to(source))
+    def change(self, mutant, source):
+        """Puts a mutant into the sources."""
+        (self.sources / mutant.file).write_text(mutant.applied_to(source))
+
+    def link_unchanged(self):
+        """Makes sure that the library is that without a mutant."""
+        if self.is_changed:
+            self._link({})
+
+    def mutate(self, mutant):
+        """Builds the library with a mutant that is in the sources."""
         names = {mutant.file} if mutant.file.endswith(".cpp") else including(mutant.file)
         changed = {}
         new = self.folder / "changed"
@@ -154,17 +164,18 @@ class Tree:
             changed[name] = self._compile(name, new)
         self._link(changed)
 
-    def build_program(self, program, sources):
-        """Builds a test program against the tree's headers, for mutants of what is inline."""
+    def built_program(self, program, source):
+        """A test program, built against the tree's headers, for mutants of what is inline."""
         output = self.folder / "programs" / Path(program).name
+        if output.exists():
+            return output
         output.parent.mkdir(exist_ok=True)
         command = self.commands.link_of(program)
-        for source in sources:
-            built = self.folder / "programs" / f"{Path(source).name}.o"
-            compile_command = self.commands.compile[str(source)]
-            original = compile_command[compile_command.index("-o") + 1]
-            self._run(self._here(compile_command, str(source), str(source), built))
-            command = [str(built) if word == original else word for word in command]
+        built = self.folder / "programs" / f"{source.name}.o"
+        compile_command = self.commands.compile[str(source)]
+        original = compile_command[compile_command.index("-o") + 1]
+        self._run(self._here(compile_command, str(source), str(source), built))
+        command = [str(built) if word == original else word for word in command]
         command[command.index("-o") + 1] = str(output)
         self._run(command)
         return output

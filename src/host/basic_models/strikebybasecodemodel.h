@@ -30,7 +30,9 @@ public:
     explicit StrikeByBaseCodeModel(Table* table, QObject* parent = nullptr);
     ~StrikeByBaseCodeModel() override;
 
+    /// One row for each strike; none below a row.
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    /// One column; none below a row.
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     /// Qt::DisplayRole gives the strike's text, Qt::EditRole the strike as a decimal.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
@@ -42,6 +44,7 @@ public:
     /// index that is not of this model.
     virtual Record record(const QModelIndex& index) const;
 
+    /// Empty after construction.
     QString baseCode() const;
     /// Resets the model, also when the code is the same.
     void setBaseCode(const QString& baseCode);
@@ -59,6 +62,7 @@ protected:
     /// The rank of a row that takes part. The model shows the options of the highest rank alone; when that
     /// rank becomes another one, it is reset. The rank that is shown while there is no option is 0.
     virtual int rank(const Record& option) const;
+    /// The rank of the options that are shown.
     int shownRank() const;
     /// Gathers the options anew between beginResetModel() and endResetModel().
     void rebuild();

@@ -14,9 +14,11 @@ class StrikeByMaxSessionModel : public StrikeByBaseCodeModel {
     Q_OBJECT
 
 public:
+    /// The table may be null: the model stays empty then. Filters nothing.
     explicit StrikeByMaxSessionModel(Table* table, QObject* parent = nullptr);
     ~StrikeByMaxSessionModel() override;
 
+    /// The filter as it was set.
     FilterParams filterParams() const;
     /// Resets the model, also when the parameters are the same.
     void setFilterParams(const FilterParams& params);
@@ -25,7 +27,9 @@ public:
     int session() const;
 
 protected:
+    /// Whether an option passes the filter.
     bool accepts(const Record& option) const override;
+    /// An option's session.
     int rank(const Record& option) const override;
 
 private:

@@ -18,4 +18,5 @@ public:
     virtual double backward(double value) const = 0;
 };
 
+/// A member function that converts one value.
 using ConversionMethod = double (Conversion::*)(double) const;

@@ -6,6 +6,7 @@
 /// the smaller magnitude, so zero is close to zero alone. NaN equals nothing.
 bool commonFuzzyCompare(double first, double second);
 
-/// Volatility bounds, as fractions, of an instrument that states none.
+/// The lower bound of volatility, as a fraction, of an instrument that states none.
 extern const double gc_dVolatMinDefault;
+/// The upper bound of volatility, as a fraction, of an instrument that states none.
 extern const double gc_dVolatMaxDefault;

@@ -13,6 +13,7 @@ class Database : public QObject {
     Q_OBJECT
 
 public:
+    /// Without tables.
     explicit Database(QObject* parent = nullptr);
     ~Database() override;
 

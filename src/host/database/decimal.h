@@ -10,12 +10,16 @@
 /// the nearer of the two. No operation has undefined behaviour.
 class decimal {
 public:
+    /// 0, which a default decimal is.
     static const decimal zero;
+    /// The least number.
     static const decimal minimum;
+    /// The greatest number.
     static const decimal maximum;
     /// The most digits after the decimal point.
     static constexpr short maxDecimals = 18;
 
+    /// Zero.
     constexpr decimal() = default;
 
     /// The value rounded to a number of decimals (clamped to 0 to 18). It is the exact binary value that
@@ -41,23 +45,33 @@ public:
 
     /// Negative, zero or positive as this number is less than, equal to or greater than the other.
     int compare(const decimal& other) const;
+    /// Whether this number equals zero.
     bool isZero() const;
 
+    /// The number with the other sign; minimum gives maximum.
     decimal operator-() const;
+    /// The exact sum.
     decimal& operator+=(const decimal& other);
+    /// The exact difference.
     decimal& operator-=(const decimal& other);
     /// The product rounded to 18 decimals, halves away from zero.
     decimal& operator*=(const decimal& other);
 
+    /// As the operators that assign.
+    /// @{
     friend decimal operator+(decimal a, const decimal& b) { return a += b; }
     friend decimal operator-(decimal a, const decimal& b) { return a -= b; }
     friend decimal operator*(decimal a, const decimal& b) { return a *= b; }
+    /// @}
+    /// By compare().
+    /// @{
     friend bool operator==(const decimal& a, const decimal& b) { return a.compare(b) == 0; }
     friend bool operator!=(const decimal& a, const decimal& b) { return a.compare(b) != 0; }
     friend bool operator<(const decimal& a, const decimal& b) { return a.compare(b) < 0; }
     friend bool operator>(const decimal& a, const decimal& b) { return a.compare(b) > 0; }
     friend bool operator<=(const decimal& a, const decimal& b) { return a.compare(b) <= 0; }
     friend bool operator>=(const decimal& a, const decimal& b) { return a.compare(b) >= 0; }
+    /// @}
 
 private:
     struct Units;

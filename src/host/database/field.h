@@ -13,7 +13,9 @@
 /// column that the table has not is null and of no type.
 class FieldConstValue {
 public:
+    /// A view of no field.
     FieldConstValue() = default;
+    /// A view of a field at these places of a row. For the database's own use.
     FieldConstValue(
         FieldType type, const unsigned char* value, const unsigned char* maskByte, unsigned char maskBit);
 
@@ -27,22 +29,30 @@ public:
     const unsigned char* maskByte() const { return m_maskByte; }
     /// That byte's bit as a mask, one of 1, 2, 4 to 128.
     unsigned char maskBit() const { return m_maskBit; }
+    /// Whether there is no value, or no field.
     bool isNull() const;
 
+    /// The value of a field of the type in the name; a moment in milliseconds since 1970-01-01 00:00:00 UTC.
+    /// @{
     qint32 toInt32() const;
     qint64 toInt64() const;
     double toDouble() const;
     decimal toDecimal() const;
     QString toText() const;
     qint64 toMoment() const;
+    /// @}
 
     /// The value as int, qlonglong, double, decimal, QString or qlonglong; an invalid QVariant for null.
     QVariant toVariant() const;
 
 protected:
+    /// What type() says.
     FieldType m_type = FieldType::Int32;
+    /// What value() says; null for no field.
     const unsigned char* m_value = nullptr;
+    /// What maskByte() says; null for no field.
     const unsigned char* m_maskByte = nullptr;
+    /// What maskBit() says.
     unsigned char m_maskBit = 0;
 };
 
@@ -50,16 +60,22 @@ protected:
 /// through a view of no field, throws Exception("Incorrect type conversion.") and changes nothing.
 class FieldValue : public FieldConstValue {
 public:
+    /// A view of no field.
     FieldValue() = default;
+    /// A view of a field at these places of a row. For the database's own use.
     FieldValue(FieldType type, unsigned char* value, unsigned char* maskByte, unsigned char maskBit);
 
+    /// Takes the value away.
     void setNull();
+    /// Writes a field of the type in the name; a moment in milliseconds since 1970-01-01 00:00:00 UTC.
+    /// @{
     void setInt32(qint32 value);
     void setInt64(qint64 value);
     void setDouble(double value);
     void setDecimal(const decimal& value);
     void setText(const QString& value);
     void setMoment(qint64 milliseconds);
+    /// @}
     /// Takes what toVariant() gives; an invalid QVariant sets null.
     void setVariant(const QVariant& value);
 
@@ -70,13 +86,17 @@ private:
 /// One field of a row for display and for reading whatever its type.
 class Field {
 public:
+    /// No field: null.
     Field() = default;
+    /// The field that a view shows, valid as long as that.
     explicit Field(const FieldConstValue& value)
         : m_value(value)
     {
     }
 
+    /// The view of the field.
     const FieldConstValue& value() const { return m_value; }
+    /// Whether there is no value, or no field.
     bool isNull() const { return m_value.isNull(); }
 
     /// The first character of toString(), in Latin-1; '\0' for null, for an empty text and for a character

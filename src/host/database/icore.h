@@ -8,6 +8,7 @@ public:
     /// The core, made at the first call; never null.
     static ICore* instance();
 
+    /// The tables; never null, owned by the core.
     virtual Database* database() const = 0;
 
 protected:

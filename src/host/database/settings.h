@@ -24,7 +24,9 @@ public:
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
 
+    /// The value of a key, also one that is not written yet; the default where there is none.
     QVariant value(const QString& key, const QVariant& defaultValue = QVariant()) const;
+    /// Changes the value of a key, to be written as said above.
     void setValue(const QString& key, const QVariant& value);
     /// Removes the value and everything below the key.
     void remove(const QString& key);
@@ -32,6 +34,7 @@ public:
     /// Writes what is not written yet; false, and nothing is lost in memory, if the file cannot be written
     /// or what stands there is not a settings file.
     bool sync();
+    /// The file, with its path.
     QString fileName() const;
 
     /// Whether something that is no settings file stands there. False also where that cannot be found out:

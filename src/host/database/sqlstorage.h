@@ -21,19 +21,25 @@ class SqlStorage : public TableStorage {
     Q_OBJECT
 
 public:
+    /// Where the database is.
     struct Connection {
         /// A Qt SQL driver's name.
         QString driver = QStringLiteral("QSQLITE");
         /// For SQLite a file, or ":memory:"; for a server the name of the database.
         QString databaseName;
+        /// The server; empty for SQLite.
         QString hostName;
         /// -1 for the driver's default.
         int port = -1;
+        /// The user's name at the server.
         QString userName;
+        /// The user's password at the server.
         QString password;
+        /// The driver's options, as QSqlDatabase::setConnectOptions() takes them.
         QString options;
     };
 
+    /// Keeps the connection for open(); opens nothing.
     explicit SqlStorage(const Connection& connection, QObject* parent = nullptr);
     ~SqlStorage() override;
 
@@ -41,6 +47,7 @@ public:
     /// database, or a database of something else is left as it is, byte for byte, and Exception says so in
     /// one line.
     void open();
+    /// Whether open() has succeeded.
     bool isOpen() const;
 
     /// Replaces the rows of a table by those stored under its name (none if it was never stored) and follows

@@ -18,17 +18,22 @@ class Table : public QObject {
     Q_OBJECT
 
 public:
+    /// An empty table. Of columns of the same name the first is found. Database::createTable() makes those
+    /// that others find.
     Table(const QString& name, const QVector<TableColumnDef>& columns, QObject* parent = nullptr);
     ~Table() override;
 
+    /// The name by which the database knows the table.
     QString name() const;
 
     /// The column's position, -1 if there is none of that name.
     int columnIndex(const QString& name) const;
+    /// How many columns there are.
     int columnCount() const;
     /// The columns in their order; they belong to the table.
     QList<TableColumnDef*> fieldDefs() const;
 
+    /// How many rows stand in the table.
     int rowCount() const;
     /// All rows in the table's order.
     IndexList masterIndex() const;
@@ -49,6 +54,7 @@ public:
     /// Rows of another table and rows that are in the table already are passed over; a removed row can come
     /// back.
     void insertRows(int position, const QVector<Record>& records);
+    /// Puts such rows at the end.
     void appendRows(const QVector<Record>& records);
     /// Takes rows out; those that are not in the table are passed over.
     void removeRows(const QVector<Record>& records);
@@ -57,20 +63,25 @@ public:
     /// Replaces all rows and announces reset() once. Rows of the table that are listed stay.
     void resetRows(const QVector<Record>& records);
 
+    /// Gives the view to write a column of the row at hand through; of no field for an unknown column.
+    using FieldAccess = std::function<FieldValue(int column)>;
+    /// Writes one row.
+    using Writer = std::function<void(const Record& record, const FieldAccess& field)>;
     /// Writes fields of rows of the table: the writer gets each record (those that are not in the table are
     /// passed over) and a function that gives the view to write a column through; afterwards one
     /// rowsChanged() tells of all those that were accessed through it. An exception of the writer passes
     /// through, after rowsChanged() for the rows written so far.
-    using FieldAccess = std::function<FieldValue(int column)>;
-    using Writer = std::function<void(const Record& record, const FieldAccess& field)>;
     void changeRows(const QVector<Record>& records, const Writer& writer);
 
     /// Releases a row whose last record went. For the database's own use.
     void freeRow(unsigned char* row);
 
 Q_SIGNALS:
+    /// These rows stand in the table now, one after the other.
     void rowsInserted(const QVector<Record>& records);
+    /// These rows stand in the table no more.
     void rowsRemoved(const QVector<Record>& records);
+    /// Fields of these rows were written.
     void rowsChanged(const QVector<Record>& records);
     /// All rows were replaced or removed at once.
     void reset();

@@ -9,6 +9,7 @@ class TableStorage : public QObject {
     Q_OBJECT
 
 public:
+    /// Keeps nothing yet.
     explicit TableStorage(QObject* parent = nullptr);
     ~TableStorage() override;
 

@@ -25,6 +25,7 @@ public:
 
     /// Tells that the number of a row may not fit its place.
     void setInexact() { m_exact = false; }
+    /// Whether the order of the numbers is that of the table.
     bool isExact() const { return m_exact; }
 
 private:

@@ -25,7 +25,9 @@
 /// "boards" has a row for each board: stock_id, board_id, is_anonym (0 or 1), name.
 namespace SecuritiesTable {
 
+/// "securities".
 extern const QString securitiesName;
+/// "boards".
 extern const QString boardsName;
 
 /// The columns of "securities".

@@ -1,5 +1,6 @@
 #include "desk/window/answertimes.h"
 #include "desk/window/desktest.h"
+#include "longchain.h"
 #include "support/testmain.h"
 
 #include <chain/chaintables.h>
@@ -15,12 +16,13 @@
 #include <work/workbar.h>
 
 #include <QAction>
-#include <QDragEnterEvent>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTemporaryDir>
+
+using LongChain::drop;
+using LongChain::rowsOf;
 
 /// Imports beside all else that the window does.
 class tst_longwork : public QObject {
@@ -76,52 +78,6 @@ constexpr int patience = 120000;
 constexpr int expiriesOfAFile = 8;
 constexpr int strikesOfAFile = 500;
 
-// Time values that fall with the distance from 100 and grow with the expiry: prices that can be valued.
-QByteArray chainText(int expiries, int strikes)
-{
-    QByteArray text = "symbol,date,expiry,type,strike,settlement\n";
-    for (int i = 0; i < expiries; ++i) {
-        const QByteArray expiry = QDate(2024, 2, 2).addDays(7 * i).toString(Qt::ISODate).toLatin1();
-        for (int j = 0; j < strikes; ++j) {
-            const double strike = 80.0 + 40.0 * j / strikes;
-            const double value = (2.0 + 0.1 * i) * std::exp(-0.02 * (strike - 100.0) * (strike - 100.0));
-            for (const char type : {'C', 'P'}) {
-                const double inner = std::max(0.0, type == 'C' ? 100.0 - strike : strike - 100.0);
-                text += "LONG,2024-01-02," + expiry + ',' + type + ',' + QByteArray::number(strike, 'f', 4)
-                    + ',' + QByteArray::number(inner + value, 'f', 4) + '\n';
-            }
-        }
-    }
-    return text;
-}
-
-QStringList rowsOf(const Table& table)
-{
-    QStringList rows;
-    for (const Record& row : table.masterIndex()) {
-        QStringList fields;
-        for (int column = 0; column < table.columnCount(); ++column)
-            fields.append(row.value(column).isNull() ? QStringLiteral("-") : row.field(column).toString());
-        rows.append(fields.join(QLatin1Char(' ')));
-    }
-    return rows;
-}
-
-bool drop(QWidget& target, const QList<QUrl>& urls)
-{
-    QMimeData data;
-    data.setUrls(urls);
-    QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    enter.ignore();
-    QApplication::sendEvent(&target, &enter);
-    if (!enter.isAccepted())
-        return false;
-    QDropEvent event(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    event.ignore();
-    QApplication::sendEvent(&target, &event);
-    return event.isAccepted();
-}
-
 // What the platform of the tests says of a box.
 constexpr const char* noSizeHints = "This plugin does not support propagateSizeHints()";
 
@@ -140,7 +96,7 @@ QString dismissBox()
 void tst_longwork::initTestCase()
 {
     m_file = DeskTest::write(
-        m_folder.filePath(QStringLiteral("long.csv")), chainText(expiriesOfAFile, strikesOfAFile));
+        m_folder.filePath(QStringLiteral("long.csv")), LongChain::text(expiriesOfAFile, strikesOfAFile));
 }
 
 void tst_longwork::init()
@@ -341,7 +297,7 @@ void tst_longwork::closes()
 void tst_longwork::tellsOfAnErrorInTheLastRow()
 {
     const QString file = DeskTest::write(m_folder.filePath(QStringLiteral("broken.csv")),
-        chainText(expiriesOfAFile, strikesOfAFile) + "LONG,x,y,C,z,1\n");
+        LongChain::text(expiriesOfAFile, strikesOfAFile) + "LONG,x,y,C,z,1\n");
     const QStringList before = all();
     QSignalSpy imported(&importer(), SIGNAL(imported(QString)));
     QTest::ignoreMessage(QtWarningMsg, noSizeHints);
@@ -396,7 +352,7 @@ void tst_longwork::answersDuringALargeImport()
 {
     constexpr int expiries = 40;
     const QString file = DeskTest::write(
-        m_folder.filePath(QStringLiteral("large.csv")), chainText(expiries, strikesOfALargeFile));
+        m_folder.filePath(QStringLiteral("large.csv")), LongChain::text(expiries, strikesOfALargeFile));
     QSignalSpy reached(importer().work(), SIGNAL(reached(int)));
     AnswerTimes answers(*m_window->plot()->canvas());
     int handledWhileReading = 0;

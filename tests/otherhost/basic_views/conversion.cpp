@@ -1,0 +1,3 @@
+#include "basic_views/conversion.h"
+
+Conversion::~Conversion() = default;

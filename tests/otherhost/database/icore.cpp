@@ -1,0 +1,7 @@
+#include "database/icore.h"
+
+ICore* ICore::instance()
+{
+    static ICore core;
+    return &core;
+}

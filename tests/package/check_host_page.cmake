@@ -1,0 +1,33 @@
+# Fails unless the headers of the host that the library in SOURCE includes are those in the tables of the page.
+#   cmake -DSOURCE=FOLDER -P check_host_page.cmake -- PAGE
+math(EXPR last "${CMAKE_ARGC} - 1")
+set(page "${CMAKE_ARGV${last}}")
+set(header "(c_api|database|directory|basic_models|basic_views)/[a-z0-9_]+\\.h")
+
+file(GLOB files "${SOURCE}/*.h" "${SOURCE}/*.cpp")
+set(included "")
+foreach(file IN LISTS files)
+    file(STRINGS "${file}" lines REGEX "^#include <${header}>")
+    list(APPEND included ${lines})
+endforeach()
+list(TRANSFORM included REPLACE ".*<(.*)>.*" "\\1")
+list(REMOVE_DUPLICATES included)
+list(SORT included)
+
+file(STRINGS "${page}" lines REGEX "^\\| `")
+string(REGEX MATCHALL "`${header}`" named "${lines}")
+list(TRANSFORM named REPLACE "`" "")
+list(SORT named)
+
+if(NOT included)
+    message(FATAL_ERROR "no header of the host is included in ${SOURCE}")
+endif()
+if(NOT included STREQUAL named)
+    set(missing ${included})
+    list(REMOVE_ITEM missing ${named})
+    list(REMOVE_ITEM named ${included})
+    list(JOIN missing " " missing)
+    list(JOIN named " " named)
+    message("included but not on the page: ${missing}\non the page but not included: ${named}")
+    message(FATAL_ERROR "${page} is not about the headers that the library includes")
+endif()
