@@ -1,7 +1,7 @@
 #!/bin/bash
 # check_packages.sh SOURCE PACKAGES: what lintian does not ask of the packages in the folder PACKAGES.
 set -eu -o pipefail
-source=$1 packages=$(realpath "$2")
+source=$(realpath "$1") packages=$(realpath "$2")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 failed=0

@@ -17,12 +17,13 @@ command -v debootstrap >/dev/null || skip "debootstrap is missing."
 . /etc/os-release
 mirror=$(apt-get indextargets --format '$(SITE) $(CODENAME)' | awk -v name="$VERSION_CODENAME" '$2 == name { print $1; exit }')
 mkdir -p "$cache/archives"
-/usr/lib/apt/apt-helper download-file "$mirror/dists/$VERSION_CODENAME/Release" "$cache/Release" >/dev/null 2>&1 \
-    || skip "the mirror '$mirror' does not answer."
+/usr/lib/apt/apt-helper -o Acquire::Retries=0 -o Acquire::http::Timeout=20 \
+    download-file "$mirror/dists/$VERSION_CODENAME/Release" "$cache/Release" >/dev/null 2>&1 || skip "the mirror '$mirror' does not answer."
 
 if [ ! -d "$cache/base" ]; then
     rm -rf "$cache/base-unfinished"
-    debootstrap --variant=minbase "$VERSION_CODENAME" "$cache/base-unfinished" "$mirror"
+    debootstrap --variant=minbase "$VERSION_CODENAME" "$cache/base-unfinished" "$mirror" > "$cache/debootstrap.log" 2>&1 ||
+        skip "debootstrap made no system: $(tail -n 3 "$cache/debootstrap.log")"
     mv "$cache/base-unfinished" "$cache/base"
 fi
 
