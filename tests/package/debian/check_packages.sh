@@ -56,12 +56,13 @@ for file in libplot2d0/"$folder"/*.so.*.* optiondesk/usr/bin/optiondesk; do
     dynamic=$(readelf --dynamic --wide "$file")
     if grep -E 'R(UN)?PATH' <<< "$dynamic"; then complain "$file says where its libraries are."; fi
     grep -q 'FLAGS.*NOW' <<< "$dynamic" || complain "$file binds late."
-    readelf --segments --wide "$file" | grep -q GNU_RELRO || complain "$file leaves its tables writable."
-    if readelf --sections --wide "$file" | grep -q ' \.symtab '; then complain "$file is not stripped."; fi
+    parts=$(readelf --segments --sections --wide "$file")
+    grep -q GNU_RELRO <<< "$parts" || complain "$file leaves its tables writable."
+    if grep -q ' \.symtab ' <<< "$parts"; then complain "$file is not stripped."; fi
     unused=$(ldd -u "$file" | sed 1d || true)
     [ -z "$unused" ] || complain "$file asks for what it does not use:" $unused
 done
-readelf --file-header optiondesk/usr/bin/optiondesk | grep -q 'Type: *DYN' || complain "optiondesk lies at a fixed address."
+grep -q 'Type: *DYN' <<< "$(readelf --file-header optiondesk/usr/bin/optiondesk)" || complain "optiondesk lies at a fixed address."
 
 "$source/tests/package/check_symbols.sh" "$source" "libplot2d0/$folder/libplot2d.so.$upstream" || failed=1
 
