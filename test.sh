@@ -5,7 +5,8 @@ set -u
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$root/tools/setup.sh"
 
-need_packages "${build_packages[@]}" xvfb xauth xdotool desktop-file-utils groff-base postgresql doxygen
+need_packages "${build_packages[@]}" "${packaging_packages[@]}" "${abi_packages[@]}" \
+    lintian debootstrap xvfb xauth xdotool desktop-file-utils groff-base postgresql doxygen
 
 given=$#
 [ $# -gt 0 ] || set -- dev asan-ubsan

@@ -30,6 +30,8 @@ install_as_root() {
 
 build_packages=(g++ cmake ninja-build pkg-config qtbase5-dev libqt5svg5-dev libqwt-qt5-dev libqt5sql5-sqlite
     libqt5sql5-psql libpq-dev libquantlib0-dev fonts-dejavu-core qttools5-dev qttools5-dev-tools qttranslations5-l10n)
+packaging_packages=(build-essential debhelper dpkg-dev git xz-utils)
+abi_packages=(abigail-tools)
 
 # configure_and_build SOURCE PRESET [TARGET...] prints nothing but what went wrong.
 configure_and_build() {
