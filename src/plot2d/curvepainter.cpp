@@ -178,8 +178,8 @@ Folding foldingFor(
 /// The samples that may be seen of a pen's way through them.
 CurveFolding::Stretch seenOf(const CurveFolding::Stretch& all, const QRectF& area, const QPen& pen)
 {
-    const int reach = static_cast<int>(std::ceil(reachOf(pen)));
-    return all.seenBetween(wholePixel(area.left()) - reach, wholePixel(area.right()) + reach);
+    const double reach = std::ceil(reachOf(pen));
+    return all.seenBetween(wholePixel(area.left() - reach), wholePixel(area.right() + reach));
 }
 
 bool canFold(QPainter& painter, const CurveFolding::Stretch& stretch)

@@ -236,9 +236,6 @@ protected:
 
 private:
     QPointer<PriceBased2dPlotPanner> m_panner;
-    PriceBased2dPlotScaleDraw* m_xScaleDraw = nullptr;
-    PriceBased2dPlotScaleDraw* m_yScaleDraw = nullptr;
-    PriceBased2dPlotScaleEngine* m_scaleEngine = nullptr;
 
 protected:
     /// The host's own object behind this plot, say the controller that feeds it; the library never uses it.

@@ -10,6 +10,7 @@
 #include "plotmouse_p.h"
 #include "qtversions_p.h"
 #include "quoteline_p.h"
+#include "replotpause_p.h"
 #include "scalerange_p.h"
 #include "valuerange_p.h"
 
@@ -56,8 +57,11 @@ QList<QwtPlotMarker*> PriceBased2dPlot::createMarkers(int count, PriceBased2dPlo
     QList<QwtPlotMarker*> markers;
     if (!curve)
         return markers;
+    const ReplotPause pause(this);
+    // Who hears of the first marker may delete the curve.
+    const QPen pen = curve->pen();
     for (int i = 0; i < count; ++i) {
-        QwtPlotMarker* marker = PlotLook::createPointMarker(curve->pen());
+        QwtPlotMarker* marker = PlotLook::createPointMarker(pen);
         marker->attach(this);
         markers.append(marker);
     }
@@ -112,7 +116,7 @@ void PriceBased2dPlot::updateYAxisScale()
 std::pair<double, double> PriceBased2dPlot::minMaxYAtXRange()
 {
     const QwtScaleDiv& prices = axisScaleDiv(xBottom);
-    if (prices.isEmpty() || !prices.interval().isValid())
+    if (!ScaleRange::isUsable(prices))
         return ValueRange::none;
     const double x1 = roundedXValue(prices.lowerBound());
     const double x2 = roundedXValue(prices.upperBound());
