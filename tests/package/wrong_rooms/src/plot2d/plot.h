@@ -1,0 +1,2 @@
+#include <ql/quote.hpp>
+#include <database/table.h>
