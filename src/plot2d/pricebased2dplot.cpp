@@ -203,14 +203,14 @@ void PriceBased2dPlot::updateScaleLabels()
 
 void PriceBased2dPlot::updateAxisWidgets()
 {
-    if (!xScaleDraw())
-        return;
     const QPointer<PriceBased2dPlot> self(this);
-    xScaleDraw()->updateLabels();
+    if (PriceBased2dPlotScaleDraw* draw = xScaleDraw())
+        draw->updateLabels();
     replot();
-    if (!self || !xScaleDraw())
+    if (!self)
         return;
-    xScaleDraw()->invalidateCache();
+    if (PriceBased2dPlotScaleDraw* draw = xScaleDraw())
+        draw->invalidateCache();
     updateAxes();
     replot();
     if (self)

@@ -56,7 +56,9 @@ void tst_hostsscales::plainOnesAreLeftAlone()
         QVERIFY(!plot.conversionEnabled(QwtPlot::yLeft));
         QCOMPARE(plot.xAxisMetricUnit(), QString());
         plot.updateScaleLabels();
+        plot.calls.clear();
         plot.updateAxisWidgets();
+        QCOMPARE(plot.calls.count(QStringLiteral("replot")), 2);
     }
 }
 
