@@ -80,8 +80,8 @@ public:
 
     /// The colour of the tracker's text; invalid without a picker.
     QColor getTrackerColor() const;
-    /// Colours rubber band (one pixel, solid) and tracker of the picker; an invalid colour gives black. Nothing
-    /// happens without a picker, and where the tracker has that colour already.
+    /// Colours rubber band (one pixel, solid) and tracker of the picker; an invalid colour gives black.
+    /// Nothing happens without a picker, and where the tracker has that colour already.
     void setTrackerColor(const QColor& color);
     /// Shows the tracker whenever the cursor is over the canvas.
     void setTrackerMode();

@@ -1,2 +1,2 @@
-#include <ql/quote.hpp>
 #include <database/table.h>
+#include <ql/quote.hpp>
