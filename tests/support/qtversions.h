@@ -5,6 +5,11 @@
 #include <qwt_abstract_scale_draw.h>
 #include <qwt_global.h>
 #include <qwt_point_data.h>
+#if QWT_VERSION >= 0x060200
+#include <qwt_spline_curve_fitter.h>
+#else
+#include <qwt_curve_fitter.h>
+#endif
 
 /// What the tests say differently to the versions of Qt (5 and 6) and of Qwt (6.1 and from 6.2).
 namespace TestVersions {
