@@ -1,6 +1,7 @@
 #include "plot2d/plot2dcommon.h"
 #include "support/childrun.h"
 #include "support/numbersamples.h"
+#include "support/qtversions.h"
 #include "support/slownumbers.h"
 #include "support/testmain.h"
 
@@ -69,16 +70,6 @@ QString inSignsOf(const QString& locale, const char* plain)
     return localized(plain, QStringLiteral("."), QStringLiteral(","), u'0');
 }
 
-/// Why the texts of a locale are not compared: Qt 6 writes hi_IN in its own groups, and ar_EG with a mark of
-/// the direction before a sign.
-const char* otherSignsOf(const QString& locale)
-{
-    constexpr bool isOther = QT_VERSION >= QT_VERSION_CHECK(6, 0, 0);
-    return isOther && (locale == QLatin1String("hi_IN") || locale == QLatin1String("ar_EG"))
-        ? "the expected signs are those of Qt 5.15; this is Qt " QT_VERSION_STR
-        : nullptr;
-}
-
 struct Golden {
     double value;
     int decimals;
@@ -134,7 +125,7 @@ private Q_SLOTS:
 };
 
 #define SKIP_OTHER_SIGNS(locale)                                                                             \
-    if (const char* other = otherSignsOf(locale))                                                            \
+    if (const char* other = TestVersions::otherSignsOf(locale))                                              \
         QSKIP(other);
 
 #define RUN_IN_CHILD(environment)                                                                            \
