@@ -4,6 +4,7 @@
 #include "legendicons_p.h"
 #include "legendstate_p.h"
 #include "plot2d/pricebased2dplot.h"
+#include "qtversions_p.h"
 
 #include <database/settings.h>
 
@@ -88,6 +89,7 @@ LabelWidget::LabelWidget(QWidget* parent)
 
 LabelWidget::~LabelWidget()
 {
+    QtVersions::leaveLegend(*this);
     if (m_tellingBox)
         m_tellingBox->setParent(nullptr);
 }

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <QChildEvent>
 #include <QColor>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPolygonF>
+#include <QWidget>
 
 #include <qwt_abstract_scale_draw.h>
 #include <qwt_clipper.h>
 #include <qwt_global.h>
+#include <qwt_legend.h>
 #include <qwt_plot.h>
 #include <qwt_point_data.h>
 
@@ -60,6 +63,24 @@ inline bool isAxisVisible(const QwtPlot& plot, int axis)
     return plot.isAxisVisible(axis);
 #else
     return plot.axisEnabled(axis);
+#endif
+}
+
+/// Takes the widget of an entry off the list of its legend. With Qt 6 what is being destroyed is no widget
+/// any more when its parent hears of it, and QwtLegend would keep its address; hence its destructor has to
+/// call this.
+inline void leaveLegend(QWidget& entry)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    for (QWidget* above = entry.parentWidget(); above; above = above->parentWidget()) {
+        if (auto* legend = qobject_cast<QwtLegend*>(above)) {
+            QChildEvent removed(QEvent::ChildRemoved, &entry);
+            legend->eventFilter(entry.parentWidget(), &removed);
+            return;
+        }
+    }
+#else
+    Q_UNUSED(entry)
 #endif
 }
 

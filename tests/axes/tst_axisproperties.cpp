@@ -9,6 +9,7 @@
 #include <QLocale>
 
 #include <qwt_scale_engine.h>
+#include <qwt_scale_map.h>
 #include <qwt_scale_widget.h>
 
 #include <algorithm>

@@ -70,10 +70,12 @@ template <class T> QString told(const QList<T>& values)
 {
     return toldList(values);
 }
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // A vector is a list from then on.
 template <class T> QString told(const QVector<T>& values)
 {
     return toldList(values);
 }
+#endif
 inline QString told(const QStringList& values)
 {
     return toldList(values);
@@ -112,6 +114,7 @@ template <class T> bool same(const QList<T>& a, const QList<T>& b)
         equal = same(a[i], b[i]);
     return equal;
 }
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 template <class T> bool same(const QVector<T>& a, const QVector<T>& b)
 {
     bool equal = a.size() == b.size();
@@ -119,6 +122,7 @@ template <class T> bool same(const QVector<T>& a, const QVector<T>& b)
         equal = same(a[i], b[i]);
     return equal;
 }
+#endif
 
 /// Whether two numbers differ by no more than rounding, for results that come by way of pixels.
 inline bool isNear(double a, double b, double scale)

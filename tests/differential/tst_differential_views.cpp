@@ -184,7 +184,7 @@ void tst_differential_views::closestCurves()
         const QList<PriceBased2dPlotCurve*> curves = both.plot().attachedCurves(-1);
         const ClosestPointParams library = both.plot().picker()->getClosestCurveParams(curves);
         findings.compare(
-            "curve", plain.curve, curves.indexOf(const_cast<PriceBased2dPlotCurve*>(library.curve)));
+            "curve", plain.curve, int(curves.indexOf(const_cast<PriceBased2dPlotCurve*>(library.curve))));
         findings.compare("sample", plain.sample, library.index);
         findings.compare("distance", -1.0, library.distance);
         findings.given([&] { return told(place) + both.inWords(); });

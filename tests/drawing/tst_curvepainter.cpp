@@ -165,9 +165,11 @@ void tst_CurvePainter::paintersDecide_data()
         lines);
     row(
         "moved down by a part", [](QPainter& painter) { painter.translate(0.0, 0.5); }, none, lines, lines);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     row(
         "as Qt 4", [](QPainter& painter) { painter.setRenderHint(QPainter::Qt4CompatiblePainting); }, none,
         lines, lines);
+#endif
     row(
         "scaled by itself", [](QPainter& painter) { painter.scale(2.0, 2.0); }, none, none, none);
     row("scaled", scaledBy(2.0, 2.0), none, lines, lines);

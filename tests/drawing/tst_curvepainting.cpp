@@ -129,9 +129,11 @@ void tst_CurvePainting::equalsQwtOnAnyPainter_data()
         << Prepare([](QPainter& painter) { painter.translate(0.5, 0.0); }) << 0.0;
     QTest::newRow("moved down by a part")
         << Prepare([](QPainter& painter) { painter.translate(0.0, 0.5); }) << 0.0;
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QTest::newRow("as Qt 4") << Prepare([](QPainter& painter) {
         painter.setRenderHint(QPainter::Qt4CompatiblePainting);
     }) << 0.0;
+#endif
 }
 
 void tst_CurvePainting::equalsQwtOnAnyPainter()

@@ -1,5 +1,6 @@
 #include "recordedcurves.h"
 
+#include "support/qtversions.h"
 #include "support/testmain.h"
 
 #include <plot2d/pricebased2dplotcurve.h>
@@ -7,7 +8,6 @@
 #include <QPainterPath>
 #include <QTest>
 
-#include <qwt_curve_fitter.h>
 #include <qwt_symbol.h>
 #include <qwt_transform.h>
 

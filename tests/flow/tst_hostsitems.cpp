@@ -115,7 +115,7 @@ void tst_HostsItems::picksEntriesOfTheLegendOnly()
     auto* const unchecked = addCurve(plot, 9, {{1.0, 1.0}}, QStringLiteral("unchecked"));
     auto* const without = new PriceBased2dPlotCurve(&plot, QStringLiteral("without an entry"));
     without->setDataType(9);
-    without->setSamples({{1.0, 1.0}});
+    without->setSamples(QVector<QPointF>{{1.0, 1.0}});
     without->setItemAttribute(QwtPlotItem::Legend, false);
     without->attach(&plot);
     addCurve(plot, 9, {}, QStringLiteral("without samples"));
@@ -135,7 +135,7 @@ void tst_HostsItems::aPickerWithoutAPlotKnowsNothing()
     QCOMPARE(picker.transformedPoint(QPointF(5.0, 7.0)), QPointF());
     QVERIFY(picker.usedCurves().isEmpty());
     PriceBased2dPlotCurve curve(nullptr, QStringLiteral("curve"));
-    curve.setSamples({{1.0, 1.0}});
+    curve.setSamples(QVector<QPointF>{{1.0, 1.0}});
     const ClosestPointParams found = picker.getClosestCurveParams({&curve});
     QVERIFY(!found.curve);
     QCOMPARE(found.index, -1);

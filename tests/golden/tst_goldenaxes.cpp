@@ -160,6 +160,8 @@ void tst_goldenaxes::axis()
     QFETCH(const Scene, scene);
     QFETCH(const QByteArray, locale);
     QFETCH(const QByteArray, pixelRatio);
+    if (const QString other = GoldenImage::otherVersions(); !other.isEmpty())
+        QSKIP(qPrintable(other));
     if (!TestSupport::isChild()) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.remove(QStringLiteral("LANGUAGE"));
@@ -171,8 +173,6 @@ void tst_goldenaxes::axis()
         return;
     }
     const QString name = QString::fromLatin1(QTest::currentDataTag());
-    if (const QString other = GoldenImage::otherVersions(); !other.isEmpty())
-        QSKIP(qPrintable(other));
     const QString difference = GoldenImage::difference(picture(scene), name);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
