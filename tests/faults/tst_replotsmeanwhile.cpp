@@ -94,13 +94,16 @@ QStringList shownBy(const Market& market)
     return shown;
 }
 
-QStringList shownAfterAll(Market& market)
+/// What a market without a part shows once all that waits is done, and once it is told to scale itself anew.
+QStringList shownAfterAll(Market& market, Market::Part gone)
 {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
+    // Curves and the panner's flag make the vertical scale, which may not have been found before they went.
+    QStringList shown = gone == Market::Curves || gone == Market::Panner ? QStringList() : shownBy(market);
     if (market.plot)
         market.plot->updateYAxisScale();
-    return shownBy(market);
+    return shown + shownBy(market);
 }
 
 /// Makes a call, takes a part away at one of its replots, and answers how many there were.
@@ -193,7 +196,7 @@ void tst_replotsmeanwhile::duringAReplot()
     m_market = marketBefore(drawing, replotsByItself);
     drawing.act(*m_market);
     m_market->remove(Market::Part(part));
-    QStringList expected = shownAfterAll(*m_market);
+    QStringList expected = shownAfterAll(*m_market, Market::Part(part));
     // But a curve that has gone hides no further marker.
     if (QByteArray(drawing.name) == "hides marked points" && part == Market::Curves && when == 1)
         expected.replaceInStrings(
@@ -204,7 +207,7 @@ void tst_replotsmeanwhile::duringAReplot()
     const int replots = actAndRemove(*m_market, drawing, Market::Part(part), when);
     QCOMPARE(m_market->parts(), Market::partsWithout({Market::Part(part)}));
     QVERIFY2(part == Market::Plot ? replots == when : replots >= when, qPrintable(QString::number(replots)));
-    QCOMPARE(shownAfterAll(*m_market), expected);
+    QCOMPARE(shownAfterAll(*m_market, Market::Part(part)), expected);
 }
 
 // Qwt can be told to leave items alone that belong to the host.
