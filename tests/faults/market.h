@@ -39,7 +39,7 @@ public:
     Market()
     {
         table = TestHost::createSecurities();
-        TestHost::createBoards();
+        boards = TestHost::createBoards();
         TestHost::addBoard(1, 2, true);
         TestHost::addSecurity(TestHost::future({{"price_step", "1"}, {"cur_kotir_real", "118"}}));
         for (const char* strike : {"100", "110", "120", "130", "140"})
@@ -127,6 +127,34 @@ public:
         }
     }
 
+    /// The names of the parts that are there; curves and markers are as long as there is one.
+    QStringList parts() const
+    {
+        const bool there[] = {!plot.isNull(), !manager.isNull(), !model.isNull(), !legend.isNull(),
+            !picker.isNull(), !panner.isNull(), plot && !plot->attachedCurves(-1).isEmpty(),
+            plot && !plot->attachedMarkers().isEmpty(), !table.isNull(), !boards.isNull()};
+        QStringList names;
+        for (int part = 0; part < PartCount; ++part) {
+            if (there[part])
+                names << QString::fromLatin1(nameOf(Part(part)));
+        }
+        return names;
+    }
+
+    /// The names of those that are there after others were removed: a plot takes with it all but the tables,
+    /// a manager its model.
+    static QStringList partsWithout(const QVector<Part>& removed)
+    {
+        QStringList names;
+        for (int part = 0; part < PartCount; ++part) {
+            const bool goesWithPlot = part != Securities && part != Boards && removed.contains(Plot);
+            const bool goesWithManager = part == Model && removed.contains(Manager);
+            if (!removed.contains(Part(part)) && !goesWithPlot && !goesWithManager)
+                names << QString::fromLatin1(nameOf(Part(part)));
+        }
+        return names;
+    }
+
     // All but the one that is not of the library: a legend without any entry has a negative size in Qwt.
     void removeCurves()
     {
@@ -138,6 +166,7 @@ public:
     }
 
     QPointer<Table> table;
+    QPointer<Table> boards;
     QPointer<TestPlot> plot;
     QPointer<PriceBased2dPlotPointManager> manager;
     QPointer<StrikeByBaseCodeModel> model;

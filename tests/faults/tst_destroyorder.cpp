@@ -47,6 +47,9 @@ private:
     static void postEvents(const Market& market);
     void use(Market& market);
     void destroy(Market& market, const Order& order, int length, std::mt19937_64& random);
+    static bool hasFuture(const Market& market);
+    static void checkPrices(Market& market);
+    static void checkCurves(Market& market);
 
     QTemporaryDir m_folder;
 };
@@ -156,6 +159,52 @@ void tst_destroyorder::anyOrder()
     qInfo("%d orders", orders);
 }
 
+// A future is found by both tables, and the line at the quote is shown only with one.
+bool tst_destroyorder::hasFuture(const Market& market)
+{
+    return market.table && market.boards;
+}
+
+// Strikes, interval and price step follow the table as long as there is one.
+void tst_destroyorder::checkPrices(Market& market)
+{
+    if (market.model)
+        QCOMPARE(market.model->rowCount(), market.table ? TestHost::rowCount(market.table) - 1 : 0);
+    if (market.picker)
+        QCOMPARE(market.picker->priceStep(), hasFuture(market) ? 1.0 : -1.0);
+    if (market.plot)
+        QCOMPARE(market.plot->getFuture().isNull(), !hasFuture(market));
+    if (!market.manager)
+        return;
+    if (market.model && market.table) {
+        const double last = market.model->strike(market.model->rowCount() - 1).toDouble();
+        QVERIFY(last > 200.0);
+        QCOMPARE(market.manager->interval(), (PriceInterval{100.0, last, 1.0, true}));
+    } else if (market.model) {
+        QCOMPARE(market.manager->interval(), PriceInterval());
+    }
+    const bool hasPoints = market.model && market.picker && hasFuture(market);
+    QCOMPARE(market.manager->calcPlotPoints(true).isEmpty(), !hasPoints);
+}
+
+// The legend has an entry for each curve that is left and for the one that is not of the library, and the
+// curves follow their check boxes.
+void tst_destroyorder::checkCurves(Market& market)
+{
+    if (!market.plot || !market.legend)
+        return;
+    const QList<PriceBased2dPlotCurve*> curves = market.plot->attachedCurves(-1);
+    QCOMPARE(market.legend->findChildren<QCheckBox*>().size(), curves.size() + 1);
+    for (const PriceBased2dPlotCurve* curve : curves) {
+        const QString title = curve->title().text();
+        market.legend->setCheckBoxChecked(title, false);
+        QVERIFY2(!curve->isVisible(), qPrintable(title));
+        market.legend->setCheckBoxChecked(title, true);
+        const bool isQuote = curve->dataType() == PriceBased2dPlotCurve::quoteLineType;
+        QVERIFY2(curve->isVisible() == (!isQuote || hasFuture(market)), qPrintable(title));
+    }
+}
+
 void tst_destroyorder::pairs_data()
 {
     QTest::addColumn<int>("first");
@@ -180,8 +229,12 @@ void tst_destroyorder::pairs()
     Market market;
     market.plot->show();
     destroy(market, order, 2, random);
+    QCOMPARE(market.parts(), Market::partsWithout({order[0], order[1]}));
     use(market);
     QCoreApplication::processEvents();
+    QCOMPARE(market.parts(), Market::partsWithout({order[0], order[1]}));
+    checkPrices(market);
+    checkCurves(market);
 }
 
 // Each part may be made anew after it is gone.

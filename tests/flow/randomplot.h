@@ -128,6 +128,16 @@ public:
                 ViewProperty::text({m_plot->curvesRectangle().top(), m_plot->curvesRectangle().bottom()}));
     }
 
+    /// What was done in this plot, and what came of it.
+    QString text(const QString& what, const State& before, const State& after) const
+    {
+        return QStringLiteral("seed %1, %2: %3; %4 and %5 became %6 and %7, %8 and %9 signals")
+            .arg(QString::number(m_random.seed()), text(), what, ViewProperty::text(before.prices),
+                ViewProperty::text(before.values), ViewProperty::text(after.prices),
+                ViewProperty::text(after.values), QString::number(after.labels - before.labels),
+                QString::number(after.autoScale - before.autoScale));
+    }
+
 private Q_SLOTS:
     /// The plot leaves it to its host to paint.
     void onLabels()

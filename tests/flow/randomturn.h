@@ -18,8 +18,17 @@ struct RandomTurn {
     bool zoomsOut() const { return factor > 1.0; }
     /// Whether the vertical axis follows the data, or stays.
     bool isOfPricesOnly() const { return onX || (!onY && modifiers == Qt::ControlModifier); }
+    bool movesPrices() const { return isOfPricesOnly() || (!onY && modifiers != Qt::ShiftModifier); }
     /// The part of its width that the view has after the zoom.
     double part() const { return !zoomsOut() || curves.width() > before.prices.width() ? factor : 1.0; }
+
+    QString text() const
+    {
+        return QStringLiteral("about (%1, %2), on x %3, on y %4, modifiers %5, factor %6")
+            .arg(QString::number(centre.x(), 'g', 17), QString::number(centre.y(), 'g', 17),
+                QString::number(onX), QString::number(onY), QString::number(int(modifiers)),
+                QString::number(factor));
+    }
 };
 
 inline QPointF centreOf(RandomPlot& plot, const QPoint& point, bool onX, bool onY)

@@ -2,6 +2,7 @@
 #include "support/testmain.h"
 
 #include <functional>
+#include <optional>
 
 using ViewProperty::gap;
 using ViewProperty::rounding;
@@ -15,6 +16,9 @@ constexpr int notch = 120;
 
 using State = RandomPlot::State;
 
+/// What is said of a property that does not hold; made only then.
+using Where = std::function<QString()>;
+
 /// A pan that was not refused.
 struct AcceptedPan {
     State before;
@@ -24,19 +28,25 @@ struct AcceptedPan {
     double perPixel = 0.0;
 };
 
+/// A drag on an axis.
+struct AxisDrag {
+    bool onX = false;
+    /// In pixels, positive to the right and down.
+    int way = 0;
+    State before;
+    State after;
+
+    const Range& dragged(const State& state) const { return onX ? state.prices : state.values; }
+    bool moved() const
+    {
+        return dragged(after).lower != dragged(before).lower || dragged(after).upper != dragged(before).upper;
+    }
+};
+
 bool isAbout(const Range& range, const Range& expected, double tolerance)
 {
     return std::abs(range.lower - expected.lower) <= tolerance
         && std::abs(range.upper - expected.upper) <= tolerance;
-}
-
-QString textOf(const RandomPlot& plot, const QString& what, const State& before, const State& after)
-{
-    return QStringLiteral("seed %1, %2: %3; %4 and %5 became %6 and %7, %8 and %9 signals")
-        .arg(QString::number(seed), plot.text(), what, ViewProperty::text(before.prices),
-            ViewProperty::text(before.values), ViewProperty::text(after.prices),
-            ViewProperty::text(after.values), QString::number(after.labels - before.labels),
-            QString::number(after.autoScale - before.autoScale));
 }
 
 }
@@ -52,10 +62,12 @@ private Q_SLOTS:
     void zooms();
     void oneInAndOneOut();
     void axisDrags();
-    void refusals();
 
 private:
-    void checkPan(RandomPlot& plot, const AcceptedPan& pan, const QString& where);
+    static void checkPan(RandomPlot& plot, const AcceptedPan& pan, const QString& where);
+    static void checkZoomedPrices(const RandomTurn& wheel, const State& after, const Where& where);
+    static void checkZoomedValues(const RandomTurn& wheel, const State& after, const Where& where);
+    static void checkAxisDrag(const AxisDrag& drag, const Where& where);
 };
 
 void tst_viewproperties_events::initTestCase()
@@ -104,12 +116,11 @@ void tst_viewproperties_events::pans()
             plot.drag(from, to);
             const State after = plot.state();
             const auto where = [&] {
-                return textOf(plot,
-                    QStringLiteral("plot %1 pan %2 by (%3, %4)")
-                        .arg(i)
-                        .arg(j)
-                        .arg(to.x() - from.x())
-                        .arg(to.y() - from.y()),
+                return plot.text(QStringLiteral("plot %1 pan %2 by (%3, %4)")
+                                     .arg(i)
+                                     .arg(j)
+                                     .arg(to.x() - from.x())
+                                     .arg(to.y() - from.y()),
                     before, after);
             };
             HOLDS(after.labels <= before.labels + 1, where());
@@ -128,6 +139,33 @@ void tst_viewproperties_events::pans()
     QVERIFY2(refused > plots, qPrintable(QString::number(refused)));
 }
 
+/// The prices are where the wheel says; those that it does not move stay to the last bit.
+void tst_viewproperties_events::checkZoomedPrices(
+    const RandomTurn& wheel, const State& after, const Where& where)
+{
+    const Range& before = wheel.before.prices;
+    const std::optional<Range> expected = expectedPrices(wheel);
+    if (!wheel.movesPrices())
+        HOLDS(after.prices.lower == before.lower && after.prices.upper == before.upper, where());
+    else if (expected)
+        HOLDS(isAbout(after.prices, *expected, rounding(before)), where());
+}
+
+/// The values are where the wheel says, and show no more than the data bind them to.
+void tst_viewproperties_events::checkZoomedValues(
+    const RandomTurn& wheel, const State& after, const Where& where)
+{
+    const Range& before = wheel.before.values;
+    const bool moved = after.values.lower != before.lower || after.values.upper != before.upper;
+    if (wheel.isOfPricesOnly() || !moved)
+        return;
+    const double height = zoomedHeight(wheel);
+    const double shown = std::min(height, boundOfHeight(wheel).value_or(height));
+    const std::optional<double> highest = expectedHighest(wheel, height);
+    if (highest)
+        HOLDS(isAbout(after.values, Range{*highest - shown, *highest}, 4.0 * rounding(before)), where());
+}
+
 void tst_viewproperties_events::zooms()
 {
     ViewRandom random(seed + 1);
@@ -144,42 +182,20 @@ void tst_viewproperties_events::zooms()
             const RandomTurn wheel = randomTurn(random, plot);
             const State& before = wheel.before;
             const State after = plot.state();
-            const auto where = [&] {
-                return textOf(plot,
-                    QStringLiteral(
-                        "plot %1 turn %2 about (%3, %4), on x %5, on y %6, modifiers %7, factor %8")
-                        .arg(QString::number(i), QString::number(j),
-                            QString::number(wheel.centre.x(), 'g', 17),
-                            QString::number(wheel.centre.y(), 'g', 17), QString::number(wheel.onX),
-                            QString::number(wheel.onY), QString::number(int(wheel.modifiers)),
-                            QString::number(wheel.factor)),
-                    before, after);
+            const Where where = [&] {
+                return plot.text(
+                    QStringLiteral("plot %1 turn %2 %3").arg(i).arg(j).arg(wheel.text()), before, after);
             };
             HOLDS(after.labels <= before.labels + 1, where());
             if (after.labels == before.labels) {
                 HOLDS(after == before, where());
                 continue;
             }
-            const auto prices = expectedPrices(wheel);
-            const bool pricesMove
-                = wheel.isOfPricesOnly() || (!wheel.onY && wheel.modifiers != Qt::ShiftModifier);
-            if (pricesMove && prices) {
-                HOLDS(isAbout(after.prices, *prices, rounding(before.prices)), where());
-                ++kept;
-            }
-            if (!pricesMove)
-                HOLDS(after.prices.lower == before.prices.lower && after.prices.upper == before.prices.upper,
-                    where());
-            const bool valuesMove
-                = after.values.lower != before.values.lower || after.values.upper != before.values.upper;
-            if (wheel.isOfPricesOnly() || !valuesMove)
-                continue;
-            const double height = zoomedHeight(wheel);
-            const double shown = std::min(height, boundOfHeight(wheel).value_or(height));
-            const auto highest = expectedHighest(wheel, height);
-            if (highest)
-                HOLDS(isAbout(after.values, Range{*highest - shown, *highest}, 4.0 * rounding(before.values)),
-                    where());
+            checkZoomedPrices(wheel, after, where);
+            checkZoomedValues(wheel, after, where);
+            if (QTest::currentTestFailed())
+                return;
+            kept += wheel.movesPrices() && expectedPrices(wheel);
         }
     }
     QVERIFY2(kept > plots * 5, qPrintable(QString::number(kept)));
@@ -201,7 +217,7 @@ void tst_viewproperties_events::oneInAndOneOut()
         plot.turn(point, -notch, Qt::NoModifier);
         const State after = plot.state();
         const auto where
-            = [&] { return textOf(plot, QStringLiteral("plot %1 in and out").arg(i), before, after); };
+            = [&] { return plot.text(QStringLiteral("plot %1 in and out").arg(i), before, after); };
         if (between.labels == before.labels || after.labels == between.labels)
             continue;
         ++done;
@@ -213,6 +229,23 @@ void tst_viewproperties_events::oneInAndOneOut()
                 where());
     }
     QVERIFY2(done > plots, qPrintable(QString::number(done)));
+}
+
+/// The scale widens or narrows by a tenth, or stays as it is, and the other one stays.
+void tst_viewproperties_events::checkAxisDrag(const AxisDrag& drag, const Where& where)
+{
+    const auto& [onX, way, before, after] = drag;
+    HOLDS(after.labels == before.labels, where());
+    HOLDS(!onX || after.autoScale == before.autoScale, where());
+    if (!onX)
+        HOLDS(
+            after.prices.lower == before.prices.lower && after.prices.upper == before.prices.upper, where());
+    const Range& old = drag.dragged(before);
+    const Range& now = drag.dragged(after);
+    if (drag.moved())
+        HOLDS(std::abs(now.width() - (way < 0 ? 0.9 : 1.1) * old.width()) <= rounding(old), where());
+    else
+        HOLDS(onX || old.width() <= 2e-8 || after == before, where());
 }
 
 void tst_viewproperties_events::axisDrags()
@@ -229,99 +262,25 @@ void tst_viewproperties_events::axisDrags()
             const QPoint from = plot.pointIn(plot.area(onX ? QwtPlot::xBottom : QwtPlot::yLeft));
             const QPoint to = plot.pointIn(plot.plot().rect());
             plot.drag(from, to);
-            const State after = plot.state();
-            const auto where = [&] {
-                return textOf(plot,
-                    QStringLiteral("plot %1 drag %2 on axis %3 from (%4, %5) to (%6, %7)")
-                        .arg(i)
-                        .arg(j)
-                        .arg(onX ? "x" : "y")
-                        .arg(from.x())
-                        .arg(from.y())
-                        .arg(to.x())
-                        .arg(to.y()),
-                    before, after);
+            const AxisDrag drag{onX, onX ? to.x() - from.x() : to.y() - from.y(), before, plot.state()};
+            const Where where = [&] {
+                return plot.text(QStringLiteral("plot %1 drag %2 on axis %3 from (%4, %5) to (%6, %7)")
+                                     .arg(i)
+                                     .arg(j)
+                                     .arg(onX ? "x" : "y")
+                                     .arg(from.x())
+                                     .arg(from.y())
+                                     .arg(to.x())
+                                     .arg(to.y()),
+                    before, drag.after);
             };
-            const Range& old = onX ? before.prices : before.values;
-            const Range& now = onX ? after.prices : after.values;
-            const int way = onX ? to.x() - from.x() : to.y() - from.y();
-            HOLDS(after.labels == before.labels, where());
-            HOLDS(!onX || after.autoScale == before.autoScale, where());
-            if (!onX)
-                HOLDS(after.prices.lower == before.prices.lower && after.prices.upper == before.prices.upper,
-                    where());
-            if (now.lower == old.lower && now.upper == old.upper) {
-                HOLDS(onX || old.width() <= 2e-8 || after == before, where());
-                continue;
-            }
-            ++drags;
-            HOLDS(std::abs(now.width() - (way < 0 ? 0.9 : 1.1) * old.width()) <= rounding(old), where());
+            checkAxisDrag(drag, where);
+            if (QTest::currentTestFailed())
+                return;
+            drags += drag.moved();
         }
     }
     QVERIFY2(drags > plots, qPrintable(QString::number(drags)));
-}
-
-/// Whatever is refused for a known reason leaves both scales as they are, to the last bit, and is silent.
-void tst_viewproperties_events::refusals()
-{
-    ViewRandom random(seed + 4);
-    for (int i = 0; i < plots * 2; ++i) {
-        RandomPlot plot(random);
-        const auto turn = [&](int angle) {
-            const QRect places[] = {plot.canvas(), plot.area(QwtPlot::xBottom), plot.area(QwtPlot::yLeft)};
-            plot.turn(plot.pointIn(places[random.integer(0, 2)]), angle, Qt::NoModifier);
-        };
-        const auto dragAxis = [&] {
-            plot.drag(plot.pointIn(plot.area(random.chance(2) ? QwtPlot::xBottom : QwtPlot::yLeft)),
-                plot.pointIn(plot.plot().rect()), 3);
-        };
-        const auto pan = [&] { plot.drag(plot.pointIn(plot.canvas()), plot.pointIn(plot.canvas())); };
-        const int sign = random.chance(2) ? 1 : -1;
-        const auto check = [&](const char* what, const std::function<void()>& action) {
-            plot.settle();
-            const State before = plot.state();
-            action();
-            const State after = plot.state();
-            HOLDS(
-                after == before, textOf(plot, QStringLiteral("plot %1 %2").arg(i).arg(what), before, after));
-        };
-
-        check("wheel without data", [&] { turn(sign * notch); });
-        check("axis drag without data", dragAxis);
-        check("pan without data", pan);
-        plot.addCurves(
-            ViewRandom::dataAround(plot.prices(), 5.0), ViewRandom::dataAround(plot.values(), 5.0));
-        check("less than a notch", [&] { turn(sign * random.integer(0, notch - 1)); });
-        // Wide labels may leave no corner.
-        const QPoint corner(1, plot.plot().height() - 2);
-        if (!plot.plot().mousePositionOnScale(corner))
-            check("wheel in the corner", [&] { plot.turn(corner, sign * notch, Qt::NoModifier); });
-        plot.plot().setZoomEnabled(false);
-        check("wheel with zoom off", [&] { turn(sign * notch); });
-        check("axis drag with zoom off", dragAxis);
-        plot.plot().setZoomEnabled(true);
-        PriceInterval steps;
-        steps.minStep = 2.0 * plot.prices().width();
-        plot.plot().setPriceInterval(steps);
-        check("in below the smallest step", [&] { turn(notch); });
-        check("axis narrowed below the smallest step", [&] {
-            const QRect axis = plot.area(QwtPlot::xBottom);
-            plot.drag(axis.center(), axis.center() - QPoint(20, 0));
-        });
-        plot.plot().enableAxis(QwtPlot::xBottom, false);
-        check("pan without a price axis", pan);
-        plot.plot().enableAxis(QwtPlot::xBottom, true);
-        plot.plot().detachItems(QwtPlotItem::Rtti_PlotCurve, true);
-        addData(plot.plot(), plot.prices().lower - plot.prices().width(),
-            plot.prices().upper - 0.1 * plot.prices().width(), plot.values().lower, plot.values().upper);
-        const QRect canvas = plot.canvas();
-        check("pan past all data", [&] {
-            plot.drag(
-                QPoint(canvas.right() - 2, canvas.center().y()), QPoint(canvas.left() + 2, canvas.top() + 3));
-        });
-        if (QTest::currentTestFailed())
-            return;
-    }
 }
 
 PLOT2D_TEST_MAIN(tst_viewproperties_events)

@@ -16,9 +16,12 @@
 class ViewRandom {
 public:
     explicit ViewRandom(quint64 seed)
-        : m_engine(seed)
+        : m_seed(seed)
+        , m_engine(seed)
     {
     }
+
+    quint64 seed() const { return m_seed; }
 
     /// From the closed interval.
     int integer(int low, int high) { return std::uniform_int_distribution<int>(low, high)(m_engine); }
@@ -59,6 +62,7 @@ public:
     }
 
 private:
+    const quint64 m_seed;
     std::mt19937_64 m_engine;
 };
 

@@ -8,7 +8,7 @@ if(NOT has_reference_host OR NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR PLOT2D_SAN
 endif()
 
 set(programs
-    tst_changesmeanwhile tst_fieldtypes tst_oddstrikes
+    tst_changesmeanwhile tst_fieldtypes tst_oddstrikes tst_replotsmeanwhile
     tst_futureexpiry tst_securitycolumns tst_securitylookup tst_securityquote
     tst_legendstorage tst_plotpoints tst_pricebased2dplotlegend tst_pricebased2dplotpanner
     tst_pricebased2dplotpicker tst_pricebased2dplotpointmanager tst_wheelzoom

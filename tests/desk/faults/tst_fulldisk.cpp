@@ -6,6 +6,7 @@
 
 #include <output/plotexport.h>
 #include <position/positionfile.h>
+#include <window/chainimporter.h>
 #include <window/curvelook.h>
 #include <window/deskdata.h>
 #include <window/deskplot.h>
@@ -71,6 +72,39 @@ private:
     const Way m_way;
     std::unique_ptr<FileSizeLimit> m_sizes;
     std::unique_ptr<NoMoreFiles> m_files;
+};
+
+/// What a window tells of its imports.
+class HeardImports {
+public:
+    explicit HeardImports(DeskWindow& window)
+        : failed(window.imports(), SIGNAL(failed(QString, QString)))
+        , imported(window.imports()->importer(), SIGNAL(imported(QString)))
+        , m_importer(*window.imports()->importer())
+    {
+    }
+
+    /// The disk refuses as soon as a file is read: before, there would be nothing to store.
+    void refuseOnceRead(SmallDisk& disk, Way way)
+    {
+        QObject::connect(m_importer.work(), &Work::reached, &m_listener, [this, &disk, way] {
+            if (!m_refusing && m_importer.work()->percent() > 50)
+                m_refusing = std::make_unique<Refusing>(disk, way);
+        });
+    }
+    void refuseNoMore()
+    {
+        m_importer.work()->disconnect(&m_listener);
+        m_refusing.reset();
+    }
+
+    const QSignalSpy failed;
+    const QSignalSpy imported;
+
+private:
+    ChainImporter& m_importer;
+    std::unique_ptr<Refusing> m_refusing;
+    QObject m_listener;
 };
 
 }
@@ -250,35 +284,26 @@ void tst_fulldisk::windowTellsOfAnImport()
         DeskWindow window(data, DeskView::Volatility);
         window.showSeries(future, SeriesFacts());
         const QStringList filesBefore = m_disk->files();
-        QSignalSpy failed(window.imports(), SIGNAL(failed(QString, QString)));
-        QSignalSpy imported(window.imports()->importer(), SIGNAL(imported(QString)));
         // The window's own answer is a dialog.
         QVERIFY(window.imports()->disconnect(SIGNAL(failed(QString, QString)), &window));
-        {
-            // With the file read, or there would be nothing to store.
-            std::unique_ptr<Refusing> refusing;
-            const QObject listener;
-            connect(window.imports()->importer()->work(), &Work::reached, &listener, [&] {
-                if (!refusing && window.imports()->importer()->work()->percent() > 50)
-                    refusing = std::make_unique<Refusing>(*m_disk, way);
-            });
-            window.imports()->import(chainFile);
-            QTRY_COMPARE_WITH_TIMEOUT(failed.count() + imported.count(), 1, 20000);
-            if (way == Way::NoMoreFiles && imported.count() == 1) {
-                // All that it needs was open before: then it is stored whole.
-                QVERIFY(failed.isEmpty());
-                return;
-            }
-            QCOMPARE(failed.count(), 1);
-            const QString told = failed.first().at(1).toString();
-            QVERIFY2(told.contains(fileName), qPrintable(told));
-            QCOMPARE(ChainStore::series().size(), chainOf(1).series.size());
-            QCOMPARE(window.futureIsinId(), future);
-            refusing.reset();
+        HeardImports heard(window);
+        heard.refuseOnceRead(*m_disk, way);
+        window.imports()->import(chainFile);
+        QTRY_COMPARE_WITH_TIMEOUT(heard.failed.count() + heard.imported.count(), 1, 20000);
+        if (way == Way::NoMoreFiles && heard.imported.count() == 1) {
+            // All that it needs was open before: then it is stored whole.
+            QVERIFY(heard.failed.isEmpty());
+            return;
         }
+        QCOMPARE(heard.failed.count(), 1);
+        const QString told = heard.failed.first().at(1).toString();
+        QVERIFY2(told.contains(fileName), qPrintable(told));
+        QCOMPARE(ChainStore::series().size(), chainOf(1).series.size());
+        QCOMPARE(window.futureIsinId(), future);
+        heard.refuseNoMore();
         QCOMPARE(m_disk->files(), filesBefore);
         window.imports()->import(chainFile);
-        QTRY_COMPARE_WITH_TIMEOUT(imported.count(), 1, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(heard.imported.count(), 1, 20000);
     }
     const DeskData again(fileName);
     QCOMPARE(ChainStore::series().size(), chainOf(1).series.size());

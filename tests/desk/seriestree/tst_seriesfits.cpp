@@ -175,14 +175,31 @@ void tst_seriesfits::tellsOfWhatCannotBeValued()
     QCOMPARE(told, 1);
 }
 
+// What it was about to value it tells nobody of, and others go on.
 void tst_seriesfits::goesWhileItWorks()
 {
-    for (int round = 0; round < 20; ++round) {
+    constexpr int rounds = 20;
+    SeriesFits others;
+    QMap<int, double> told;
+    connect(&others, &SeriesFits::valued, this, [&](const QVector<int>& ids) {
+        for (const int id : ids)
+            told.insert(id, others.result(id)->market.forward);
+    });
+    QVector<int> toldByGone;
+    QMap<int, double> expected;
+    for (int round = 0; round < rounds; ++round) {
         SeriesFits fits;
+        connect(&fits, &SeriesFits::valued, this, [&](const QVector<int>& ids) { toldByGone += ids; });
         for (int id = 1; id <= round; ++id)
             fits.start(id, snapshot(id));
+        others.start(round, snapshot(round));
+        expected.insert(round, *snapshot(round).given.forward);
     }
     QCoreApplication::processEvents();
+    QCOMPARE(toldByGone, QVector<int>());
+    others.finish();
+    QCOMPARE(told, expected);
+    QCOMPARE(others.pendingCount(), 0);
 }
 
 void tst_seriesfits::tellsTheProgressOfMany()
@@ -237,6 +254,10 @@ void tst_seriesfits::closesDuringAFit()
     m_window->close();
     m_window.reset();
     QCoreApplication::processEvents();
+    // The next window shows all of them.
+    open();
+    m_overlays->finish();
+    QCOMPARE(overlayCount(), expiryCount);
 }
 
 // As for a picture that is taken before any turn of the event loop.

@@ -1,29 +1,18 @@
-#include "deskrun.h"
-#include "desktest.h"
+#include "deskprogramtest.h"
 #include "support/testmain.h"
 
 #include <database/settings.h>
 
 #include <QImage>
 #include <QProcess>
-#include <QTemporaryDir>
 
 /// The option desk's program as its user runs it: exit codes, messages, pictures and what it keeps.
-class tst_optiondesk : public QObject {
+class tst_optiondesk : public DeskProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
     void answersAtOnce_data();
     void answersAtOnce();
-    void refusesBadOptions_data();
-    void refusesBadOptions();
-    void refusesBadChains_data();
-    void refusesBadChains();
-    void refusesBadDatabases_data();
-    void refusesBadDatabases();
-    void refusesBadReplays_data();
-    void refusesBadReplays();
     void tellsOfAReplayThatGoesWrong();
     void failsToWriteAPicture();
     void needsADisplayForAWindow();
@@ -41,12 +30,7 @@ private Q_SLOTS:
     void drawsEveryRealExpiry();
 
 private:
-    DeskRun run(const QStringList& arguments) { return runDesk(arguments, m_folder->path()); }
-    QString path(const char* name) const { return m_folder->filePath(QString::fromLatin1(name)); }
-    QByteArray content(const char* name) const;
     void checkPicture(const QStringList& arguments, const QSize& size, int errorLines = 0);
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 namespace {
@@ -54,19 +38,6 @@ namespace {
 constexpr QRgb smileColor = qRgb(0x00, 0x72, 0xb2);
 constexpr QRgb red = qRgb(255, 0, 0);
 
-}
-
-void tst_optiondesk::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_folder->isValid());
-    DeskTest::write(path("good.csv"), DeskTest::csv());
-}
-
-QByteArray tst_optiondesk::content(const char* name) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 // A picture of that size, with smile and forward in it, and its path on standard output.
@@ -101,120 +72,6 @@ void tst_optiondesk::answersAtOnce()
     QCOMPARE(result.errors, QByteArray());
 }
 
-void tst_optiondesk::refusesBadOptions_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QByteArray>("named");
-    QTest::newRow("unknown") << QStringList{"--wrong"} << QByteArray("wrong");
-    QTest::newRow("surplus") << QStringList{"good.csv", "other.csv"} << QByteArray("other.csv");
-    QTest::newRow("no value") << QStringList{"--chain"} << QByteArray("--chain");
-    QTest::newRow("forward") << QStringList{"--forward", "-1"} << QByteArray("--forward");
-    QTest::newRow("as-of") << QStringList{"--asof", "2012-02-30"} << QByteArray("2012-02-30");
-    QTest::newRow("view") << QStringList{"--view", "gamma"} << QByteArray("gamma");
-    QTest::newRow("size") << QStringList{"--size", "100x100"} << QByteArray("100x100");
-    QTest::newRow("format") << QStringList{"--picture", "p.xyz"} << QByteArray("p.xyz");
-    QTest::newRow("expiry not there") << QStringList{"--chain", "good.csv", "--expiry", "2024-05-01",
-        "--picture", "p.png"} << QByteArray("2024-05-01");
-    QTest::newRow("as-of after expiry") << QStringList{"--chain", "good.csv", "--asof", "2024-05-01",
-        "--picture", "p.png"} << QByteArray("2024-05-01");
-    QTest::newRow("line end in a value") << QStringList{"--view", "two\nlines"} << QByteArray("two lines");
-}
-
-void tst_optiondesk::refusesBadOptions()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QByteArray, named);
-    const DeskRun result = run(arguments);
-    QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.errorLines().size() == 1, result.errors);
-    QVERIFY2(result.errors.contains(named), result.errors);
-    QCOMPARE(result.output, QByteArray());
-    QVERIFY(!QFile::exists(path("p.png")));
-}
-
-void tst_optiondesk::refusesBadChains_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("line");
-    QByteArray noise;
-    for (int i = 0; i < 5000; ++i)
-        noise += char(i * 7919 % 251);
-    QTest::newRow("empty") << QByteArray("") << 0;
-    QTest::newRow("noise") << noise << -1;
-    QTest::newRow("no header") << QByteArray("1,2,3\n4,5,6\n") << -1;
-    QTest::newRow("unknown columns") << QByteArray("a,b,c\n1,2,3\n") << 1;
-    QTest::newRow("header alone") << QByteArray("type,strike,settlement\n") << -1;
-    QTest::newRow("broken last row") << DeskTest::csv() + "TEST,2024-01-02,2024-04-02,C,abc,1\n" << 68;
-    QTest::newRow("short row") << DeskTest::csv() + "TEST,2024-01-02\n" << 68;
-    QTest::newRow("bad date") << DeskTest::csv() + "TEST,2024-01-02,2024-04-32,C,150,1\n" << 68;
-}
-
-void tst_optiondesk::refusesBadChains()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(int, line);
-    DeskTest::write(path("bad.csv"), text);
-    QCOMPARE(run({"--chain", "good.csv", "--database", "d.sqlite", "--picture", "p.png"}).exitCode, 0);
-    const QByteArray before = content("d.sqlite");
-    QVERIFY(!before.isEmpty());
-
-    for (const char* database : {"d.sqlite", "none.sqlite"}) {
-        const DeskRun result = run({"--chain", "bad.csv", "--database", database, "--picture", "q.png"});
-        QCOMPARE(result.exitCode, 2);
-        QVERIFY2(result.errorLines().size() == 1, result.errors);
-        const QByteArray begin = line > 0 ? "optiondesk: bad.csv:" + QByteArray::number(line) + ": "
-                                          : QByteArray("optiondesk: bad.csv:");
-        QVERIFY2(result.errors.startsWith(begin), result.errors);
-        QVERIFY(!QFile::exists(path("q.png")));
-    }
-    QCOMPARE(content("d.sqlite"), before);
-    QVERIFY(!QFile::exists(path("none.sqlite")));
-}
-
-void tst_optiondesk::refusesBadDatabases_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("text") << QByteArray("no database at all\n").repeated(60);
-    QTest::newRow("damaged") << QByteArray("SQLite format 3\0", 16) + QByteArray(5000, '\x5a');
-}
-
-void tst_optiondesk::refusesBadDatabases()
-{
-    QFETCH(QByteArray, content);
-    DeskTest::write(path("d.sqlite"), content);
-    for (const QStringList& chain : {QStringList(), QStringList{"--chain", "good.csv"}}) {
-        const DeskRun result = run(chain + QStringList{"--database", "d.sqlite", "--picture", "p.png"});
-        QCOMPARE(result.exitCode, 2);
-        QVERIFY2(result.errorLines().size() == 1, result.errors);
-        QVERIFY2(result.errors.contains("d.sqlite"), result.errors);
-    }
-    QCOMPARE(this->content("d.sqlite"), content);
-    QCOMPARE(run({"--database", m_folder->path(), "--picture", "p.png"}).exitCode, 2);
-}
-
-void tst_optiondesk::refusesBadReplays_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("begin");
-    QTest::newRow("empty") << QByteArray("") << QByteArray("optiondesk: q.csv: ");
-    QTest::newRow("no quotes") << QByteArray("time,instrument,last\n") << QByteArray("optiondesk: q.csv: ");
-    QTest::newRow("other columns") << QByteArray("a,b,c\n1,2,3\n") << QByteArray("optiondesk: q.csv:1: ");
-    QTest::newRow("time goes back") << QByteArray("time,instrument,last\n5,FUT,1\n4,FUT,2\n")
-                                    << QByteArray("optiondesk: q.csv:3: ");
-}
-
-void tst_optiondesk::refusesBadReplays()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, begin);
-    DeskTest::write(path("q.csv"), text);
-    const DeskRun result = run({"--replay", "q.csv", "--database", "d.sqlite"});
-    QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.errorLines().size() == 1, result.errors);
-    QVERIFY2(result.errors.startsWith(begin), result.errors);
-    QVERIFY(!QFile::exists(path("d.sqlite")));
-}
-
 // The window is there by then, and stays.
 void tst_optiondesk::tellsOfAReplayThatGoesWrong()
 {
@@ -222,7 +79,7 @@ void tst_optiondesk::tellsOfAReplayThatGoesWrong()
         "time,instrument,last\n" + QByteArray("5,FUT,80\n").repeated(2000) + "4,FUT,81\n6,FUT,82\n");
     constexpr int patience = 60000;
     QProcess desk;
-    desk.setWorkingDirectory(m_folder->path());
+    desk.setWorkingDirectory(folder());
     desk.start(QStringLiteral(OPTIONDESK_PROGRAM), {"--replay", "q.csv", "--speed", "max"});
     desk.setReadChannel(QProcess::StandardError);
     QByteArray line;
@@ -249,12 +106,12 @@ void tst_optiondesk::needsADisplayForAWindow()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR"})
         environment.remove(QString::fromLatin1(name));
-    const DeskRun window = runDesk({}, m_folder->path(), environment);
+    const DeskRun window = runDesk({}, folder(), environment);
     QCOMPARE(window.exitCode, 1);
     QVERIFY2(window.errorLines().size() == 1, window.errors);
     QVERIFY2(window.errors.contains("display"), window.errors);
 
-    const DeskRun picture = runDesk({"--picture", "p.png"}, m_folder->path(), environment);
+    const DeskRun picture = runDesk({"--picture", "p.png"}, folder(), environment);
     QCOMPARE(picture.exitCode, 0);
     QCOMPARE(picture.errors, QByteArray());
     QCOMPARE(QImage(path("p.png")).size(), QSize(1000, 640));
@@ -366,7 +223,7 @@ void tst_optiondesk::drawsInSpiteOfBrokenSettings()
     checkPicture({"--settings", "s.ini"}, QSize(1000, 640), 1);
     QVERIFY(run({"--settings", "s.ini", "--picture", "p.png"}).errors.startsWith("optiondesk: s.ini: "));
     QCOMPARE(content("s.ini"), broken);
-    checkPicture({"--settings", m_folder->path()}, QSize(1000, 640), 1);
+    checkPicture({"--settings", folder()}, QSize(1000, 640), 1);
 }
 
 void tst_optiondesk::needsAForward()

@@ -5,6 +5,38 @@
 #include <cmath>
 #include <limits>
 
+namespace {
+
+const QVector<double>& extremeDoubles()
+{
+    static const QVector<double> all{0.0, -0.0, 0.1, 1e308, 5e-324, std::numeric_limits<double>::infinity(),
+        -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()};
+    return all;
+}
+
+/// New rows, not yet in the table, with the values that are lost most easily on the way.
+QVector<Record> extremeRows(Table& table)
+{
+    const QStringList texts{QString(), QStringLiteral("it's \"quoted\" \\ ; $1 ? %"), QStringLiteral("äöü €"),
+        QString::fromUtf8("\xF0\x9F\x93\x88"), QStringLiteral("line\nbreak\ttab"), QStringLiteral("x|y\\|"),
+        QString(QChar(QChar::ByteOrderMark)) + QLatin1Char('m'), QString(5000, QLatin1Char('k'))};
+    QVector<Record> rows;
+    for (int i = 0; i < texts.size(); ++i) {
+        rows.append(SampleTable::makeRow(table, i));
+        table.value(rows.last(), SampleTable::Ratio).setDouble(extremeDoubles()[i]);
+        table.value(rows.last(), SampleTable::Name).setText(texts[i]);
+    }
+    table.value(rows[0], SampleTable::Id).setInt32(std::numeric_limits<qint32>::min());
+    table.value(rows[1], SampleTable::Count).setInt64(std::numeric_limits<qint64>::min());
+    table.value(rows[2], SampleTable::Price).setDecimal(decimal::minimum);
+    table.value(rows[3], SampleTable::Time).setMoment(std::numeric_limits<qint64>::max());
+    for (int column = 0; column < table.columnCount(); ++column)
+        table.value(rows[4], column).setNull();
+    return rows;
+}
+
+}
+
 /// Several storages on one server that stays.
 class tst_sharedstorage : public SharingTest {
     Q_OBJECT
@@ -127,23 +159,7 @@ void tst_sharedstorage::valuesComeBackBitForBit()
 {
     const auto a = desk();
     const auto b = desk();
-    const QVector<double> doubles{0.0, -0.0, 0.1, 1e308, 5e-324, std::numeric_limits<double>::infinity(),
-        -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()};
-    const QStringList texts{QString(), QStringLiteral("it's \"quoted\" \\ ; $1 ? %"), QStringLiteral("äöü €"),
-        QString::fromUtf8("\xF0\x9F\x93\x88"), QStringLiteral("line\nbreak\ttab"), QStringLiteral("x|y\\|"),
-        QString(QChar(QChar::ByteOrderMark)) + QLatin1Char('m'), QString(5000, QLatin1Char('k'))};
-    QVector<Record> rows;
-    for (int i = 0; i < doubles.size(); ++i) {
-        rows.append(SampleTable::makeRow(a->table, i));
-        a->table.value(rows.last(), SampleTable::Ratio).setDouble(doubles[i]);
-        a->table.value(rows.last(), SampleTable::Name).setText(texts[i]);
-    }
-    a->table.value(rows[0], SampleTable::Id).setInt32(std::numeric_limits<qint32>::min());
-    a->table.value(rows[1], SampleTable::Count).setInt64(std::numeric_limits<qint64>::min());
-    a->table.value(rows[2], SampleTable::Price).setDecimal(decimal::minimum);
-    a->table.value(rows[3], SampleTable::Time).setMoment(std::numeric_limits<qint64>::max());
-    for (int column = 0; column < a->table.columnCount(); ++column)
-        a->table.value(rows[4], column).setNull();
+    const QVector<Record> rows = extremeRows(a->table);
     a->table.appendRows(rows);
     const QVector<QVariantList> before = a->content();
     a->storage.commit();
@@ -154,7 +170,7 @@ void tst_sharedstorage::valuesComeBackBitForBit()
     // As changes of fields as well.
     a->table.changeRows(rows, [&](const Record& row, const Table::FieldAccess& field) {
         const int next = (rows.indexOf(row) + 1) % rows.size();
-        field(SampleTable::Ratio).setDouble(doubles[next]);
+        field(SampleTable::Ratio).setDouble(extremeDoubles()[next]);
         field(SampleTable::Count).setNull();
     });
     const QVector<QVariantList> after = a->content();
