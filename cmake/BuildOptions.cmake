@@ -4,7 +4,14 @@ add_library(plot2d_options INTERFACE)
 target_compile_options(plot2d_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 target_compile_definitions(plot2d_options INTERFACE
     QT_NO_KEYWORDS
-    QT_DEPRECATED_WARNINGS)
+    QT_DEPRECATED_WARNINGS
+    QT_DISABLE_DEPRECATED_BEFORE=${PLOT2D_QT_DEPRECATED})
+
+# Qt 6 counts in 64 bits. The library and the host say where an int is enough; the rest is checked with Qt 5.
+if(PLOT2D_QT_VERSION EQUAL 6)
+    set(source_is_checked "$<PATH:IS_PREFIX,${PROJECT_SOURCE_DIR}/src,$<TARGET_PROPERTY:SOURCE_DIR>>")
+    target_compile_options(plot2d_options INTERFACE $<$<NOT:${source_is_checked}>:-Wno-conversion>)
+endif()
 
 if(PLOT2D_WARNINGS_AS_ERRORS)
     target_compile_options(plot2d_options INTERFACE -Werror)

@@ -1,11 +1,11 @@
 #include "curvepainter_p.h"
 
+#include "qtversions_p.h"
 #include "softfolding_p.h"
 
 #include <QPaintEngine>
 #include <QPainter>
 
-#include <qwt_clipper.h>
 #include <qwt_painter.h>
 
 #include <cmath>
@@ -31,7 +31,7 @@ bool isPixelPainter(const QPainter& painter)
 {
     const QTransform& transform = painter.deviceTransform();
     return transform.type() <= QTransform::TxTranslate && isWhole(transform.dx()) && isWhole(transform.dy())
-        && !painter.testRenderHint(QPainter::Qt4CompatiblePainting);
+        && !QtVersions::paintsAsQt4(painter);
 }
 
 /// By how much a painter that turns nowhere makes the widths of a pen larger, at least.
@@ -95,7 +95,7 @@ void drawPolylines(QPainter& painter, const QVector<QPolygonF>& lines, const QRe
     // Far corners cost the rasteriser its precision.
     const QRectF clip = reachedAround(area, painter.pen());
     for (const QPolygonF& line : lines)
-        QwtPainter::drawPolyline(&painter, QwtClipper::clipPolygonF(clip, line));
+        QwtPainter::drawPolyline(&painter, QtVersions::clippedLine(clip, line));
 }
 
 void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes, const QRectF& area)
@@ -108,7 +108,7 @@ void drawSoftStrokes(QPainter& painter, const SoftFolding::Strokes& strokes, con
     QColor color = painter.pen().color();
     painter.setPen(Qt::NoPen);
     const auto fill = [&](const QVector<QRect>& rectangles, double cover) {
-        color.setAlphaF(cover);
+        color.setAlphaF(QtVersions::ColorPart(cover));
         painter.setBrush(color);
         painter.drawRects(rectangles);
     };
@@ -178,8 +178,8 @@ Folding foldingFor(
 /// The samples that may be seen of a pen's way through them.
 CurveFolding::Stretch seenOf(const CurveFolding::Stretch& all, const QRectF& area, const QPen& pen)
 {
-    const int reach = static_cast<int>(std::ceil(reachOf(pen)));
-    return all.seenBetween(wholePixel(area.left()) - reach, wholePixel(area.right()) + reach);
+    const double reach = std::ceil(reachOf(pen));
+    return all.seenBetween(wholePixel(area.left() - reach), wholePixel(area.right() + reach));
 }
 
 bool canFold(QPainter& painter, const CurveFolding::Stretch& stretch)

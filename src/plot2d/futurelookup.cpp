@@ -1,6 +1,7 @@
 #include "futurelookup_p.h"
 
 #include "fieldreading_p.h"
+#include "fuzzyequality_p.h"
 #include "plot2d/securitycolumns.h"
 
 #include <c_api/common.h>
@@ -32,11 +33,6 @@ bool isCandidate(const Record& record, const SecurityColumns& columns, const QSt
     return isFuture(record, columns)
         && Field(fieldOf(record, columns[SecurityColumn::BaseCode])).toString() == baseCode
         && BoardDirectory::i()->isAnonymById(stockId, boardId) && sessionId != 0;
-}
-
-bool isZero(double value)
-{
-    return std::abs(value) <= 1e-12;
 }
 
 }
@@ -85,12 +81,12 @@ std::pair<double, double> FutureLookup::volatilityBounds(
 
     double low = FieldReading::toDouble(FieldReading::fieldOf(future, columns[SecurityColumn::VolatMin]));
     double high = FieldReading::toDouble(FieldReading::fieldOf(future, columns[SecurityColumn::VolatMax]));
-    if (low > high && !isZero(low) && !isZero(high) && high >= gc_dVolatMinDefault
+    if (low > high && !isFuzzyZero(low) && !isFuzzyZero(high) && high >= gc_dVolatMinDefault
         && gc_dVolatMaxDefault >= low)
         std::swap(low, high);
-    if (isZero(low))
+    if (isFuzzyZero(low))
         low = gc_dVolatMinDefault;
-    if (isZero(high))
+    if (isFuzzyZero(high))
         high = gc_dVolatMaxDefault;
 
     // A volatility of zero has no meaning: pricing divides by it.

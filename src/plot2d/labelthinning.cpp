@@ -106,7 +106,7 @@ LabelThinning::Result LabelThinning::thinned(
 
     const bool hasIndex = quote.index != -1;
     for (int round = 1; round < candidates.size(); ++round) {
-        const int countBefore = result.ticks.size();
+        const auto countBefore = result.ticks.size();
         const int indexBefore = current.index;
         result.ticks = everySecond(result.ticks, quote.value, hasIndex ? current.index % 2 : 0);
         current.index = quoteIndex(result.ticks, quote.value);

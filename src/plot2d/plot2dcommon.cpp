@@ -24,11 +24,13 @@ int countAtEnd(const QString& text, QChar wanted)
 QString Plot2dCommon::fromDoubleToSystemStringShort(double value, int decimals)
 {
     QString text = QLocale::system().toString(value, 'f', std::clamp(decimals, 0, maxTextDecimals));
-    const QChar point = QLocale::system().decimalPoint();
-    if (text.contains(point))
-        text.chop(countAtEnd(text, QLocale::system().zeroDigit()));
+    // Characters in Qt 5, texts of one in Qt 6.
+    const QString point(QLocale::system().decimalPoint());
+    const QString zero(QLocale::system().zeroDigit());
+    while (text.contains(point) && text.endsWith(zero))
+        text.chop(zero.size());
     if (text.endsWith(point))
-        text.chop(1);
+        text.chop(point.size());
     return text;
 }
 

@@ -1,5 +1,7 @@
 #include "plotlook_p.h"
 
+#include "replotpause_p.h"
+
 #include <qwt_plot_grid.h>
 #include <qwt_plot_marker.h>
 #include <qwt_symbol.h>
@@ -21,6 +23,7 @@ void PlotLook::setMinorGrid(QwtPlotGrid& grid, bool enabled)
     const QColor majorColor(QStringLiteral("#b2beb5"));
     const QColor minorColor(QStringLiteral("#cccccc"));
 
+    const ReplotPause pause(grid.plot());
     grid.enableX(true);
     grid.enableY(true);
     grid.enableXMin(enabled);

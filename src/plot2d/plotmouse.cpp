@@ -22,11 +22,6 @@ namespace {
 using PlotMouse::Target;
 using ViewZoom::Range;
 
-bool isUsable(const QwtScaleDiv& division)
-{
-    return !division.isEmpty() && division.interval().isValid();
-}
-
 Range rangeOf(const QwtScaleDiv& division)
 {
     return {division.lowerBound(), division.upperBound()};
@@ -103,7 +98,7 @@ std::optional<Zoomed> zoomed(const Target& target, const Cursor& cursor, int ang
     const QwtScaleDiv& prices = plot.axisScaleDiv(QwtPlot::xBottom);
     const QwtScaleDiv& values = plot.axisScaleDiv(QwtPlot::yLeft);
     const std::optional<double> factor = ViewZoom::factor(ViewZoom::notches(angle));
-    if (!isUsable(prices) || !isUsable(values) || !factor)
+    if (!ScaleRange::isUsable(prices) || !ScaleRange::isUsable(values) || !factor)
         return std::nullopt;
 
     Zoomed result;
@@ -198,7 +193,7 @@ bool PlotMouse::drag(const Target& target, const Drag& drag)
     const double current = onX ? drag.current.x() : drag.current.y();
     const int axis = onX ? QwtPlot::xBottom : QwtPlot::yLeft;
     const QwtScaleDiv& division = plot.axisScaleDiv(axis);
-    if (previous == current || !isUsable(division))
+    if (previous == current || !ScaleRange::isUsable(division))
         return false;
 
     const bool shrinks = current < previous;

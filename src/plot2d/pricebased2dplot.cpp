@@ -81,30 +81,27 @@ void PriceBased2dPlot::initPlot()
 void PriceBased2dPlot::setUpAxes()
 {
     constexpr unsigned int decimalBase = 10;
-    m_scaleEngine = new PriceBased2dPlotScaleEngine(this, xBottom, decimalBase);
-    setAxisScaleEngine(xBottom, m_scaleEngine);
+    setAxisScaleEngine(xBottom, new PriceBased2dPlotScaleEngine(this, xBottom, decimalBase));
     setAxisScaleEngine(yLeft, new GuardedScaleEngine);
-    m_xScaleDraw = new PriceBased2dPlotScaleDraw(xBottom);
-    m_yScaleDraw = new PriceBased2dPlotScaleDraw(yLeft);
-    setAxisScaleDraw(xBottom, m_xScaleDraw);
-    setAxisScaleDraw(yLeft, m_yScaleDraw);
+    setAxisScaleDraw(xBottom, new PriceBased2dPlotScaleDraw(xBottom));
+    setAxisScaleDraw(yLeft, new PriceBased2dPlotScaleDraw(yLeft));
     axisWidget(xBottom)->installEventFilter(this);
 }
 
-// A host may have replaced the objects, and with that deleted ours.
+// The axes own these objects, and a host may have replaced them by its own of whatever class.
 PriceBased2dPlotScaleDraw* PriceBased2dPlot::xScaleDraw() const
 {
-    return axisScaleDraw(xBottom) == m_xScaleDraw ? m_xScaleDraw : nullptr;
+    return dynamic_cast<PriceBased2dPlotScaleDraw*>(const_cast<QwtScaleDraw*>(axisScaleDraw(xBottom)));
 }
 
 PriceBased2dPlotScaleDraw* PriceBased2dPlot::yScaleDraw() const
 {
-    return axisScaleDraw(yLeft) == m_yScaleDraw ? m_yScaleDraw : nullptr;
+    return dynamic_cast<PriceBased2dPlotScaleDraw*>(const_cast<QwtScaleDraw*>(axisScaleDraw(yLeft)));
 }
 
 PriceBased2dPlotScaleEngine* PriceBased2dPlot::scaleEngine() const
 {
-    return axisScaleEngine(xBottom) == m_scaleEngine ? m_scaleEngine : nullptr;
+    return dynamic_cast<PriceBased2dPlotScaleEngine*>(const_cast<QwtScaleEngine*>(axisScaleEngine(xBottom)));
 }
 
 void PriceBased2dPlot::setUpLook()
@@ -206,14 +203,14 @@ void PriceBased2dPlot::updateScaleLabels()
 
 void PriceBased2dPlot::updateAxisWidgets()
 {
-    if (!xScaleDraw())
-        return;
     const QPointer<PriceBased2dPlot> self(this);
-    xScaleDraw()->updateLabels();
+    if (PriceBased2dPlotScaleDraw* draw = xScaleDraw())
+        draw->updateLabels();
     replot();
-    if (!self || !xScaleDraw())
+    if (!self)
         return;
-    xScaleDraw()->invalidateCache();
+    if (PriceBased2dPlotScaleDraw* draw = xScaleDraw())
+        draw->invalidateCache();
     updateAxes();
     replot();
     if (self)

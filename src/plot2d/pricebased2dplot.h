@@ -81,6 +81,7 @@ public:
     /// The colour of the tracker's text; invalid without a picker.
     QColor getTrackerColor() const;
     /// Colours rubber band (one pixel, solid) and tracker of the picker; an invalid colour gives black.
+    /// Nothing happens without a picker, and where the tracker has that colour already.
     void setTrackerColor(const QColor& color);
     /// Shows the tracker whenever the cursor is over the canvas.
     void setTrackerMode();
@@ -236,9 +237,6 @@ protected:
 
 private:
     QPointer<PriceBased2dPlotPanner> m_panner;
-    PriceBased2dPlotScaleDraw* m_xScaleDraw = nullptr;
-    PriceBased2dPlotScaleDraw* m_yScaleDraw = nullptr;
-    PriceBased2dPlotScaleEngine* m_scaleEngine = nullptr;
 
 protected:
     /// The host's own object behind this plot, say the controller that feeds it; the library never uses it.

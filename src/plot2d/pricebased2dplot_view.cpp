@@ -8,14 +8,15 @@
 #include "plotitems_p.h"
 #include "plotlook_p.h"
 #include "plotmouse_p.h"
+#include "qtversions_p.h"
 #include "quoteline_p.h"
+#include "replotpause_p.h"
 #include "scalerange_p.h"
 #include "valuerange_p.h"
 
 #include <c_api/common.h>
 
 #include <QEvent>
-#include <QMouseEvent>
 
 #include <qwt_plot_marker.h>
 #include <qwt_scale_widget.h>
@@ -56,8 +57,11 @@ QList<QwtPlotMarker*> PriceBased2dPlot::createMarkers(int count, PriceBased2dPlo
     QList<QwtPlotMarker*> markers;
     if (!curve)
         return markers;
+    const ReplotPause pause(this);
+    // Who hears of the first marker may delete the curve.
+    const QPen pen = curve->pen();
     for (int i = 0; i < count; ++i) {
-        QwtPlotMarker* marker = PlotLook::createPointMarker(curve->pen());
+        QwtPlotMarker* marker = PlotLook::createPointMarker(pen);
         marker->attach(this);
         markers.append(marker);
     }
@@ -112,7 +116,7 @@ void PriceBased2dPlot::updateYAxisScale()
 std::pair<double, double> PriceBased2dPlot::minMaxYAtXRange()
 {
     const QwtScaleDiv& prices = axisScaleDiv(xBottom);
-    if (prices.isEmpty() || !prices.interval().isValid())
+    if (!ScaleRange::isUsable(prices))
         return ValueRange::none;
     const double x1 = roundedXValue(prices.lowerBound());
     const double x2 = roundedXValue(prices.upperBound());
@@ -159,8 +163,9 @@ bool PriceBased2dPlot::eventFilter(QObject* watched, QEvent* event)
 
 void PriceBased2dPlot::mousePressEvent(QMouseEvent* event)
 {
-    const bool begins = event->button() == Qt::LeftButton && mousePositionOnScale(event->localPos());
-    m_pressPosition = begins ? event->localPos() : QPointF();
+    const bool begins
+        = event->button() == Qt::LeftButton && mousePositionOnScale(QtVersions::positionOf(*event));
+    m_pressPosition = begins ? QtVersions::positionOf(*event) : QPointF();
     m_dragPosition = QPointF();
     QWidget::mousePressEvent(event);
 }
@@ -169,10 +174,10 @@ void PriceBased2dPlot::mouseMoveEvent(QMouseEvent* event)
 {
     const QPointer<PriceBased2dPlot> self(this);
     const PlotMouse::Target target{*this, m_picker, yScaleDraw()};
-    const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, event->localPos()};
+    const PlotMouse::Drag drag{m_pressPosition, m_dragPosition, QtVersions::positionOf(*event)};
     if (m_zoomEnabled && !m_pressPosition.isNull() && PlotMouse::drag(target, drag)) {
         if (self) {
-            m_dragPosition = event->localPos();
+            m_dragPosition = QtVersions::positionOf(*event);
             updateScaleLabels();
         }
         if (self)

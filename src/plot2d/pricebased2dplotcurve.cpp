@@ -2,6 +2,7 @@
 
 #include "markerplacement_p.h"
 #include "plot2d/pricebased2dplot.h"
+#include "replotpause_p.h"
 #include "sampleindex_p.h"
 
 #include <QDataStream>
@@ -108,14 +109,16 @@ void PriceBased2dPlotCurve::setMarkerSamples(const QVector<PriceBased2dPlotPoint
 
     const auto needed = static_cast<int>(std::count_if(
         points.cbegin(), points.cend(), [](const PriceBased2dPlotPoint& point) { return point.marked; }));
+    const std::weak_ptr<const bool> life = m_life;
+    const ReplotPause pause(m_plot);
     QList<QwtPlotMarker*> markers = m_plot->attachedMarkers();
-    while (markers.size() > needed) {
-        QwtPlotMarker* surplus = markers.takeLast();
-        surplus->detach();
-        delete surplus;
-    }
-    markers += m_plot->createMarkers(needed - markers.size(), this);
-
+    dropSurplusMarkers(*m_plot, markers, needed);
+    if (life.expired())
+        return;
+    markers += m_plot->createMarkers(needed - static_cast<int>(markers.size()), this);
+    if (life.expired())
+        return;
+    keepAttached(*m_plot, markers);
     if (const auto samples = placeMarkers(points, markers, isVisible()))
         setSamples(*samples);
 }

@@ -140,7 +140,7 @@ private:
     bool showQuote();
     bool isFilled() const;
     bool needsSeenSamplesOnly() const;
-    int reachOfASample() const;
+    double reachOfASample() const;
 
     int m_dataType = -1;
     QPointer<PriceBased2dPlot> m_plot;

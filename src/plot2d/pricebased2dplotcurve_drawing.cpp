@@ -1,10 +1,10 @@
 #include "plot2d/pricebased2dplotcurve.h"
 
 #include "curvepainter_p.h"
+#include "qtversions_p.h"
 #include "sampleindex_p.h"
 #include "sampleruns_p.h"
 
-#include <qwt_point_data.h>
 #include <qwt_symbol.h>
 
 #include <algorithm>
@@ -36,7 +36,7 @@ void PriceBased2dPlotCurve::dataChanged()
 
 void PriceBased2dPlotCurve::setSamples(const double* prices, const double* values, int count)
 {
-    setData(new QwtPointArrayData(copied(prices, count), copied(values, count)));
+    setData(new QtVersions::PointArrays(copied(prices, count), copied(values, count)));
 }
 
 QRectF PriceBased2dPlotCurve::boundingRect() const
@@ -68,12 +68,14 @@ bool PriceBased2dPlotCurve::needsSeenSamplesOnly() const
     }
 }
 
-int PriceBased2dPlotCurve::reachOfASample() const
+double PriceBased2dPlotCurve::reachOfASample() const
 {
     // Of a symbol made of a path, a picture or a drawing the size says nothing, and its pin may lie anywhere.
     const QRect around = symbol() ? symbol()->boundingRect() : QRect();
-    const int lineWidth = static_cast<int>(std::ceil(pen().widthF()));
-    return 2 + std::max({-around.left(), around.right(), around.width(), around.height(), lineWidth});
+    const double left = around.left();
+    const double right = around.right();
+    const double height = double(around.bottom()) - around.top() + 1.0;
+    return 2.0 + std::max({-left, right, right - left + 1.0, height, std::ceil(pen().widthF())});
 }
 
 void PriceBased2dPlotCurve::drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
@@ -86,10 +88,10 @@ void PriceBased2dPlotCurve::drawSeries(QPainter* painter, const QwtScaleMap& xMa
         QwtPlotCurve::drawSeries(painter, xMap, yMap, canvasRect, from, to);
         return;
     }
-    const int reach = reachOfASample();
+    const double reach = reachOfASample();
     const CurveFolding::Stretch all{*index, xMap, yMap, from, last + 1};
     const CurveFolding::Stretch seen
-        = all.seenBetween(wholePixel(canvasRect.left()) - reach, wholePixel(canvasRect.right()) + reach);
+        = all.seenBetween(wholePixel(canvasRect.left() - reach), wholePixel(canvasRect.right() + reach));
     // Qwt draws symbols in portions of so many samples, and those of a portion that fall together once.
     constexpr int portion = 500;
     const int begin = symbol() ? seen.begin - (seen.begin - from) % portion : seen.begin;

@@ -218,7 +218,7 @@ PriceBased2dPlotLegend::Entry* PriceBased2dPlotLegend::entryOf(const QCheckBox* 
 {
     const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
         [checkBox](const Entry& candidate) { return candidate.checkBox == checkBox; });
-    return entry == m_entries.end() || !checkBox || !entry->label ? nullptr : entry;
+    return entry == m_entries.end() || !checkBox || !entry->label ? nullptr : &*entry;
 }
 
 void PriceBased2dPlotLegend::setCheckBoxChecked(const QString& text, bool checked)

@@ -4,8 +4,10 @@
 #include "panlimits_p.h"
 #include "pixelvalue_p.h"
 #include "plot2d/pricebased2dplot.h"
+#include "qtversions_p.h"
 #include "scaledivision_p.h"
 
+#include <qwt_interval.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_scale_div.h>
 
@@ -16,7 +18,8 @@ namespace {
 PanLimits::Axis axisOf(const PriceBased2dPlot& plot, int axis)
 {
     const QwtScaleDiv& division = plot.axisScaleDiv(axis);
-    return {plot.canvasMap(axis), division.lowerBound(), division.upperBound(), plot.axisEnabled(axis)};
+    return {plot.canvasMap(axis), division.lowerBound(), division.upperBound(),
+        QtVersions::isAxisVisible(plot, axis)};
 }
 
 /// Whether a shift moves nothing, by the tolerance of shifts that are not whole pixels.
@@ -128,7 +131,7 @@ bool PriceBased2dPlotPanner::canMove(int dx, int dy) const
     if (dx == 0 && dy == 0)
         return true;
     for (int axis = 0; axis < QwtPlot::axisCnt; ++axis) {
-        if (!isAxisEnabled(axis) || !m_plot->axisEnabled(axis))
+        if (!isAxisEnabled(axis) || !QtVersions::isAxisVisible(*m_plot, axis))
             continue;
         const QwtInterval range = movedRange(*m_plot, axis, dx, dy);
         const bool isOfView = axis == QwtPlot::xBottom || axis == QwtPlot::yLeft;

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QTimer>
 
+#include <qwt_scale_div.h>
 #include <qwt_scale_map.h>
 
 #include <limits>

@@ -53,6 +53,7 @@ public:
     ~PriceBased2dPlotPicker() override;
 
     /// Reads the price step now and once a second from now on, as setPriceStep() does. To be called once.
+    /// What setPriceStep() throws goes through the event loop then, which Qt does not bear.
     void initTimer();
 
     /// The instrument's price step as it was last read, -1.0 while unknown; 0.0 where the record has none.

@@ -1,6 +1,7 @@
 #include "plot2d/pricebased2dplotpointmanager.h"
 
 #include "fieldreading_p.h"
+#include "fuzzyequality_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "pricepoints_p.h"
 
@@ -9,6 +10,7 @@
 #include <c_api/common.h>
 #include <directory/securitydirectory.h>
 
+#include <qwt_interval.h>
 #include <qwt_scale_div.h>
 
 #include <cmath>
@@ -144,7 +146,7 @@ QList<double> PriceBased2dPlotPointManager::calcPlotPoints(bool force)
         return QList<double>();
     const QList<double> base = minStepPoints(first, last, prices.minStep);
     const double priceStep = m_plot->priceStep();
-    if (priceStep < 0.0 || std::abs(priceStep) <= 1e-12)
+    if (priceStep < 0.0 || isFuzzyZero(priceStep))
         return QList<double>();
 
     const double width = view.high - view.low;

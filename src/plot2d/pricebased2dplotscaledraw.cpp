@@ -1,6 +1,9 @@
 #include "plot2d/pricebased2dplotscaledraw.h"
 
 #include "labelthinning_p.h"
+#include "plot2d/pricebased2dplotcurve.h"
+#include "qtversions_p.h"
+#include "scalerange_p.h"
 #include "ticklabels_p.h"
 #include "ticktext_p.h"
 
@@ -8,6 +11,7 @@
 #include <QPainter>
 #include <QPalette>
 
+#include <qwt_interval.h>
 #include <qwt_plot.h>
 #include <qwt_scale_map.h>
 #include <qwt_text.h>
@@ -20,13 +24,6 @@ namespace {
 constexpr int marginOfPlainLabels = 8;
 /// Converted labels are shorter, and may stand closer.
 constexpr int marginOfConvertedLabels = 4;
-
-const QColor CurKotirCurveColor(Qt::red);
-
-bool isUsable(const QwtScaleDiv& division)
-{
-    return !division.isEmpty() && division.interval().isValid();
-}
 
 }
 
@@ -41,7 +38,7 @@ PriceBased2dPlotScaleDraw::~PriceBased2dPlotScaleDraw() = default;
 
 QwtText PriceBased2dPlotScaleDraw::label(double value) const
 {
-    return isUsable(scaleDiv()) ? TickText::text(convertedValue(value)) : QwtText();
+    return ScaleRange::isUsable(scaleDiv()) ? TickText::text(convertedValue(value)) : QwtText();
 }
 
 void PriceBased2dPlotScaleDraw::setCurKotirEnabled(bool enabled)
@@ -68,7 +65,7 @@ void PriceBased2dPlotScaleDraw::updateCurKotirIndex(const QList<double>& ticks)
 
 QList<double> PriceBased2dPlotScaleDraw::getTicks(const QwtScaleDiv& division) const
 {
-    if (!isUsable(division))
+    if (!ScaleRange::isUsable(division))
         return QList<double>();
     return TickLabels::candidates(
         division.ticks(QwtScaleDiv::MajorTick), division.ticks(QwtScaleDiv::MediumTick));
@@ -122,7 +119,7 @@ double PriceBased2dPlotScaleDraw::extent(const QFont& font) const
     if (hasComponent(Ticks))
         sum += maxTickLength();
     if (hasComponent(Backbone))
-        sum += std::max(1, penWidth());
+        sum += std::max(1.0, QtVersions::penWidthOf(*this));
     return std::max(sum, minimumExtent());
 }
 
@@ -213,7 +210,7 @@ void PriceBased2dPlotScaleDraw::draw(QPainter* painter, const QPalette& palette)
 {
     painter->save();
     QPen pen = painter->pen();
-    pen.setWidth(penWidth());
+    pen.setWidthF(QtVersions::penWidthOf(*this));
     pen.setCosmetic(false);
 
     if (hasComponent(Labels))
@@ -265,6 +262,7 @@ void PriceBased2dPlotScaleDraw::drawTickLabel(QPainter* painter, const QPalette&
     if (!painter || !scaleDiv().contains(value))
         return;
     const bool isQuote = m_quoteFlags != 0 && value == m_quote;
-    painter->setPen(isQuote ? CurKotirCurveColor : palette.brush(QPalette::Current, QPalette::Text).color());
+    painter->setPen(isQuote ? PriceBased2dPlotCurve::CurKotirCurveColor
+                            : palette.brush(QPalette::Current, QPalette::Text).color());
     drawLabel(painter, value);
 }

@@ -1,12 +1,15 @@
 #include "plot2d/pricebased2dplotscaleengine.h"
 
 #include "columnnames_p.h"
+#include "fuzzyequality_p.h"
 #include "plot2d/pricebased2dplot.h"
 #include "plot2d/pricebased2dplotscaledraw.h"
 #include "scaledivision_p.h"
 
 #include <c_api/common.h>
 #include <database/table.h>
+
+#include <qwt_interval.h>
 
 #include <algorithm>
 #include <cmath>
@@ -70,5 +73,5 @@ bool PriceBased2dPlotScaleEngine::keepsPrevious(const QwtScaleDiv& division) con
     const double previousWidth = m_previous.upper - m_previous.lower;
     return previousWidth > width && !commonFuzzyCompare(width, previousWidth)
         && m_scaleDraw->ticksShrinked(division) && m_previous.maxMajorSteps > 0
-        && m_previous.maxMinorSteps > 0 && (m_previous.step > 0.0 || std::abs(m_previous.step) <= 1e-12);
+        && m_previous.maxMinorSteps > 0 && (m_previous.step > 0.0 || isFuzzyZero(m_previous.step));
 }

@@ -4,6 +4,7 @@
 
 #include <c_api/common.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -14,16 +15,11 @@ constexpr double wantedPoints = 100.0;
 
 constexpr double maxSteps = 100000.0;
 
-bool isZero(double value)
-{
-    return std::abs(value) <= 1e-12;
-}
-
 bool canProgress(double from, double to, double step)
 {
     if (std::isnan(from) || std::isnan(to) || std::isnan(step))
         return false;
-    if (from < 0.0 || isZero(from) || to < 0.0 || isZero(to) || from > to || isFuzzyEqual(from, to)
+    if (from < 0.0 || isFuzzyZero(from) || to < 0.0 || isFuzzyZero(to) || from > to || isFuzzyEqual(from, to)
         || step <= 0.0)
         return false;
     const double width = to - from;
@@ -33,7 +29,7 @@ bool canProgress(double from, double to, double step)
 /// Whether the smallest step fits the range that a number of strikes spans.
 bool stepFits(int count, double step, double width)
 {
-    if (step < 0.0 || isZero(step))
+    if (step < 0.0 || isFuzzyZero(step))
         return false;
     const bool spansAll = isFuzzyEqual(step, width);
     return count == 2 ? spansAll : step <= width && !spansAll;
@@ -50,13 +46,16 @@ PriceInterval PricePoints::interval(const StrikeRange& strikes, int decimals)
     PriceInterval result;
     result.minPrice = strikes.lowest.toDouble();
     result.maxPrice = strikes.highest.toDouble();
-    if (isZero(result.minPrice) || isZero(result.maxPrice) || result.minPrice > result.maxPrice
+    if (isFuzzyZero(result.minPrice) || isFuzzyZero(result.maxPrice) || result.minPrice > result.maxPrice
         || commonFuzzyCompare(result.minPrice, result.maxPrice)
         || !stepFits(strikes.count, strikes.minStep, result.maxPrice - result.minPrice))
         return none;
 
-    result.minStep = decimal::fromDouble(strikes.minStep, static_cast<short>(decimals)).toDouble();
-    if (isZero(result.minStep))
+    const int mostDecimals = std::numeric_limits<short>::max();
+    result.minStep
+        = decimal::fromDouble(strikes.minStep, static_cast<short>(std::min(decimals, mostDecimals)))
+              .toDouble();
+    if (isFuzzyZero(result.minStep))
         return none;
     result.valid = true;
     return result;
@@ -89,7 +88,7 @@ std::optional<std::pair<decimal, decimal>> PricePoints::bracket(
     for (int i = 0; i + 1 < strikes.size(); ++i) {
         const double a = strikes[i].toDouble();
         const double b = strikes[i + 1].toDouble();
-        if (isZero(a) || isZero(b) || strikes[i] < decimal::zero || strikes[i + 1] < decimal::zero)
+        if (isFuzzyZero(a) || isFuzzyZero(b) || strikes[i] < decimal::zero || strikes[i + 1] < decimal::zero)
             continue;
         if (strikes[i] > strikes[i + 1])
             return std::nullopt;

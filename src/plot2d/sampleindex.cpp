@@ -1,6 +1,6 @@
 #include "sampleindex_p.h"
 
-#include <qwt_point_data.h>
+#include "qtversions_p.h"
 
 #include <algorithm>
 #include <cmath>
@@ -81,7 +81,7 @@ std::unique_ptr<SampleIndex> SampleIndex::of(const QwtSeriesData<QPointF>* serie
 {
     if (const auto* points = exactly<QwtPointSeriesData>(series))
         return std::unique_ptr<SampleIndex>(new SampleIndex(points->samples()));
-    if (const auto* arrays = exactly<QwtPointArrayData>(series))
+    if (const auto* arrays = exactly<QtVersions::PointArrays>(series))
         return std::unique_ptr<SampleIndex>(new SampleIndex(arrays->xData(), arrays->yData()));
     return nullptr;
 }
@@ -89,7 +89,7 @@ std::unique_ptr<SampleIndex> SampleIndex::of(const QwtSeriesData<QPointF>* serie
 SampleIndex::SampleIndex(const QVector<QPointF>& samples)
     : m_points(samples)
     , m_stride(2)
-    , m_size(samples.size())
+    , m_size(int(samples.size()))
 {
     m_x = reinterpret_cast<const double*>(m_points.constData());
     m_y = m_x + 1;
@@ -101,7 +101,7 @@ SampleIndex::SampleIndex(const QVector<double>& x, const QVector<double>& y)
     , m_ys(y)
     , m_x(m_xs.constData())
     , m_y(m_ys.constData())
-    , m_size(std::min(x.size(), y.size()))
+    , m_size(int(std::min(x.size(), y.size())))
 {
     build();
 }
@@ -113,7 +113,7 @@ bool SampleIndex::describes(const QwtSeriesData<QPointF>* series) const
         const QVector<QPointF> samples = points->samples();
         return m_stride == 2 && samples.constData() == m_points.constData() && samples.size() == m_size;
     }
-    if (const auto* arrays = exactly<QwtPointArrayData>(series)) {
+    if (const auto* arrays = exactly<QtVersions::PointArrays>(series)) {
         return m_stride == 1 && arrays->xData().constData() == m_xs.constData()
             && arrays->yData().constData() == m_ys.constData()
             && std::min(arrays->xData().size(), arrays->yData().size()) == m_size;

@@ -5,8 +5,14 @@
 #include <c_api/common.h>
 
 #include <qwt_plot.h>
+#include <qwt_scale_div.h>
 
 #include <cmath>
+
+bool ScaleRange::isUsable(const QwtScaleDiv& division)
+{
+    return !division.isEmpty() && division.interval().isValid();
+}
 
 std::optional<QwtInterval> ScaleRange::shown(int axis, double min, double max)
 {

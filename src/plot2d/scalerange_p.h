@@ -5,9 +5,13 @@
 #include <optional>
 
 class QwtPlot;
+class QwtScaleDiv;
 
 /// What becomes of a range that an axis of a plot is asked to show. Pure functions.
 namespace ScaleRange {
+
+/// Whether an axis with this division shows a range: it is not empty, and its bounds are not invalid.
+bool isUsable(const QwtScaleDiv& division);
 
 /// The range that QwtPlot::yLeft or xBottom shows instead: the range itself, a vertical one without width
 /// widened by 1 to both sides. Nothing where the axis keeps its range: a horizontal one without width, and a

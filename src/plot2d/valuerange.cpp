@@ -1,5 +1,6 @@
 #include "valuerange_p.h"
 
+#include "fuzzyequality_p.h"
 #include "halfuprounding_p.h"
 #include "plot2d/pricebased2dplotcurve.h"
 #include "sampleindex_p.h"
@@ -16,7 +17,7 @@ constexpr double largest = std::numeric_limits<double>::max();
 
 bool isQuoteLine(const PriceBased2dPlotCurve& curve)
 {
-    return curve.dataType() == 0;
+    return curve.dataType() == PriceBased2dPlotCurve::quoteLineType;
 }
 
 /// Whether a sample's price belongs to the range from x1 to x2. The lower end is fuzzy, the upper end is
@@ -84,7 +85,7 @@ bool extend(ValueRange::Range& range, const PriceBased2dPlotCurve& curve, double
 
 double ValueRange::snapped(double price, double priceStep)
 {
-    if (priceStep < 0.0 || std::abs(priceStep) <= 1e-12)
+    if (priceStep < 0.0 || isFuzzyZero(priceStep))
         return price;
 
     constexpr double holdsEveryWhole = 9007199254740992.0; // 2^53

@@ -1,4 +1,5 @@
 #include "axes/scaledrawprobe.h"
+#include "support/qtversions.h"
 #include "support/testmain.h"
 
 #include <cmath>
@@ -113,7 +114,7 @@ void tst_scaledraw_extent::extent()
     if (axis == bottomAxis)
         draw.setScaleDiv(division(0, 10, {5}));
     draw.setSpacing(7.0);
-    draw.setPenWidth(penWidth);
+    TestVersions::setPenWidth(draw, penWidth);
     draw.setMinimumExtent(minimum);
     draw.enableComponent(QwtAbstractScaleDraw::Labels, labels);
     draw.enableComponent(QwtAbstractScaleDraw::Ticks, ticks);

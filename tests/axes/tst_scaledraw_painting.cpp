@@ -1,4 +1,5 @@
 #include "axes/scaledrawprobe.h"
+#include "support/qtversions.h"
 #include "support/testmain.h"
 
 #include <QImage>
@@ -303,7 +304,7 @@ void tst_scaledraw_painting::ticksStayWhenNoLabelFits()
 void tst_scaledraw_painting::linePens()
 {
     PaintedAxis axis(majorTicks({100}));
-    axis.setPenWidth(3);
+    TestVersions::setPenWidth(axis, 3);
     QImage image(420, 60, QImage::Format_RGB32);
     QPainter painter(&image);
     QPen painterPen(Qt::green, 11, Qt::DashLine, Qt::RoundCap);
@@ -337,7 +338,7 @@ void tst_scaledraw_painting::backboneIsNotDrawnAsTheTicksLeftIt()
     axis.paint();
     QCOMPARE(axis.backbones, 1);
     QCOMPARE(axis.linePens.last().color(), lineColor);
-    QCOMPARE(axis.linePens.last().width(), axis.penWidth());
+    QCOMPARE(axis.linePens.last().width(), TestVersions::penWidth(axis));
 }
 
 void tst_scaledraw_painting::components_data()

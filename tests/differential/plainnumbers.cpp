@@ -39,10 +39,10 @@ QString Plain::shortText(double value, int decimals)
         decimals = 10;
     QString text = QLocale::system().toString(value, 'f', decimals);
     if (text.contains(QLocale::system().decimalPoint())) {
-        while (!text.isEmpty() && text.back() == QLocale::system().zeroDigit())
+        while (text.endsWith(QLocale::system().zeroDigit()))
             text.remove(text.size() - 1, 1);
     }
-    if (!text.isEmpty() && text.back() == QLocale::system().decimalPoint())
+    if (text.endsWith(QLocale::system().decimalPoint()))
         text.remove(text.size() - 1, 1);
     return text;
 }

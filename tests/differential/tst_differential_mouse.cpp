@@ -192,7 +192,8 @@ void tst_differential_mouse::drags()
         if (isLeft && placeOf(plot, place).isScale())
             drag.press = place;
         const Qt::MouseButton button = isLeft ? Qt::LeftButton : Qt::RightButton;
-        QMouseEvent press(QEvent::MouseButtonPress, place, button, button, Qt::NoModifier);
+        QMouseEvent press(
+            QEvent::MouseButtonPress, place, place, QCursor::pos(), button, button, Qt::NoModifier);
         plot.mousePressEvent(&press);
         QString history = told(place);
         for (int moves = random.whole(1, 4); moves > 0 && !findings.differ(); --moves) {
@@ -200,7 +201,8 @@ void tst_differential_mouse::drags()
             history += QStringLiteral(" to ") + told(place);
             both.seen().clear();
             const QStringList signalsExpected = apply(drag, place, both);
-            QMouseEvent move(QEvent::MouseMove, place, Qt::NoButton, button, Qt::NoModifier);
+            QMouseEvent move(
+                QEvent::MouseMove, place, place, QCursor::pos(), Qt::NoButton, button, Qt::NoModifier);
             plot.mouseMoveEvent(&move);
             both.compare(findings);
             findings.compare("signals", signalsExpected, both.seen());

@@ -3,6 +3,7 @@
 #include "differential/plainlabels.h"
 #include "differential/plainnumbers.h"
 #include "differential/plainthinning.h"
+#include "support/qtversions.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -176,7 +177,7 @@ double extentOf(const PriceBased2dPlotScaleDraw& draw, const AxisCase& axis)
     if (label > 0)
         size += label + draw.spacing();
     size += draw.maxTickLength();
-    size += std::max(draw.penWidth(), 1);
+    size += std::max(TestVersions::penWidth(draw), 1);
     return std::max(size, draw.minimumExtent());
 }
 

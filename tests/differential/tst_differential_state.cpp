@@ -211,7 +211,8 @@ private:
     {
         const bool isLeft = !m_random.oneIn(6);
         const Qt::MouseButton button = isLeft ? Qt::LeftButton : Qt::RightButton;
-        QMouseEvent event(QEvent::MouseButtonPress, QPointF(30.0, 5.0), button, button, Qt::NoModifier);
+        QMouseEvent event(QEvent::MouseButtonPress, QPointF(30.0, 5.0), QPointF(30.0, 5.0), QCursor::pos(),
+            button, button, Qt::NoModifier);
         QApplication::sendEvent(m_library.entry(m_curves[index]), &event);
         if (isLeft)
             m_plain.toggle(index);

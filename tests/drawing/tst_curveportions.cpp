@@ -11,6 +11,7 @@
 #include <qwt_symbol.h>
 #include <qwt_transform.h>
 
+#include <limits>
 #include <utility>
 
 using RecordedCurves::pen;
@@ -104,6 +105,8 @@ class tst_CurvePortions : public QObject {
 private Q_SLOTS:
     void seenSamples_data();
     void seenSamples();
+    void seenFromAfar_data();
+    void seenFromAfar();
     void seenSamplesOfStyles_data();
     void seenSamplesOfStyles();
     void logarithms();
@@ -151,6 +154,32 @@ void tst_CurvePortions::seenSamples()
     RecordingDevice device;
     draw(curve, device, canvas, asked);
     QCOMPARE(curve.drawn, expected);
+}
+
+void tst_CurvePortions::seenFromAfar_data()
+{
+    QTest::addColumn<Dress>("dress");
+    for (const double width : {1e3, 2147483000.0, 1e300, std::numeric_limits<double>::infinity()})
+        QTest::addRow("pen of %g", width) << withPen(width);
+    QTest::newRow("symbol as wide as integers reach") << Dress([](PriceBased2dPlotCurve& curve) {
+        curve.setStyle(QwtPlotCurve::NoCurve);
+        auto* const symbol
+            = new QwtSymbol(QwtSymbol::Rect, Qt::NoBrush, QPen(Qt::NoPen), QSize(2147483600, 5));
+        symbol->setCachePolicy(QwtSymbol::NoCache);
+        curve.setSymbol(symbol);
+    });
+}
+
+// What reaches further than the canvas is wide is seen of all samples.
+void tst_CurvePortions::seenFromAfar()
+{
+    QFETCH(Dress, dress);
+    PortionedCurve curve;
+    curve.setSamples(samplesOfColumns(100));
+    dress(curve);
+    RecordingDevice device;
+    draw(curve, device, QRectF(40.0, 0.0, 20.0, 50.0), Portion(0, -1));
+    QCOMPARE(curve.drawn, Portion(0, 99));
 }
 
 void tst_CurvePortions::seenSamplesOfStyles_data()

@@ -1,5 +1,6 @@
 #include "plainanswers.h"
 #include "randomcurves.h"
+#include "support/qtversions.h"
 
 #include "support/testmain.h"
 
@@ -240,7 +241,7 @@ void tst_SampleIndex::extraMemory()
     QVERIFY(curve.sampleIndex()->extraBytes() < sampleBytes / 20);
     QVector<double> numbers(count, 1.0);
     curve.setSamples(numbers.constData(), numbers.constData(), count);
-    QCOMPARE(static_cast<QwtPointArrayData*>(curve.data())->xData().capacity(), count);
+    QCOMPARE(static_cast<TestVersions::PointArrays*>(curve.data())->xData().capacity(), count);
     curve.setSamples(samples);
     // The samples themselves are the caller's, not a copy of them.
     QVERIFY(static_cast<QwtPointSeriesData*>(curve.data())->samples().constData() == samples.constData());

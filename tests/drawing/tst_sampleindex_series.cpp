@@ -1,3 +1,4 @@
+#include "support/qtversions.h"
 #include "support/testmain.h"
 
 #include <plot2d/sampleindex_p.h>
@@ -19,7 +20,7 @@ Series points(const QVector<QPointF>& samples)
 
 Series arrays(const QVector<double>& x, const QVector<double>& y)
 {
-    return std::make_shared<QwtPointArrayData>(x, y);
+    return std::make_shared<TestVersions::PointArrays>(x, y);
 }
 
 }

@@ -10,6 +10,7 @@
 inline void moveCursor(QwtPlot& plot, double price, double value)
 {
     const QPointF position(plot.transform(QwtPlot::xBottom, price), plot.transform(QwtPlot::yLeft, value));
-    QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, position, position, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(plot.canvas(), &move);
 }

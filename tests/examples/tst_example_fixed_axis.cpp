@@ -70,7 +70,8 @@ private:
     static void drag(QWidget* widget, const QPoint& from, const QPoint& to)
     {
         const auto send = [widget](QEvent::Type type, const QPoint& position, Qt::MouseButtons buttons) {
-            QMouseEvent event(type, position, Qt::LeftButton, buttons, Qt::NoModifier);
+            QMouseEvent event(
+                type, position, position, QCursor::pos(), Qt::LeftButton, buttons, Qt::NoModifier);
             QCoreApplication::sendEvent(widget, &event);
         };
         send(QEvent::MouseButtonPress, from, Qt::LeftButton);

@@ -1,4 +1,5 @@
 #include "faults/exhausted.h"
+#include "support/qtversions.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -272,7 +273,7 @@ void tst_allocationfaults::sampleIndex()
         x << point.x();
         y << point.y();
     }
-    const QwtPointArrayData arrays(x, y);
+    const TestVersions::PointArrays arrays(x, y);
     bear([&] { return answers(&arrays); });
 }
 

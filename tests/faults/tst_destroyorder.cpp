@@ -72,11 +72,12 @@ void tst_destroyorder::postEvents(const Market& market)
     for (const QEvent::Type type :
         {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease}) {
         QCoreApplication::postEvent(market.plot,
-            new QMouseEvent(
-                type, prices + QPointF(int(type), 0.0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+            new QMouseEvent(type, prices + QPointF(int(type), 0.0), prices + QPointF(int(type), 0.0),
+                QCursor::pos(), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
     }
     QCoreApplication::postEvent(market.plot->canvas(),
-        new QMouseEvent(QEvent::MouseMove, QPointF(50.0, 50.0), Qt::NoButton, Qt::NoButton, Qt::NoModifier));
+        new QMouseEvent(QEvent::MouseMove, QPointF(50.0, 50.0), QPointF(50.0, 50.0), QCursor::pos(),
+            Qt::NoButton, Qt::NoButton, Qt::NoModifier));
 }
 
 void tst_destroyorder::use(Market& market)

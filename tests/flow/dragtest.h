@@ -15,12 +15,14 @@ class DragTest : public QObject {
 protected:
     void press(const QPointF& place, Qt::MouseButton button = Qt::LeftButton)
     {
-        QMouseEvent event(QEvent::MouseButtonPress, place, button, button, Qt::NoModifier);
+        QMouseEvent event(
+            QEvent::MouseButtonPress, place, place, QCursor::pos(), button, button, Qt::NoModifier);
         m_plot->mousePressEvent(&event);
     }
     void move(const QPointF& place, Qt::MouseButtons buttons = Qt::LeftButton)
     {
-        QMouseEvent event(QEvent::MouseMove, place, Qt::NoButton, buttons, Qt::NoModifier);
+        QMouseEvent event(
+            QEvent::MouseMove, place, place, QCursor::pos(), Qt::NoButton, buttons, Qt::NoModifier);
         m_plot->mouseMoveEvent(&event);
     }
 

@@ -184,9 +184,11 @@ void tst_axisdrag::onTheAxisWidgetItself()
     addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
     QWidget* axis = m_plot->axisWidget(QwtPlot::xBottom);
     const QPoint from = axis->mapFrom(m_plot.get(), onScale(QwtPlot::xBottom).toPoint());
-    QMouseEvent pressed(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent pressed(
+        QEvent::MouseButtonPress, from, from, QCursor::pos(), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(axis, &pressed);
-    QMouseEvent dragged(QEvent::MouseMove, from - QPoint(5, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent dragged(QEvent::MouseMove, from - QPoint(5, 0), from - QPoint(5, 0), QCursor::pos(),
+        Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(axis, &dragged);
     COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(410.0, 590.0));
 }

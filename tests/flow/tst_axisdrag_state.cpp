@@ -34,7 +34,8 @@ void tst_axisdrag_state::releaseKeepsThePress()
 {
     const QPointF from = onScale(QwtPlot::xBottom);
     press(from);
-    QMouseEvent release(QEvent::MouseButtonRelease, from, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent release(
+        QEvent::MouseButtonRelease, from, from, QCursor::pos(), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(m_plot.get(), &release);
     move(from + QPointF(5.0, 0.0), Qt::NoButton);
     COMPARE_RANGES(prices(), QwtInterval(390.0, 610.0));
@@ -146,11 +147,12 @@ void tst_axisdrag_state::eventsGoOnToTheParent()
     // What a plain widget does with an event of the mouse is to ignore it.
     const QPointF from = onScale(QwtPlot::xBottom);
     for (const QPointF& place : {from, m_plot->plotLayout()->canvasRect().center()}) {
-        QMouseEvent press(QEvent::MouseButtonPress, place, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent press(QEvent::MouseButtonPress, place, place, QCursor::pos(), Qt::LeftButton,
+            Qt::LeftButton, Qt::NoModifier);
         m_plot->mousePressEvent(&press);
         QVERIFY(!press.isAccepted());
-        QMouseEvent move(
-            QEvent::MouseMove, place + QPointF(1.0, 0.0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, place + QPointF(1.0, 0.0), place + QPointF(1.0, 0.0),
+            QCursor::pos(), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         m_plot->mouseMoveEvent(&move);
         QVERIFY(!move.isAccepted());
     }

@@ -42,7 +42,8 @@ public:
 
 void press(QWidget& widget, Qt::MouseButton button)
 {
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(1.0, 1.0), button, button, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(1.0, 1.0), QPointF(1.0, 1.0), QCursor::pos(), button,
+        button, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
 }
 
@@ -285,8 +286,8 @@ void tst_legendrules::pressGoesOn()
     auto* const box = new QCheckBox(&widget);
     layout->addWidget(box);
     layout->addWidget(new QwtLegendLabel(&widget));
-    QMouseEvent event(
-        QEvent::MouseButtonPress, QPointF(1.0, 1.0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(1.0, 1.0), QPointF(1.0, 1.0), QCursor::pos(),
+        Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
     QVERIFY(box->isChecked());
     QVERIFY(!event.isAccepted());
@@ -295,7 +296,8 @@ void tst_legendrules::pressGoesOn()
 void tst_legendrules::movesOverTheViewEndThere()
 {
     QWidget* const view = m_host->legend->contentsWidget()->parentWidget();
-    QMouseEvent event(QEvent::MouseMove, QPointF(1.0, 1.0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, QPointF(1.0, 1.0), QPointF(1.0, 1.0), QCursor::pos(), Qt::NoButton,
+        Qt::LeftButton, Qt::NoModifier);
     event.ignore();
     QApplication::sendEvent(view, &event);
     QVERIFY(event.isAccepted());
@@ -320,7 +322,8 @@ void tst_legendrules::scrollBarCanBeDragged()
                               ->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, bar)
                               .center();
     QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, slider);
-    QMouseEvent move(QEvent::MouseMove, slider + QPoint(0, 30), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, slider + QPoint(0, 30), slider + QPoint(0, 30), QCursor::pos(),
+        Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(bar, &move);
     QVERIFY(bar->value() > 0);
     QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, slider + QPoint(0, 30));

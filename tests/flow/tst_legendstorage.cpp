@@ -94,7 +94,7 @@ void tst_legendstorage::storedBytes()
     m_host->add(two, 12)->QwtPlotItem::setVisible(false);
     m_host->legend->store(*m_settings);
     const QVariant value = m_settings->value(key);
-    QCOMPARE(value.type(), QVariant::ByteArray);
+    QCOMPARE(value.userType(), int(QMetaType::QByteArray));
     QCOMPARE(value.toByteArray().toHex(),
         QByteArray("000000010000000500000002010100000009"
                    "01000000000c"));

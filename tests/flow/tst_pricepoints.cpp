@@ -244,6 +244,11 @@ void tst_pricepoints::intervalRoundsTheStep()
     const PriceInterval result = PricePoints::interval({3, number("1"), number("2"), 0.12345678}, 3);
     QVERIFY(result.valid);
     QVERIFY(result.minStep == 0.123);
+    // As many as no instrument has, and more than the host's numbers of decimals reach.
+    for (const int decimals : {100, 65536, std::numeric_limits<int>::max()}) {
+        const PricePoints::StrikeRange strikes{3, number("1"), number("2"), 0.125};
+        QCOMPARE(PricePoints::interval(strikes, decimals).minStep, 0.125);
+    }
 }
 
 void tst_pricepoints::bracket_data()

@@ -4,6 +4,8 @@
 #include <QFontDatabase>
 #include <QHash>
 
+#include <qwt_global.h>
+
 namespace {
 
 // Loads it once; its family.
@@ -31,6 +33,14 @@ int differentPixels(const QImage& a, const QImage& b)
     return count;
 }
 
+}
+
+QString GoldenImage::otherVersions()
+{
+    constexpr bool isOther = QT_VERSION >= QT_VERSION_CHECK(6, 0, 0) || QWT_VERSION >= 0x060200;
+    return isOther ? QStringLiteral("golden pictures are of Qt 5.15 and Qwt 6.1; these are Qt %1 and Qwt %2")
+                         .arg(QStringLiteral(QT_VERSION_STR), QStringLiteral(QWT_VERSION_STR))
+                   : QString();
 }
 
 QFont GoldenImage::font(int pointSize, const QString& fileName)

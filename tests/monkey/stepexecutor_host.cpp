@@ -161,8 +161,8 @@ void StepExecutor::perform(const ToggleEntry& step)
     if (step.how == ToggleEntry::ClickBox)
         return box->click();
     if (step.how == ToggleEntry::ClickLabel) {
-        QMouseEvent event(
-            QEvent::MouseButtonPress, QPointF(1.0, 1.0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent event(QEvent::MouseButtonPress, QPointF(1.0, 1.0), QPointF(1.0, 1.0), QCursor::pos(),
+            Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(box->parentWidget(), &event);
         return;
     }

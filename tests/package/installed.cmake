@@ -24,7 +24,7 @@ function(package_project name folder)
 endfunction()
 
 # A folder of the last time would find the package that it remembers.
-set(installed "--fresh;-DCMAKE_PREFIX_PATH=${prefix};-DCMAKE_CXX_FLAGS=${flags_text}")
+set(installed "--fresh" "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_FLAGS=${flags_text}" ${same_qwt})
 package_project(find_package consumer ${installed})
 package_project(headers headers ${installed})
 add_test(NAME package_pkgconfig
@@ -42,9 +42,15 @@ set_tests_properties(${users} PROPERTIES FIXTURES_REQUIRED package_prefix)
 
 # The libraries are compiled for this one project, hence only once, and without instruments: one build tree is enough.
 if(NOT flags)
-    package_project(subdirectory subdirectory "-DPLOT2D_SOURCE=${PROJECT_SOURCE_DIR}")
+    package_project(subdirectory subdirectory
+        "-DPLOT2D_SOURCE=${PROJECT_SOURCE_DIR}" "-DPLOT2D_QT_VERSION=${PLOT2D_QT_VERSION}" ${same_qwt})
     list(APPEND users package_subdirectory)
     set_tests_properties(package_subdirectory PROPERTIES TIMEOUT 900)
+
+    if(PLOT2D_QT_VERSION EQUAL 5)
+        package_project(other_qt other_qt "-DPLOT2D_SOURCE=${PROJECT_SOURCE_DIR}")
+        set_tests_properties(package_other_qt PROPERTIES SKIP_REGULAR_EXPRESSION "SKIPPED: " TIMEOUT 900)
+    endif()
 endif()
 
 set_tests_properties(${users} PROPERTIES ENVIRONMENT

@@ -241,13 +241,14 @@ QString SlowNumbers::systemText(double finite, int decimals)
 {
     const QLocale locale = QLocale::system();
     const ExactDecimal number = rounded(exactDecimal(finite), std::clamp(decimals, 0, 10));
-    QString text = localizedDigits(number.whole, locale.zeroDigit());
+    const QChar zero = QString(locale.zeroDigit()).at(0);
+    QString text = localizedDigits(number.whole, zero);
     for (int position = text.size() - 3; position > 0; position -= 3)
         text.insert(position, locale.groupSeparator());
     if (number.negative)
         text.prepend(locale.negativeSign());
     if (!number.fraction.empty())
-        text += locale.decimalPoint() + localizedDigits(number.fraction, locale.zeroDigit());
+        text += locale.decimalPoint() + localizedDigits(number.fraction, zero);
     return text;
 }
 

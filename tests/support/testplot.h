@@ -5,6 +5,7 @@
 #include <plot2d/pricebased2dplotpicker.h>
 
 #include <QEvent>
+#include <QPen>
 #include <QStringList>
 #include <QVector>
 

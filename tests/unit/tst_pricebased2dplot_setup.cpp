@@ -1,4 +1,5 @@
 #include "support/childrun.h"
+#include "support/qtversions.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -149,7 +150,7 @@ void tst_pricebased2dplot_setup::stateAfterConstruction()
 void tst_pricebased2dplot_setup::priceIntervalIsAMetaType()
 {
     const TestPlot plot;
-    QCOMPARE(QMetaType::type("PriceInterval"), qMetaTypeId<PriceInterval>());
+    QCOMPARE(TestVersions::typeNamed("PriceInterval"), qMetaTypeId<PriceInterval>());
 }
 
 void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstPlotOn()
@@ -161,9 +162,9 @@ void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstPlotOn()
         QVERIFY2(run.passed(), run.output.constData());
         return;
     }
-    QCOMPARE(QMetaType::type("PriceInterval"), int(QMetaType::UnknownType));
+    QCOMPARE(TestVersions::typeNamed("PriceInterval"), int(QMetaType::UnknownType));
     const TestPlot plot(false);
-    const int type = QMetaType::type("PriceInterval");
+    const int type = TestVersions::typeNamed("PriceInterval");
     QVERIFY(type != QMetaType::UnknownType);
     QCOMPARE(type, qMetaTypeId<PriceInterval>());
 }
@@ -176,9 +177,9 @@ void tst_pricebased2dplot_setup::priceIntervalIsAMetaTypeFromTheFirstManagerOn()
         QVERIFY2(run.passed(), run.output.constData());
         return;
     }
-    QCOMPARE(QMetaType::type("PriceInterval"), int(QMetaType::UnknownType));
+    QCOMPARE(TestVersions::typeNamed("PriceInterval"), int(QMetaType::UnknownType));
     const PriceBased2dPlotPointManager manager(false, nullptr);
-    QVERIFY(QMetaType::type("PriceInterval") != QMetaType::UnknownType);
+    QVERIFY(TestVersions::typeNamed("PriceInterval") != QMetaType::UnknownType);
 }
 
 void tst_pricebased2dplot_setup::withoutInitNothingIsCreated()

@@ -48,7 +48,8 @@ void CurveTracker::refresh()
     track(cursor);
     // A picker takes its text up when the mouse moves. No other object needs to know of this move on the
     // spot.
-    QMouseEvent still(QEvent::MouseMove, cursor, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent still(
+        QEvent::MouseMove, cursor, cursor, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     m_picker->eventFilter(m_plot->canvas(), &still);
     Q_EMIT refreshed();
 }

@@ -151,12 +151,14 @@ struct decimal::Units {
     }
 };
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 namespace {
 
-// Two QVariants that hold equal numbers are equal only with this.
+// Two QVariants that hold equal numbers are equal only with this; Qt 6 finds the operators itself.
 const bool comparableInVariants = QMetaType::registerComparators<decimal>();
 
 }
+#endif
 
 const decimal decimal::zero;
 const decimal decimal::minimum(std::numeric_limits<qint64>::min(), 1);

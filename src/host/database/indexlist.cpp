@@ -19,5 +19,5 @@ IndexList::const_iterator IndexList::end() const
 
 int IndexList::size() const
 {
-    return m_rows ? m_rows->rows.size() : 0;
+    return m_rows ? int(m_rows->rows.size()) : 0;
 }

@@ -2,6 +2,7 @@
 
 #include "database/field.h"
 
+#include <QHashFunctions>
 #include <QMetaType>
 
 class Table;
@@ -49,8 +50,11 @@ private:
     unsigned char* m_row = nullptr;
 };
 
+/// What qHash() takes and gives: of another width in Qt 5 than in Qt 6.
+using HashValue = decltype(qHash(0));
+
 /// By the row.
-inline uint qHash(const Record& record, uint seed = 0)
+inline HashValue qHash(const Record& record, HashValue seed = 0)
 {
     return ::qHash(record.row(), seed);
 }

@@ -1,9 +1,9 @@
 #include "sqlsession_p.h"
 
 #include "database/exception.h"
+#include "database/qtversions_p.h"
 
 #include <QSqlDriver>
-#include <QSqlField>
 
 #include <algorithm>
 
@@ -97,9 +97,7 @@ void SqlSession::requireConnection() const
 
 QString SqlSession::literal(const QVariant& value) const
 {
-    QSqlField field(QString(), value.type());
-    field.setValue(value);
-    return m_connection.driver()->formatValue(field);
+    return m_connection.driver()->formatValue(QtVersions::fieldOf(value));
 }
 
 QSqlQuery SqlSession::execute(const QString& statement, const QVariantList& values) const

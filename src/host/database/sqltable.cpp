@@ -86,7 +86,7 @@ SqlTableContent readSqlTable(const SqlSession& session, Table* table)
 SqlTableWriter::SqlTableWriter(
     const SqlSession& session, const QString& table, const QVector<TableColumnDef>& columns)
     : m_session(session)
-    , m_columnCount(columns.size())
+    , m_columnCount(int(columns.size()))
     , m_name(table)
     , m_table(session.quoted(table))
     , m_key(session.quoted(SqlSchema::rowKey))

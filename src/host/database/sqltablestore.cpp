@@ -111,7 +111,7 @@ SqlTableStore::Plan SqlTableStore::plan() const
     QVector<Record> rows;
     for (const Record& record : m_table->masterIndex())
         rows.append(record);
-    result.insert(rows, *SqlRowKeys::between(std::nullopt, std::nullopt, rows.size()));
+    result.insert(rows, *SqlRowKeys::between(std::nullopt, std::nullopt, int(rows.size())));
     return result;
 }
 
@@ -126,7 +126,7 @@ bool SqlTableStore::planAppended(Plan& plan) const
         return false;
     const std::optional<qint64> last
         = kept > 0 ? std::optional(m_keys.value(m_table->record(kept - 1))) : std::nullopt;
-    const auto keys = SqlRowKeys::between(last, std::nullopt, rows.size());
+    const auto keys = SqlRowKeys::between(last, std::nullopt, int(rows.size()));
     if (keys)
         plan.insert(rows, *keys);
     return keys.has_value();
@@ -137,7 +137,7 @@ bool SqlTableStore::planBetween(Plan& plan) const
     std::optional<qint64> before;
     QVector<Record> rows;
     const auto place = [&](std::optional<qint64> after) {
-        const auto keys = SqlRowKeys::between(before, after, rows.size());
+        const auto keys = SqlRowKeys::between(before, after, int(rows.size()));
         if (keys)
             plan.insert(rows, *keys);
         rows.clear();

@@ -1,5 +1,7 @@
 #include "sqlvalue_p.h"
 
+#include "database/qtversions_p.h"
+
 #include <QLocale>
 
 #include <cmath>
@@ -42,7 +44,7 @@ bool readDouble(const QString& text, double& value)
     }
     quint64 bits = plainNanBits;
     if (text.startsWith(nanPrefix()))
-        bits = text.midRef(nanPrefix().size()).toULongLong(&ok, 16);
+        bits = text.mid(nanPrefix().size()).toULongLong(&ok, 16);
     else if (text != QLatin1String("nan")) {
         value = text.toDouble(&ok);
         return ok;
@@ -63,7 +65,7 @@ QString withWholePairs(const QString& text)
         const bool isPair
             = character.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         if (isPair)
-            result.append(text.midRef(i++, 2));
+            result.append(text.constData() + i++, 2);
         else
             result.append(character.isSurrogate() ? QChar(QChar::ReplacementCharacter) : character);
     }
@@ -131,7 +133,7 @@ QVariant nullOf(FieldType type)
 {
     const bool isWholeType
         = type == FieldType::Int32 || type == FieldType::Int64 || type == FieldType::Moment;
-    return QVariant(isWholeType ? QVariant::LongLong : QVariant::String);
+    return QtVersions::nullOf(isWholeType ? QMetaType::LongLong : QMetaType::QString);
 }
 
 }

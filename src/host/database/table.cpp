@@ -115,7 +115,7 @@ QList<TableColumnDef*> Table::fieldDefs() const
 
 int Table::rowCount() const
 {
-    return d->rows.size();
+    return int(d->rows.size());
 }
 
 IndexList Table::masterIndex() const
@@ -156,7 +156,7 @@ void Table::insertRows(int position, const QVector<Record>& records)
     if (inserted.isEmpty())
         return;
     d->releaseSnapshot();
-    const int at = std::clamp(position, 0, d->rows.size());
+    const int at = std::clamp(position, 0, int(d->rows.size()));
     d->rows.insert(at, inserted.size(), nullptr);
     std::transform(inserted.cbegin(), inserted.cend(), d->rows.begin() + at,
         [](const Record& record) { return record.row(); });
@@ -165,7 +165,7 @@ void Table::insertRows(int position, const QVector<Record>& records)
 
 void Table::appendRows(const QVector<Record>& records)
 {
-    insertRows(d->rows.size(), records);
+    insertRows(int(d->rows.size()), records);
 }
 
 void Table::removeRows(const QVector<Record>& records)

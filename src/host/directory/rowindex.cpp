@@ -3,7 +3,7 @@
 #include "database/table.h"
 #include "directory/optionalfield.h"
 
-uint qHash(const RowKey& key, uint seed)
+HashValue qHash(const RowKey& key, HashValue seed)
 {
     return qHashRange(key.values.begin(), key.values.end(), seed);
 }

@@ -19,7 +19,7 @@ struct RowKey {
     friend bool operator!=(const RowKey& a, const RowKey& b) { return !(a == b); }
 };
 
-uint qHash(const RowKey& key, uint seed = 0);
+HashValue qHash(const RowKey& key, HashValue seed = 0);
 
 /// Finds the rows of a table by key columns that hold whole numbers. A row with a null among them, or with a
 /// column of another type, has no key and is never found.

@@ -116,7 +116,8 @@ void tst_quotesdock::moveMouse(double strike, double volatility) const
 {
     const QPointF position(plot().canvasMap(QwtPlot::xBottom).transform(strike),
         plot().canvasMap(QwtPlot::yLeft).transform(volatility));
-    QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, position, position, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(plot().canvas(), &move);
 }
 

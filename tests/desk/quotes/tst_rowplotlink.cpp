@@ -75,7 +75,8 @@ QPointF tst_rowplotlink::pixel(double strike, double volatility) const
 
 void tst_rowplotlink::moveMouse(const QPointF& position) const
 {
-    QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, position, position, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(plot().canvas(), &move);
 }
 

@@ -78,7 +78,8 @@ void tst_curvetracker::moveMouse(double strike) const
 {
     const QPointF position(plot().canvasMap(QwtPlot::xBottom).transform(strike),
         plot().canvasMap(QwtPlot::yLeft).transform(DeskTest::volatility(strike)));
-    QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, position, position, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(plot().canvas(), &move);
 }
 

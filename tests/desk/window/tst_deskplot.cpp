@@ -262,8 +262,8 @@ void tst_deskplot::tracksTheNearestPoint()
     const QPointF sample = points->sample(int(points->dataSize()) / 2);
     const QPointF position(m_shown->plot().canvasMap(QwtPlot::xBottom).transform(sample.x()),
         m_shown->plot().canvasMap(QwtPlot::yLeft).transform(sample.y()));
-    QMouseEvent move(
-        QEvent::MouseMove, position + QPointF(2.0, 2.0), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, position + QPointF(2.0, 2.0), position + QPointF(2.0, 2.0),
+        QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(m_shown->plot().canvas(), &move);
     const auto* picker = m_shown->plot().findChild<PriceBased2dPlotPicker*>();
     QVERIFY(picker);

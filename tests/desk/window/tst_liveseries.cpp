@@ -225,8 +225,8 @@ void tst_liveseries::refinesAfterWheelAndDrag()
     const double width = plot().axisScaleDiv(QwtPlot::xBottom).interval().width();
     QTest::mousePress(&plot(), Qt::LeftButton, Qt::NoModifier, onScale);
     for (int i = 1; i < 12; ++i) {
-        QMouseEvent move(
-            QEvent::MouseMove, onScale - QPoint(10 * i, 0), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, onScale - QPoint(10 * i, 0), onScale - QPoint(10 * i, 0),
+            QCursor::pos(), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&plot(), &move);
     }
     QVERIFY(plot().axisScaleDiv(QwtPlot::xBottom).interval().width() < width / 2.0);

@@ -103,8 +103,8 @@ void tst_paints::drag(int i)
     const QPoint start = plot().plotLayout()->scaleRect(QwtPlot::xBottom).center().toPoint();
     if (i == 0)
         QTest::mousePress(&plot(), Qt::LeftButton, Qt::NoModifier, start);
-    QMouseEvent event(
-        QEvent::MouseMove, start - QPoint(i % 2 ? 3 : 6, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, start - QPoint(i % 2 ? 3 : 6, 0), start - QPoint(i % 2 ? 3 : 6, 0),
+        QCursor::pos(), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&plot(), &event);
 }
 

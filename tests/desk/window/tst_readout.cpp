@@ -83,7 +83,8 @@ void tst_readout::moveMouse(const QPointF& sample) const
 {
     const QPointF position(m_plot->canvasMap(QwtPlot::xBottom).transform(sample.x()),
         m_plot->canvasMap(QwtPlot::yLeft).transform(sample.y()));
-    QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, position, position, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(m_plot->canvas(), &move);
 }
 

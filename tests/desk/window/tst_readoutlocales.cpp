@@ -114,7 +114,8 @@ QStringList tst_readoutlocales::textsOf(const QPointF& point)
 
     const QPointF position(m_plot->canvasMap(QwtPlot::xBottom).transform(point.x()),
         m_plot->canvasMap(QwtPlot::yLeft).transform(point.y()));
-    QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent move(
+        QEvent::MouseMove, position, position, QCursor::pos(), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(m_plot->canvas(), &move);
     const QString atMouse = m_plot->findChild<PriceBased2dPlotPicker*>()->trackerText(QPoint()).text();
     QTest::keyClick(m_plot->canvas(), Qt::Key_F2);

@@ -147,7 +147,8 @@ void tst_viewsteps::dragWithoutARelease()
     COMPARE_VIEWS(undone(), before);
 
     m_shown->press(start);
-    QMouseEvent again(QEvent::MouseButtonDblClick, start, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent again(QEvent::MouseButtonDblClick, start, start, QCursor::pos(), Qt::LeftButton,
+        Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&m_shown->plot(), &again);
     QVERIFY(m_shown->view() != before);
     COMPARE_VIEWS(undone(), before);

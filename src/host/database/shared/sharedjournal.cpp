@@ -35,7 +35,7 @@ QByteArray packed(const QString& identity, const QVector<SharedCommit>& commits)
 /// Nothing for what is damaged or of another database.
 QVector<SharedCommit> unpacked(const QString& identity, const QByteArray& file)
 {
-    const int hashSize = hashOf(QByteArray()).size();
+    const int hashSize = int(hashOf(QByteArray()).size());
     const QByteArray content = file.mid(hashSize);
     if (content.isEmpty() || hashOf(content) != file.left(hashSize))
         return {};

@@ -205,7 +205,7 @@ void SharedWriting::apply(const SqlSession& session, const QString& writer, cons
 {
     int placed = 0;
     for (const SharedTableChanges& changes : commit.tables)
-        placed += changes.placed.size();
+        placed += int(changes.placed.size());
 
     SqlTransaction transaction(session);
     const Counters counters = nextCounters(session, placed);

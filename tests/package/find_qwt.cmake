@@ -1,0 +1,4 @@
+# Finds QWT_LIBRARY and QWT_INCLUDE_DIR as the Qwt of Qt PLOT2D_QT_VERSION, by the module in the folder MODULES.
+#   cmake -DMODULES=FOLDER -DPLOT2D_QT_VERSION=NUMBER -DQWT_LIBRARY=FILE -DQWT_INCLUDE_DIR=FOLDER -P find_qwt.cmake
+set(CMAKE_MODULE_PATH "${MODULES}")
+find_package(Qwt REQUIRED)

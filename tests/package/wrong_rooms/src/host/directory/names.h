@@ -1,0 +1,2 @@
+#include <database/layout_p.h>
+#include <database/table.h>

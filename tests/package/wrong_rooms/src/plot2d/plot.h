@@ -1,0 +1,2 @@
+#include <database/table.h>
+#include <ql/quote.hpp>
