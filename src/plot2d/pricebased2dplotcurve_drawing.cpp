@@ -61,6 +61,8 @@ bool PriceBased2dPlotCurve::needsSeenSamplesOnly() const
     case Sticks:
         return !reachesAcross;
     case Dots:
+        // A fill goes along all dots, from Qwt 6.2 on also along those that are not seen.
+        return !(reachesAcross && isFilled());
     case NoCurve:
         return true;
     default:
