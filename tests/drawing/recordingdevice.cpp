@@ -1,6 +1,7 @@
 #include "recordingdevice.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 class RecordingDevice::Engine : public QPaintEngine {
 public:
@@ -48,6 +49,14 @@ public:
         for (int i = 0; i < count; ++i)
             polyline.append(points[i]);
         m_device.polylines.append(polyline);
+    }
+
+    void drawPath(const QPainterPath& path) override
+    {
+        noteClip();
+        const QList<QPolygonF> polylines = path.toSubpathPolygons();
+        for (const QPolygonF& polyline : polylines)
+            m_device.polylines.append(polyline);
     }
 
     void drawPoints(const QPointF* points, int count) override

@@ -28,7 +28,7 @@ public:
 
     QVector<QLineF> lines;
     QVector<FilledRectangle> rectangles;
-    /// Also the outlines of polygons.
+    /// Also the outlines of polygons and paths.
     QVector<QPolygonF> polylines;
     QVector<QPointF> points;
     /// Where pictures were drawn, as those of symbols.
