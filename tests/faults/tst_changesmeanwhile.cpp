@@ -34,7 +34,7 @@ void addTogether(const QVector<QByteArray>& strikes)
     TestHost::addSecurities(rows);
 }
 
-// The model announces them one after the other.
+// A model may announce them one after the other.
 void addApart(Market&)
 {
     addTogether({"105", "115", "125", "135", "145"});
@@ -60,11 +60,12 @@ void changeCode(Market& market)
     market.manager->setPlot(market.plot);
 }
 
-/// What sets the price interval off, and how often the manager announces one.
+/// What sets the price interval off, and how often the manager announces one at most: the models of some
+/// hosts tell of several strikes at once.
 struct Cause {
     const char* name;
     Action act;
-    int announcements;
+    int mostAnnouncements;
 };
 
 const QVector<Cause>& causes()
@@ -87,6 +88,15 @@ const QVector<Cause>& causes()
             },
             1}};
     return all;
+}
+
+/// How often the manager announces an interval with this host.
+int announcementsOf(const Cause& cause)
+{
+    Market market;
+    const QSignalSpy announced(market.manager, SIGNAL(priceIntervalChanged(PriceInterval)));
+    cause.act(market);
+    return static_cast<int>(announced.size());
 }
 
 /// What a listener does of which it should have thought better.
@@ -163,9 +173,11 @@ void tst_changesmeanwhile::announcementsOfACause_data()
 void tst_changesmeanwhile::announcementsOfACause()
 {
     QFETCH(int, cause);
-    const QSignalSpy announced(m_market->manager, SIGNAL(priceIntervalChanged(PriceInterval)));
-    causes().at(cause).act(*m_market);
-    QCOMPARE(announced.size(), causes().at(cause).announcements);
+    m_market.reset();
+    const int announcements = announcementsOf(causes().at(cause));
+    QVERIFY(announcements >= 1);
+    QVERIFY2(
+        announcements <= causes().at(cause).mostAnnouncements, qPrintable(QString::number(announcements)));
 }
 
 void tst_changesmeanwhile::duringAnInterval_data()
@@ -174,8 +186,9 @@ void tst_changesmeanwhile::duringAnInterval_data()
     QTest::addColumn<int>("does");
     QTest::addColumn<int>("when");
     for (int cause = 0; cause < causes().size(); ++cause) {
+        const int announcements = announcementsOf(causes().at(cause));
         for (int does = 0; does < reaction().size(); ++does) {
-            for (int when = 1; when <= causes().at(cause).announcements; ++when)
+            for (int when = 1; when <= announcements; ++when)
                 QTest::addRow(
                     "%s: %s at announcement %d", causes().at(cause).name, reaction().at(does).name, when)
                     << cause << does << when;
