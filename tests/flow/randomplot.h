@@ -119,6 +119,14 @@ public:
         QCoreApplication::processEvents();
     }
 
+    /// Whether the prices have more than half of the canvas. Where their labels are wider than a narrow
+    /// canvas Qwt leaves the scale hardly any pixels, or turns it round.
+    bool hasRoomForPrices() const
+    {
+        const QwtScaleMap map = m_plot->canvasMap(QwtPlot::xBottom);
+        return map.p2() - map.p1() > 0.5 * canvas().width();
+    }
+
     QString text() const
     {
         return QStringLiteral("window %1 by %2, prices %3, values %4, data %5 and %6")

@@ -108,6 +108,9 @@ void tst_viewproperties_events::pans()
         RandomPlot plot(random);
         plot.addCurves(random.dataAbout(plot.prices()), random.dataAbout(plot.values()));
         for (int j = 0; j < 15; ++j) {
+            plot.settle();
+            if (!plot.hasRoomForPrices())
+                break;
             const State before = plot.state();
             const QPoint from = plot.pointIn(plot.canvas());
             const QPoint to = plot.pointIn(plot.canvas());
@@ -179,6 +182,8 @@ void tst_viewproperties_events::zooms()
                 ViewRandom::dataAround(plot.values(), random.power(-2.0, 2.0)));
         for (int j = 0; j < 12; ++j) {
             plot.settle();
+            if (!plot.hasRoomForPrices())
+                break;
             const RandomTurn wheel = randomTurn(random, plot);
             const State& before = wheel.before;
             const State after = plot.state();
