@@ -85,6 +85,9 @@ private:
 
 void tst_allocationfaults::initTestCase()
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QSKIP("Containers of Qt 6 end the process where there is no memory.");
+#endif
     TestHost::createSecurities();
     TestHost::createBoards();
     m_plot = std::make_unique<TestPlot>();

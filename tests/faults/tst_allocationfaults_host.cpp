@@ -47,6 +47,9 @@ private:
 
 void tst_allocationfaults_host::init()
 {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QSKIP("Containers of Qt 6 end the process where there is no memory.");
+#endif
     fillTables();
     m_plot = std::make_unique<TestPlot>();
     m_plot->setBaseCode(code);
