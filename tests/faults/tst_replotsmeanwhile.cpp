@@ -1,5 +1,7 @@
 #include "faults/market.h"
+
 #include "support/testmain.h"
+#include <qwt_scale_div.h>
 
 #include <functional>
 #include <memory>

@@ -5,6 +5,8 @@
 #include <basic_models/strikebybasecodemodel.h>
 #include <plot2d/pricebased2dplotpointmanager.h>
 
+#include <qwt_scale_div.h>
+
 #include <algorithm>
 #include <cmath>
 #include <memory>

@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <qwt_plot_grid.h>
+#include <qwt_scale_div.h>
 #include <qwt_scale_map.h>
 #include <qwt_symbol.h>
 

@@ -6,6 +6,7 @@
 
 #include <qwt_plot.h>
 #include <qwt_plot_item.h>
+#include <qwt_scale_div.h>
 
 #include <limits>
 

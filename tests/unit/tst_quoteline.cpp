@@ -4,6 +4,8 @@
 
 #include <plot2d/quoteline_p.h>
 
+#include <qwt_scale_div.h>
+
 #include <cmath>
 #include <limits>
 #include <memory>
