@@ -1,6 +1,6 @@
 #include "faults/market.h"
-
 #include "support/testmain.h"
+
 #include <qwt_scale_div.h>
 
 #include <functional>

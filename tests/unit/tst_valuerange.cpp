@@ -4,6 +4,7 @@
 
 #include <plot2d/valuerange_p.h>
 
+#include <qwt_scale_div.h>
 #include <qwt_series_data.h>
 
 #include <cmath>
