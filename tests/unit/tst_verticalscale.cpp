@@ -2,6 +2,8 @@
 #include "support/testmain.h"
 #include "support/testplot.h"
 
+#include <qwt_scale_div.h>
+
 #include <limits>
 #include <memory>
 
