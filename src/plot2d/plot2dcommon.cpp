@@ -12,11 +12,16 @@ namespace {
 constexpr int maxTextDecimals = 10;
 constexpr int maxRoundDecimals = 10;
 
-int countAtEnd(const QString& text, QChar wanted)
+/// Takes the zeros off the end of a fraction, and then a point without one. Whether there was a fraction.
+bool shortenFraction(QString& text, const QString& point, const QString& zero)
 {
-    const auto firstOther
-        = std::find_if(text.crbegin(), text.crend(), [wanted](QChar c) { return c != wanted; });
-    return static_cast<int>(std::distance(text.crbegin(), firstOther));
+    if (!text.contains(point))
+        return false;
+    while (text.endsWith(zero))
+        text.chop(zero.size());
+    if (text.endsWith(point))
+        text.chop(point.size());
+    return true;
 }
 
 }
@@ -27,10 +32,7 @@ QString Plot2dCommon::fromDoubleToSystemStringShort(double value, int decimals)
     // Characters in Qt 5, texts of one in Qt 6.
     const QString point(QLocale::system().decimalPoint());
     const QString zero(QLocale::system().zeroDigit());
-    while (text.contains(point) && text.endsWith(zero))
-        text.chop(zero.size());
-    if (text.endsWith(point))
-        text.chop(point.size());
+    shortenFraction(text, point, zero);
     return text;
 }
 
@@ -39,17 +41,10 @@ QString Plot2dCommon::formattedValue(double value, int decimals)
     if (decimals < 0)
         return QString();
 
-    const QChar point = QLatin1Char('.');
-    const QChar zero = QLatin1Char('0');
     QString text = QString::number(value, 'f', std::min(decimals, maxTextDecimals));
-    if (text.contains(point))
-        text.chop(countAtEnd(text, zero));
-    if (text.endsWith(point)) {
-        text.chop(1);
-        // Only a text that had a fraction is relieved of a lone sign: "-0" of no decimals stays.
-        if (text == QLatin1String("-0"))
-            text = zero;
-    }
+    // Only a text that had a fraction is relieved of a lone sign: "-0" of no decimals stays.
+    if (shortenFraction(text, QStringLiteral("."), QStringLiteral("0")) && text == QLatin1String("-0"))
+        text = QLatin1Char('0');
     return text;
 }
 
