@@ -119,12 +119,16 @@ public:
         QCoreApplication::processEvents();
     }
 
-    /// Whether the prices have more than half of the canvas. Where their labels are wider than a narrow
-    /// canvas Qwt leaves the scale hardly any pixels, or turns it round.
+    /// From Qwt 6.2 on, whether the prices have more than half of the canvas: where their labels are wider
+    /// than a narrow canvas it leaves the scale hardly any pixels, or turns it round. Always true before.
     bool hasRoomForPrices() const
     {
+#if QWT_VERSION >= 0x060200
         const QwtScaleMap map = m_plot->canvasMap(QwtPlot::xBottom);
         return map.p2() - map.p1() > 0.5 * canvas().width();
+#else
+        return true;
+#endif
     }
 
     QString text() const
@@ -153,7 +157,10 @@ private Q_SLOTS:
         ++m_labels;
         m_plot->replot();
     }
-    void onAutoScale() { ++m_autoScale; }
+    void onAutoScale()
+    {
+        ++m_autoScale;
+    }
 
 private:
     /// Ten times as much, less a tenth.

@@ -108,7 +108,6 @@ void tst_viewproperties_events::pans()
         RandomPlot plot(random);
         plot.addCurves(random.dataAbout(plot.prices()), random.dataAbout(plot.values()));
         for (int j = 0; j < 15; ++j) {
-            plot.settle();
             if (!plot.hasRoomForPrices())
                 break;
             const State before = plot.state();
