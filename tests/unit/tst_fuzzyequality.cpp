@@ -11,6 +11,8 @@ class tst_FuzzyEquality : public QObject {
 private Q_SLOTS:
     void equal_data();
     void equal();
+    void zero_data();
+    void zero();
 };
 
 void tst_FuzzyEquality::equal_data()
@@ -44,6 +46,27 @@ void tst_FuzzyEquality::equal()
     QFETCH(bool, expected);
     QCOMPARE(isFuzzyEqual(x, y), expected);
     QCOMPARE(isFuzzyEqual(y, x), expected);
+}
+
+void tst_FuzzyEquality::zero_data()
+{
+    QTest::addColumn<double>("x");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("zero") << 0.0 << true;
+    QTest::newRow("negative zero") << -0.0 << true;
+    QTest::newRow("at the tolerance") << 1e-12 << true;
+    QTest::newRow("at the tolerance, negative") << -1e-12 << true;
+    QTest::newRow("beyond the tolerance") << std::nextafter(1e-12, 1.0) << false;
+    QTest::newRow("beyond the tolerance, negative") << std::nextafter(-1e-12, -1.0) << false;
+    QTest::newRow("infinity") << std::numeric_limits<double>::infinity() << false;
+    QTest::newRow("NaN") << std::numeric_limits<double>::quiet_NaN() << false;
+}
+
+void tst_FuzzyEquality::zero()
+{
+    QFETCH(double, x);
+    QFETCH(bool, expected);
+    QCOMPARE(isFuzzyZero(x), expected);
 }
 
 PLOT2D_TEST_MAIN(tst_FuzzyEquality)
