@@ -1,11 +1,10 @@
 #pragma once
 
+#include <plot2d/qtversions_p.h>
+
 #include <QMetaType>
 #include <QString>
 
-#include <qwt_abstract_scale_draw.h>
-#include <qwt_global.h>
-#include <qwt_point_data.h>
 #if QWT_VERSION >= 0x060200
 #include <qwt_spline_curve_fitter.h>
 #else
@@ -15,11 +14,7 @@
 /// What the tests say differently to the versions of Qt (5 and 6) and of Qwt (6.1 and from 6.2).
 namespace TestVersions {
 
-#if QWT_VERSION >= 0x060200
-using PointArrays = QwtPointArrayData<double>;
-#else
-using PointArrays = QwtPointArrayData;
-#endif
+using QtVersions::PointArrays;
 
 /// The type that is registered under the name, QMetaType::UnknownType for none.
 inline int typeNamed(const char* name)
@@ -43,11 +38,7 @@ inline void setPenWidth(QwtAbstractScaleDraw& draw, int width)
 /// In whole pixels.
 inline int penWidth(const QwtAbstractScaleDraw& draw)
 {
-#if QWT_VERSION >= 0x060200
-    return static_cast<int>(draw.penWidthF());
-#else
-    return draw.penWidth();
-#endif
+    return static_cast<int>(QtVersions::penWidthOf(draw));
 }
 
 /// Why the texts of a locale are not compared: Qt 6 writes hi_IN in its own groups, and ar_EG with a mark of
