@@ -109,6 +109,7 @@ void PriceBased2dPlotCurve::setMarkerSamples(const QVector<PriceBased2dPlotPoint
 
     const auto needed = static_cast<int>(std::count_if(
         points.cbegin(), points.cend(), [](const PriceBased2dPlotPoint& point) { return point.marked; }));
+    // Who hears that markers come and go may delete the curve, and other markers.
     const std::weak_ptr<const bool> life = m_life;
     const ReplotPause pause(m_plot);
     QList<QwtPlotMarker*> markers = m_plot->attachedMarkers();
