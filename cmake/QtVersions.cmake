@@ -1,4 +1,4 @@
-# The oldest versions that the sources are built and tested with, for the Qt that PLOT2D_QT_VERSION chooses.
+# The oldest versions that the sources ask for, with the Qt that PLOT2D_QT_VERSION chooses.
 # What Qt had deprecated by then is not there for the sources (PLOT2D_QT_DEPRECATED: two hexadecimal digits each
 # for major, minor and patch).
 if(PLOT2D_QT_VERSION STREQUAL "5")
