@@ -1,6 +1,7 @@
 #include "labelthinning_p.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -8,13 +9,39 @@ using LabelThinning::Measure;
 using LabelThinning::Overlap;
 using LabelThinning::QuoteLabel;
 
+/// Walks neighbours from left to right until so many overlaps are found, or a few more; a tick's rectangle is
+/// asked for when the walk comes to it.
+template <typename RectangleOfTick>
+QList<Overlap> firstOverlaps(const QList<double>& ticks, const RectangleOfTick& rectangleOfTick,
+    const QuoteLabel& quote, const QRect& quoteRectangle, int most)
+{
+    QList<Overlap> found;
+    QRect lastRectangle;
+    double lastValue = 0.0;
+    const auto meet = [&](const QRect& rectangle, double value) {
+        const Overlap overlap = LabelThinning::intersectedPair(lastRectangle, rectangle, lastValue, value);
+        if (!(overlap.first > overlap.second))
+            found.append(overlap);
+        lastRectangle = rectangle;
+        lastValue = value;
+    };
+    const int count = static_cast<int>(ticks.size());
+    for (int i = 0; i <= count && found.size() < most; ++i) {
+        if (i == quote.index)
+            meet(quoteRectangle, quote.value);
+        if (i < count)
+            meet(rectangleOfTick(i), ticks[i]);
+    }
+    return found;
+}
+
+/// All overlaps where there is one at the most, else two or more: nobody asks how many.
 QList<Overlap> measuredOverlaps(const QList<double>& ticks, const QuoteLabel& quote, const Measure& measure)
 {
-    QList<QRect> rectangles;
-    rectangles.reserve(ticks.size());
-    std::transform(ticks.cbegin(), ticks.cend(), std::back_inserter(rectangles), measure);
+    constexpr int enough = 2;
     const QRect quoteRectangle = quote.index == -1 || ticks.isEmpty() ? QRect() : measure(quote.value);
-    return LabelThinning::overlaps(ticks, rectangles, quote, quoteRectangle);
+    return firstOverlaps(
+        ticks, [&](int i) { return measure(ticks[i]); }, quote, quoteRectangle, enough);
 }
 
 /// Every second tick on each side of the quote. The parity is that of the quote's slot, so that the ticks
@@ -50,29 +77,10 @@ LabelThinning::Overlap LabelThinning::intersectedPair(
 QList<LabelThinning::Overlap> LabelThinning::overlaps(const QList<double>& ticks,
     const QList<QRect>& rectangles, const QuoteLabel& quote, const QRect& quoteRectangle)
 {
-    QList<Overlap> found;
-    const int count = static_cast<int>(ticks.size());
-    if (count == 0 || rectangles.size() != count)
-        return found;
-
-    const auto add = [&found](const QRect& first, const QRect& second, double a, double b) {
-        const Overlap overlap = intersectedPair(first, second, a, b);
-        if (!(overlap.first > overlap.second))
-            found.append(overlap);
-    };
-    if (quote.index == 0)
-        add(quoteRectangle, rectangles[0], quote.value, ticks[0]);
-    for (int i = 1; i < count; ++i) {
-        if (i == quote.index) {
-            add(rectangles[i - 1], quoteRectangle, ticks[i - 1], quote.value);
-            add(quoteRectangle, rectangles[i], quote.value, ticks[i]);
-        } else {
-            add(rectangles[i - 1], rectangles[i], ticks[i - 1], ticks[i]);
-        }
-    }
-    if (quote.index == count)
-        add(rectangles[count - 1], quoteRectangle, ticks[count - 1], quote.value);
-    return found;
+    if (rectangles.size() != ticks.size())
+        return QList<Overlap>();
+    return firstOverlaps(
+        ticks, [&](int i) { return rectangles[i]; }, quote, quoteRectangle, std::numeric_limits<int>::max());
 }
 
 bool LabelThinning::removeNeighbourOfQuote(

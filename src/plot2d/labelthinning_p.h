@@ -55,8 +55,9 @@ struct Result {
 ///
 /// A single overlap with the drawn quote costs one label. Otherwise every second label goes, round by round,
 /// on each side of the quote counted from its slot, until no overlap is left, or a single one that costs one
-/// label; when the rounds (one fewer than candidates) run out, no label is left. Each round measures each of
-/// its labels once.
+/// label; when the rounds (one fewer than candidates) run out, no label is left. Each round measures the
+/// quote's label, where it takes part, and then its own from the left, each once, up to the second overlap:
+/// of ten thousand labels that are in each other's way only a few need a text.
 Result thinned(const QList<double>& candidates, const QuoteLabel& quote, const Measure& measure);
 
 }

@@ -65,7 +65,7 @@ private Q_SLOTS:
     void wideQuoteMayReachASecondLabel();
     void roundsRunOut();
     void aRoundCanLeaveNothing();
-    void eachRoundMeasuresOnce();
+    void eachRoundMeasuresUpToTheSecondOverlap();
 };
 
 void tst_labelthinning::quoteIndex_data()
@@ -368,7 +368,7 @@ void tst_labelthinning::aRoundCanLeaveNothing()
     QCOMPARE(after.quoteIndex, 0);
 }
 
-void tst_labelthinning::eachRoundMeasuresOnce()
+void tst_labelthinning::eachRoundMeasuresUpToTheSecondOverlap()
 {
     QList<double> measured;
     const auto measure = [&measured](double value) {
@@ -377,13 +377,13 @@ void tst_labelthinning::eachRoundMeasuresOnce()
     };
     const Values candidates = everyTenth(8);
     LabelThinning::thinned(candidates, {-1.0, -1, false}, measure);
-    const Values threeRounds = candidates + Values{20, 40, 60, 80} + Values{40, 80};
+    // The third label is the second overlap, from which on no other matters.
+    const Values threeRounds = Values{10, 20, 30} + Values{20, 40, 60} + Values{40, 80};
     QCOMPARE(measured, threeRounds);
 
     measured.clear();
     LabelThinning::thinned(candidates, hiddenQuote(1000, candidates), measure);
-    const Values withQuote
-        = candidates + Values{1000} + Values{10, 30, 50, 70} + Values{1000} + Values{10, 50} + Values{1000};
+    const Values withQuote = Values{1000, 10, 20, 30} + Values{1000, 10, 30, 50} + Values{1000, 10, 50};
     QCOMPARE(measured, withQuote);
 
     measured.clear();
