@@ -19,9 +19,9 @@ QString inFull(double value)
     return QString::number(value, 'g', 17);
 }
 
-bool isStrictlyAscending(const QList<double>& ticks)
+bool isAscending(const QList<double>& ticks)
 {
-    return std::adjacent_find(ticks.cbegin(), ticks.cend(), [](double a, double b) { return !(a < b); })
+    return std::adjacent_find(ticks.cbegin(), ticks.cend(), [](double a, double b) { return !(a <= b); })
         == ticks.cend();
 }
 
@@ -94,13 +94,16 @@ QString Invariants::quoteLine(const Snapshot::QuoteLine& line)
 QString Invariants::labels(const Snapshot::Labels& labels)
 {
     const QList<double>& shown = labels.shown;
-    if (!isStrictlyAscending(shown))
+    if (!isAscending(shown))
         return QStringLiteral("they do not ascend");
     if (!std::includes(labels.candidates.cbegin(), labels.candidates.cend(), shown.cbegin(), shown.cend()))
         return QStringLiteral("one is no candidate");
     if (labels.rectangles.size() != shown.size())
         return QStringLiteral("%1 rectangles for %2").arg(labels.rectangles.size()).arg(shown.size());
     for (int i = 1; i < shown.size(); ++i) {
+        // Ticks that have fallen together may both stay where their labels have no text.
+        if (shown[i - 1] == shown[i] && labels.rectangles[i].isValid())
+            return QStringLiteral("%1 twice").arg(inFull(shown[i]));
         for (int j = shown.size() > mostComparedLabels ? i - 1 : 0; j < i; ++j) {
             if (labels.rectangles[j].intersects(labels.rectangles[i]))
                 return QStringLiteral("%1 and %2 overlap").arg(inFull(shown[j]), inFull(shown[i]));
