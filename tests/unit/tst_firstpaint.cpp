@@ -170,9 +170,11 @@ void tst_firstpaint::labelsAreChosenOnceAtTheFirstPaint()
     plot.filters(plot.axisWidget(QwtPlot::xBottom), QEvent::Paint);
     QVERIFY(plot.prices().isPaintedOnce());
     QCOMPARE(plot.prices().labelMargin(), 4);
-    QVERIFY(plot.prices().labelTicks().size() < allPrices);
+    const QList<double> labels = plot.prices().labelTicks();
+    QVERIFY(labels.size() < allPrices);
     // A choice drops the labels it has made, so that a second one would ask again.
-    QCOMPARE(recorder.asked.size(), allPrices);
+    for (const double price : labels)
+        QCOMPARE(recorder.asked.value(price), 1);
     QCOMPARE(*std::max_element(recorder.asked.cbegin(), recorder.asked.cend()), 1);
     plot.prices().updateLabels();
     QCOMPARE(*std::max_element(recorder.asked.cbegin(), recorder.asked.cend()), 2);
