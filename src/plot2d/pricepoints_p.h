@@ -30,7 +30,7 @@ PriceInterval interval(const StrikeRange& strikes, int decimals);
 /// The prices from, from + step, ... up to the last one below or fuzzily equal to `to`, by repeated addition.
 ///
 /// Empty unless 0 < from < to and 0 < step <= to - from (fuzzily); empty for more than 100,000 steps, for
-/// NaN, and where a step is too small to move the price.
+/// infinities and NaN, and where a step is too small to move the price.
 QList<double> progression(double from, double to, double step);
 
 /// A visible range of prices.

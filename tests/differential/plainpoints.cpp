@@ -40,7 +40,7 @@ QList<double> Plain::steps(double from, double to, double step)
     const double width = to - from;
     if (step <= 0.0 || (step > width && !fuzzyEqual(step, width)) || width / step > 100000.0)
         return {};
-    if (std::isnan(from) || std::isnan(to) || std::isnan(step))
+    if (!std::isfinite(from) || !std::isfinite(to) || !std::isfinite(step))
         return {};
     QList<double> all{from};
     double price = from;

@@ -202,6 +202,7 @@ void tst_CurvePortions::seenSamplesOfStyles_data()
     QTest::newRow("sticks") << withStyle(QwtPlotCurve::Sticks) << seen;
     QTest::newRow("sticks across") << withStyle(QwtPlotCurve::Sticks, Qt::Horizontal) << all;
     QTest::newRow("dots") << withStyle(QwtPlotCurve::Dots) << seen;
+    QTest::newRow("dots across") << withStyle(QwtPlotCurve::Dots, Qt::Horizontal) << seen;
     QTest::newRow("dots across, filled") << withStyle(QwtPlotCurve::Dots, Qt::Horizontal, green) << all;
     QTest::newRow("no curve") << withStyle(QwtPlotCurve::NoCurve) << seen;
     QTest::newRow("own style") << withStyle(QwtPlotCurve::UserCurve) << all;
