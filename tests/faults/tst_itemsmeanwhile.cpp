@@ -15,6 +15,8 @@ private Q_SLOTS:
 
     void onAttachment_data();
     void onAttachment();
+    void markersThatGoAreStillMarkers();
+    void markersBelowTheCurvesGoToo();
     void onReplot_data();
     void onReplot();
     void replotsOnce_data();
@@ -78,6 +80,29 @@ void tst_itemsmeanwhile::onAttachment()
     // With too few markers for the points the samples stay.
     if (!deletesCurve)
         QCOMPARE(curve->dataSize(), wanted == 0 ? size_t(0) : size_t(3));
+}
+
+// Who hears of them may ask what they are, which an item in its destructor no longer knows.
+void tst_itemsmeanwhile::markersThatGoAreStillMarkers()
+{
+    TestPlot& plot = *m_market->plot;
+    QVector<int> kinds;
+    const QObject listener;
+    connect(&plot, &QwtPlot::itemAttached, &listener,
+        [&kinds](QwtPlotItem* item, bool) { kinds.append(item->rtti()); });
+    markedCurve()->setMarkerSamples({});
+    QCOMPARE(kinds, QVector<int>(2, QwtPlotItem::Rtti_PlotMarker));
+}
+
+void tst_itemsmeanwhile::markersBelowTheCurvesGoToo()
+{
+    TestPlot& plot = *m_market->plot;
+    const QList<QwtPlotMarker*> markers = plot.attachedMarkers();
+    for (QwtPlotMarker* marker : markers)
+        marker->setZ(-1.0);
+    QCOMPARE(plot.itemList().indexOf(markers.first()), 0);
+    markedCurve()->setMarkerSamples({});
+    QVERIFY(plot.attachedMarkers().isEmpty());
 }
 
 void tst_itemsmeanwhile::onReplot_data()
