@@ -90,7 +90,6 @@ void PlotCanvas::paintEvent(QPaintEvent* event)
         return;
     }
     QPainter painter(this);
-    painter.setClipRegion(event->region());
     if (!isStored() && !m_isPainted && isOnPixelsOf(*this, painter)) {
         m_isPainted = true;
         drawContents(painter, *background);
