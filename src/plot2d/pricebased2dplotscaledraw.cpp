@@ -92,7 +92,7 @@ int PriceBased2dPlotScaleDraw::findEqualDigitsInFractionPart(double a, double b)
 
 int PriceBased2dPlotScaleDraw::maxFractionLength() const
 {
-    return m_equalDigits < 0 ? 0 : TickLabels::maxFractionLength(getTicks(scaleDiv()), m_equalDigits);
+    return TickLabels::maxFractionLength(getTicks(scaleDiv()), m_equalDigits);
 }
 
 int PriceBased2dPlotScaleDraw::maxLabelWidth(const QFont& font) const

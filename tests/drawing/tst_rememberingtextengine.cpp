@@ -64,7 +64,8 @@ class tst_RememberingTextEngine : public QObject {
 private Q_SLOTS:
     void measuresOnce();
     void answersAsTheMeasuringEngine();
-    void forgetsWhatIsTooMuch();
+    void forgetsTextsBeyondAThousand();
+    void forgetsFontsBeyondEight();
     void tickTextsLookLikePlainOnes_data();
     void tickTextsLookLikePlainOnes();
     void hostsPlainEngineIsAsked();
@@ -114,15 +115,38 @@ void tst_RememberingTextEngine::answersAsTheMeasuringEngine()
     QVERIFY(!engine.mightRender(QStringLiteral("1")));
 }
 
-void tst_RememberingTextEngine::forgetsWhatIsTooMuch()
+void tst_RememberingTextEngine::forgetsTextsBeyondAThousand()
 {
-    const RememberingTextEngine engine(std::make_unique<QwtPlainTextEngine>());
-    const QwtPlainTextEngine plain;
-    for (int i = 0; i < 2500; ++i) {
-        const QFont font = fontOf(8 + i / 200);
-        const QString text = QString::number(i % 1500);
-        QCOMPARE(engine.textSize(font, 0, text), plain.textSize(font, 0, text));
-    }
+    auto counting = std::make_unique<CountingEngine>();
+    const CountingEngine& counts = *counting;
+    const RememberingTextEngine engine(std::move(counting));
+    const auto measure = [&engine](int number) { engine.textSize(fontOf(11), 0, QString::number(number)); };
+    for (int number = 0; number < 1000; ++number)
+        measure(number);
+    measure(0);
+    QCOMPARE(counts.sizes, 1000);
+    measure(1000);
+    measure(0);
+    QCOMPARE(counts.sizes, 1002);
+    measure(1000);
+    QCOMPARE(counts.sizes, 1002);
+}
+
+void tst_RememberingTextEngine::forgetsFontsBeyondEight()
+{
+    auto counting = std::make_unique<CountingEngine>();
+    const CountingEngine& counts = *counting;
+    const RememberingTextEngine engine(std::move(counting));
+    const auto measure = [&engine](int size) { engine.textSize(fontOf(size), 0, QStringLiteral("1")); };
+    for (int size = 8; size < 16; ++size)
+        measure(size);
+    measure(8);
+    QCOMPARE(counts.sizes, 8);
+    measure(16);
+    measure(8);
+    QCOMPARE(counts.sizes, 10);
+    measure(16);
+    QCOMPARE(counts.sizes, 10);
 }
 
 void tst_RememberingTextEngine::tickTextsLookLikePlainOnes_data()
