@@ -62,6 +62,9 @@ void tst_PlotCanvas::looksLikeQwts_data()
         << sheet("QwtPlotCanvas { background-color: white; border: 1px solid red; border-radius: 30px }");
     QTest::newRow("sheet with a gradient") << sheet(
         "QwtPlotCanvas { background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 red, stop:1 blue) }");
+    QTest::newRow("sheet with a spot in its first line")
+        << sheet("QwtPlotCanvas { background: qradialgradient(cx:1, cy:0, fx:1, fy:0, radius:0.004,"
+                 " stop:0 red, stop:0.98 red, stop:1 white) }");
     QTest::newRow("translucent sheet") << sheet("QwtPlotCanvas { background-color: rgba(0, 0, 255, 60) }");
     QTest::newRow("round corners of its own") << Setup([](QwtPlot& plot) {
         canvasOf(plot).setFrameStyle(QFrame::NoFrame);
