@@ -47,8 +47,11 @@ def equivalents():
     return listed
 
 
-def report(mutants, results):
-    """Prints the scores and the mutants that live without a reason; returns how many these are."""
+def report(mutants, results, known):
+    """Prints the scores and the mutants that live without a reason; returns how many these are.
+
+    What is listed but is not among the known keys, those of all mutants of these files, counts as well.
+    """
     listed = equivalents()
     files = {}
     living = []
@@ -71,9 +74,7 @@ def report(mutants, results):
     _print_table(files)
     for mutant, fate in living:
         print(f"{mutant.file}:{mutant.number}: {fate}: {mutant.change}: {mutant.line}")
-    keys = {mutant.key for mutant in mutants}
-    whole = {mutant.file for mutant in mutants}
-    stale = [key for key in listed if key not in keys and key.split("\t")[0] in whole]
+    stale = [key for key in listed if key not in known and key.split("\t")[0] in files]
     stale += [m.key for m in mutants if m.key in listed and results.fate(m) in KILLED]
     for key in stale:
         print("listed as equivalent, but not so: " + key.replace("\t", ": "))
