@@ -394,6 +394,8 @@ void tst_pricebased2dplotpicker::trackerText()
 {
     QVERIFY(m_picker->trackerText(QPoint(1, 2)).isEmpty());
     QCOMPARE(m_picker->position(), QPointF(0.0, 0.0));
+    m_picker->setPosition(QPointF(101.5, -2.0));
+    QCOMPARE(m_picker->position(), QPointF(101.5, -2.0));
     const QwtText text = m_picker->renderedText(QStringLiteral("text"));
     m_picker->setTrackerText(text);
     QCOMPARE(m_picker->trackerText(QPoint(1, 2)), text);
