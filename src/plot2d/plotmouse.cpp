@@ -131,10 +131,9 @@ Change changeTo(const Zoomed& view, const Cursor& cursor, Qt::KeyboardModifiers 
     const double height = view.start.curves.height();
     const bool shift = modifiers.testFlag(Qt::ShiftModifier);
     const bool control = modifiers.testFlag(Qt::ControlModifier);
-    const bool alongOneAxis = shift != control || cursor.onScale();
-    if ((alongOneAxis && cursor.onX) || (control && !shift && cursor.inCanvas))
+    if (cursor.onX || (control && !shift && cursor.inCanvas))
         return {view.prices(), std::nullopt};
-    if (alongOneAxis && cursor.onY) {
+    if (cursor.onY) {
         const bool grows = view.start.values.width() < height;
         return {std::nullopt,
             view.start.zoomsIn() || grows ? std::optional<Range>(view.values(view.spans.value))

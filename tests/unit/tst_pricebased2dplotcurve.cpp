@@ -82,6 +82,7 @@ private Q_SLOTS:
     void validityOfTheQuoteLine();
     void validityOfAnotherItemType();
 
+    void samplesOfArraysAreCopies();
     void colors_data();
     void colors();
 };
@@ -280,6 +281,26 @@ void tst_pricebased2dplotcurve::validityOfAnotherItemType()
     QVERIFY(curve.isValid());
     curve.m_rtti = QwtPlotItem::Rtti_PlotUserItem;
     QVERIFY(!curve.isValid());
+}
+
+void tst_pricebased2dplotcurve::samplesOfArraysAreCopies()
+{
+    double prices[] = {100.0, 101.0, 102.0};
+    double values[] = {3.0, 5.0, 4.0};
+    PriceBased2dPlotCurve curve(nullptr, QStringLiteral("curve"));
+    curve.setSamples(prices, values, 2);
+    prices[0] = 0.0;
+    values[1] = 0.0;
+    QCOMPARE(curve.dataSize(), size_t(2));
+    QCOMPARE(curve.sample(0), QPointF(100.0, 3.0));
+    QCOMPARE(curve.sample(1), QPointF(101.0, 5.0));
+    curve.setSamples(prices, values, -1);
+    QCOMPARE(curve.dataSize(), size_t(0));
+    curve.setSamples(prices, values, 3);
+    QCOMPARE(curve.dataSize(), size_t(3));
+    const double* const nothing = nullptr;
+    curve.setSamples(nothing, nothing, 0);
+    QCOMPARE(curve.dataSize(), size_t(0));
 }
 
 void tst_pricebased2dplotcurve::colors_data()
