@@ -175,7 +175,7 @@ void tst_panneraxes::viewThatCannotBeDivided()
     m_plot->setAxisMaxMajor(QwtPlot::xBottom, 1);
     setRange(QwtPlot::xBottom, wide);
     // Along the other axis neither.
-    for (const QPoint& by : {QPoint(1, 0), QPoint(0, 1), QPoint(0, -1)})
+    for (const QPoint& by : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)})
         QCOMPARE(drag(by.x(), by.y()), QStringList());
     QCOMPARE(m_plot->axisScaleDiv(QwtPlot::xBottom).interval(), wide);
     COMPARE_RANGES(values(), QwtInterval(40.0, 60.0));
