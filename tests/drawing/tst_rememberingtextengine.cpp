@@ -64,8 +64,8 @@ class tst_RememberingTextEngine : public QObject {
 private Q_SLOTS:
     void measuresOnce();
     void answersAsTheMeasuringEngine();
-    void forgetsTextsBeyondAThousand();
-    void forgetsFontsBeyondEight();
+    void forgetsWhatIsTooMuch_data();
+    void forgetsWhatIsTooMuch();
     void tickTextsLookLikePlainOnes_data();
     void tickTextsLookLikePlainOnes();
     void hostsPlainEngineIsAsked();
@@ -115,38 +115,36 @@ void tst_RememberingTextEngine::answersAsTheMeasuringEngine()
     QVERIFY(!engine.mightRender(QStringLiteral("1")));
 }
 
-void tst_RememberingTextEngine::forgetsTextsBeyondAThousand()
+void tst_RememberingTextEngine::forgetsWhatIsTooMuch_data()
 {
-    auto counting = std::make_unique<CountingEngine>();
-    const CountingEngine& counts = *counting;
-    const RememberingTextEngine engine(std::move(counting));
-    const auto measure = [&engine](int number) { engine.textSize(fontOf(11), 0, QString::number(number)); };
-    for (int number = 0; number < 1000; ++number)
-        measure(number);
-    measure(0);
-    QCOMPARE(counts.sizes, 1000);
-    measure(1000);
-    measure(0);
-    QCOMPARE(counts.sizes, 1002);
-    measure(1000);
-    QCOMPARE(counts.sizes, 1002);
+    QTest::addColumn<bool>("areFonts");
+    QTest::addColumn<int>("most");
+    QTest::newRow("texts") << false << 1000;
+    QTest::newRow("fonts") << true << 8;
 }
 
-void tst_RememberingTextEngine::forgetsFontsBeyondEight()
+void tst_RememberingTextEngine::forgetsWhatIsTooMuch()
 {
+    QFETCH(bool, areFonts);
+    QFETCH(int, most);
     auto counting = std::make_unique<CountingEngine>();
     const CountingEngine& counts = *counting;
     const RememberingTextEngine engine(std::move(counting));
-    const auto measure = [&engine](int size) { engine.textSize(fontOf(size), 0, QStringLiteral("1")); };
-    for (int size = 8; size < 16; ++size)
-        measure(size);
-    measure(8);
-    QCOMPARE(counts.sizes, 8);
-    measure(16);
-    measure(8);
-    QCOMPARE(counts.sizes, 10);
-    measure(16);
-    QCOMPARE(counts.sizes, 10);
+    const QwtPlainTextEngine plain;
+    const auto measure = [&](int number) {
+        const QFont font = fontOf(areFonts ? 8 + number : 11);
+        const QString text = QString::number(areFonts ? 1 : number);
+        QCOMPARE(engine.textSize(font, 0, text), plain.textSize(font, 0, text));
+    };
+    for (int number = 0; number < most; ++number)
+        measure(number);
+    measure(0);
+    QCOMPARE(counts.sizes, most);
+    measure(most);
+    measure(0);
+    QCOMPARE(counts.sizes, most + 2);
+    measure(most);
+    QCOMPARE(counts.sizes, most + 2);
 }
 
 void tst_RememberingTextEngine::tickTextsLookLikePlainOnes_data()
