@@ -171,7 +171,9 @@ void tst_firstpaint::labelsAreChosenOnceAtTheFirstPaint()
     QVERIFY(plot.prices().isPaintedOnce());
     QCOMPARE(plot.prices().labelMargin(), 4);
     const QList<double> labels = plot.prices().labelTicks();
-    QVERIFY(labels.size() < allPrices);
+    QVERIFY(!labels.isEmpty());
+    // Most labels are not even made.
+    QVERIFY(recorder.asked.size() < allPrices);
     // A choice drops the labels it has made, so that a second one would ask again.
     for (const double price : labels)
         QCOMPARE(recorder.asked.value(price), 1);
