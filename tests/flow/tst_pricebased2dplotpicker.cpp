@@ -364,6 +364,7 @@ void tst_pricebased2dplotpicker::renderedText_data()
     QTest::newRow("10 points") << 10 << 12;
     QTest::newRow("9 points") << 9 << 11;
     QTest::newRow("12 points") << 12 << 14;
+    QTest::newRow("1 point") << 1 << 1;
 }
 
 void tst_pricebased2dplotpicker::renderedText()
