@@ -2,6 +2,7 @@
 
 #include "flow/shownplot.h"
 #include "flow/viewrandom.h"
+#include "support/qtversions.h"
 
 #include <plot2d/pricebased2dplotscaledraw.h>
 
@@ -119,16 +120,11 @@ public:
         QCoreApplication::processEvents();
     }
 
-    /// From Qwt 6.2 on, whether the prices have more than half of the canvas: where their labels are wider
-    /// than a narrow canvas it leaves the scale hardly any pixels, or turns it round. Always true before.
+    /// Whether the prices have more than half of the canvas, where labels can take it away from them.
     bool hasRoomForPrices() const
     {
-#if QWT_VERSION >= 0x060200
         const QwtScaleMap map = m_plot->canvasMap(QwtPlot::xBottom);
-        return map.p2() - map.p1() > 0.5 * canvas().width();
-#else
-        return true;
-#endif
+        return !TestVersions::labelsSqueezeScales || map.p2() - map.p1() > 0.5 * canvas().width();
     }
 
     QString text() const
@@ -157,10 +153,7 @@ private Q_SLOTS:
         ++m_labels;
         m_plot->replot();
     }
-    void onAutoScale()
-    {
-        ++m_autoScale;
-    }
+    void onAutoScale() { ++m_autoScale; }
 
 private:
     /// Ten times as much, less a tenth.

@@ -41,6 +41,9 @@ inline int penWidth(const QwtAbstractScaleDraw& draw)
     return static_cast<int>(QtVersions::penWidthOf(draw));
 }
 
+/// Whether labels that are wider than a narrow canvas leave a scale hardly any pixels, or turn it round.
+constexpr bool labelsSqueezeScales = QWT_VERSION >= 0x060200;
+
 /// Why the texts of a locale are not compared: Qt 6 writes hi_IN in its own groups, and ar_EG with a mark of
 /// the direction before a sign.
 inline const char* otherSignsOf(const QString& locale)
