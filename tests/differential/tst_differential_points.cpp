@@ -226,7 +226,9 @@ void tst_differential_points::brackets()
             findings.compare("left", TestHost::text(plain.left), TestHost::text(library->first));
             findings.compare("right", TestHost::text(plain.right), TestHost::text(library->second));
         }
-        findings.given([&] { return inWords(strikes) + "; view " + told(low) + " to " + told(high); });
+        findings.given([&strikes, from = low, to = high] {
+            return inWords(strikes) + "; view " + told(from) + " to " + told(to);
+        });
     }));
 }
 

@@ -152,8 +152,8 @@ void tst_differential_zoom::drags()
         findings.compare("done", plain.has_value(), library.has_value());
         if (plain && library)
             findings.compare("bounds", *plain, Bounds(library->lower, library->upper));
-        findings.given([&] {
-            return told(view) + QStringLiteral(" data ") + told(data) + QStringLiteral(" shrinks ")
+        findings.given([seen = view, all = data, shrinks] {
+            return told(seen) + QStringLiteral(" data ") + told(all) + QStringLiteral(" shrinks ")
                 + told(shrinks);
         });
     }));

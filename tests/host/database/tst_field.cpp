@@ -138,7 +138,8 @@ void tst_field::readsOfOtherTypesThrow()
         Cell cell(type);
         cell.view().setVariant(sample(type));
         for (const auto& [readType, read] : reads)
-            QCOMPARE(textOfException([&] { read(cell.view()); }), readType == type ? QString() : wrongType);
+            QCOMPARE(textOfException([&cell, &reader = read] { reader(cell.view()); }),
+                readType == type ? QString() : wrongType);
     }
 }
 
@@ -150,10 +151,10 @@ void tst_field::writesOfOtherTypesThrow()
                 continue;
             Cell cell(type);
             FieldValue view = cell.view();
-            QCOMPARE(textOfException([&] { write(view); }), wrongType);
+            QCOMPARE(textOfException([&view, &writer = write] { writer(view); }), wrongType);
             QVERIFY(view.isNull());
             view.setVariant(sample(type));
-            QCOMPARE(textOfException([&] { write(view); }), wrongType);
+            QCOMPARE(textOfException([&view, &writer = write] { writer(view); }), wrongType);
             QCOMPARE(view.toVariant(), sample(type));
         }
     }
@@ -167,7 +168,7 @@ void tst_field::nullField()
         QVERIFY(cell.view().isNull());
         QVERIFY(!cell.view().toVariant().isValid());
         for (const auto& [readType, read] : reads)
-            QCOMPARE(textOfException([&] { read(cell.view()); }), wrongType);
+            QCOMPARE(textOfException([&cell, &reader = read] { reader(cell.view()); }), wrongType);
         cell.view().setVariant(sample(type));
         QVERIFY(!cell.view().isNull());
         cell.view().setNull();
@@ -185,9 +186,9 @@ void tst_field::noField()
     QVERIFY(none.isNull());
     QVERIFY(!none.toVariant().isValid());
     for (const auto& [type, read] : reads)
-        QCOMPARE(textOfException([&] { read(none); }), wrongType);
+        QCOMPARE(textOfException([&none, &reader = read] { reader(none); }), wrongType);
     for (const auto& [type, write] : writes)
-        QCOMPARE(textOfException([&] { write(none); }), wrongType);
+        QCOMPARE(textOfException([&none, &writer = write] { writer(none); }), wrongType);
     QCOMPARE(textOfException([&] { none.setNull(); }), wrongType);
     QCOMPARE(textOfException([&] { none.setVariant(1); }), wrongType);
     QCOMPARE(textOfException([&] { none.setVariant(QVariant()); }), wrongType);
