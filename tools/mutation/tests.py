@@ -224,12 +224,16 @@ def _lines_of(test):
 
 
 def programs_including(header, tests):
-    """Of the tests those that have a header's inline functions in their own program, each by its source."""
+    """Of the tests those that have a header's inline functions in their own program, each by its source: those that
+    include it themselves or by a private header, and the one that is named after it, however it includes it."""
     wanted = {header} | {name for name in including(header) if name.endswith("_p.h")}
+    own = "tst_" + header.removesuffix(".h").removesuffix("_p")
     found = {}
     for test in tests:
         source = ROOT / "tests" / test.room / f"{Path(test.command[0]).name}.cpp"
         includes = included_by(source.read_text()) if source.exists() else set()
+        if includes and test.name.lower() == own:
+            includes.add(header)
         if includes & wanted:
             found[test.name] = TestSource(source, includes)
     return found
