@@ -20,6 +20,8 @@ endif()
 if(PLOT2D_SANITIZERS)
     add_compile_options(-fsanitize=${PLOT2D_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${PLOT2D_SANITIZERS})
+    # An index beyond a vector's end within its memory, and an optional without a value, are no fault of memory.
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
 
 # The link leaves nothing undefined: a symbol that a library forgot to link is found here and not by

@@ -13,6 +13,8 @@ OUTPUT = ROOT / "build/mutation"
 SOURCES = ROOT / "src/plot2d"
 LIBRARY = BUILD / "src/plot2d/libplot2d.so"
 INSTRUMENTS = ("--coverage", "-fno-exceptions")
+# As in the tests under the sanitizers: an optional without a value that is used ends the process.
+ASSERTIONS = "-D_GLIBCXX_ASSERTIONS"
 MOC = "mocs_compilation.cpp"
 INCLUDE = re.compile(r'^#include [<"](?:plot2d/)?(\w+\.h)[>"]', re.MULTILINE)
 SYSTEM_INCLUDE = re.compile(r"^#include <(?:Q\w+|qwt_\w+\.h|[a-z_]+)>$", re.MULTILINE)
@@ -53,7 +55,8 @@ class Commands:
             arguments = shlex.split(entry["command"])
             while not arguments[0].endswith(("++", "g++-12")):
                 arguments.pop(0)
-            self.compile[str(Path(entry["file"]))] = [a for a in arguments if a not in INSTRUMENTS]
+            kept = [a for a in arguments if a not in INSTRUMENTS]
+            self.compile[str(Path(entry["file"]))] = kept[:1] + [ASSERTIONS] + kept[1:]
         self.link = self.link_of(LIBRARY.resolve())
         self.header = self._precompiled_header()
 
