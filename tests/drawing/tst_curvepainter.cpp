@@ -351,6 +351,10 @@ void tst_CurvePainter::sticksOnOtherPainters_data()
                                      << false;
     QTest::newRow("scaled") << Prepare([](QPainter& painter) { painter.scale(2.0, 2.0); }) << false;
     QTest::newRow("translucent") << Prepare([](QPainter& painter) { painter.setOpacity(0.5); }) << false;
+    QTest::newRow("soft and clipped") << Prepare([](QPainter& painter) {
+        soft(painter);
+        painter.setClipRect(area);
+    }) << true;
 }
 
 void tst_CurvePainter::sticksOnOtherPainters()
