@@ -58,6 +58,11 @@ void tst_PlotCanvas::looksLikeQwts_data()
     QTest::newRow("sheet") << sheet("QWidget { background-color: #f0fff0 }");
     QTest::newRow("sheet with a border")
         << sheet("QwtPlotCanvas { background-color: white; border: 3px solid red }");
+    QTest::newRow("sheet, and a line that reaches into the frame") << Setup([](QwtPlot& plot) {
+        plot.setStyleSheet(QStringLiteral("QWidget { background-color: #f0fff0 }"));
+        const QwtPlotItemList curves = plot.itemList(QwtPlotItem::Rtti_PlotCurve);
+        dynamic_cast<QwtPlotCurve&>(*curves.first()).setPen(Qt::blue, 40.0);
+    });
     QTest::newRow("sheet with round corners")
         << sheet("QwtPlotCanvas { background-color: white; border: 1px solid red; border-radius: 30px }");
     QTest::newRow("sheet with a gradient") << sheet(
