@@ -16,6 +16,7 @@ private Q_SLOTS:
     void smallestStep();
     void refused_data();
     void refused();
+    void scaleThatHasGone();
     void nextPressBeginsAnew();
     void onTheAxisWidgetItself();
 };
@@ -158,10 +159,32 @@ void tst_axisdrag::refused()
     for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
         const QPointF from = onScale ? this->onScale(axis) : m_plot->plotLayout()->canvasRect().center();
         press(from, button);
+        m_plot->calls.clear();
         move(from + QPointF(5.0, 5.0));
+        QCOMPARE(m_plot->calls, QStringList());
     }
     COMPARE_RANGES(range(QwtPlot::xBottom), QwtInterval(400.0, 600.0));
     COMPARE_RANGES(range(QwtPlot::yLeft), QwtInterval(40.0, 60.0));
+}
+
+void tst_axisdrag::scaleThatHasGone()
+{
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
+        const QPointF from = onScale(axis);
+        const QwtInterval shown = range(axis);
+        press(from);
+        m_plot->enableAxis(axis, false);
+        m_plot->replot();
+        QCoreApplication::processEvents();
+        m_plot->calls.clear();
+        move(from + QPointF(5.0, 5.0));
+        QCOMPARE(m_plot->calls, QStringList());
+        COMPARE_RANGES(range(axis), shown);
+        m_plot->enableAxis(axis, true);
+        m_plot->replot();
+        QCoreApplication::processEvents();
+    }
 }
 
 void tst_axisdrag::nextPressBeginsAnew()
