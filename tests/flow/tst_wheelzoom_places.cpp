@@ -177,6 +177,7 @@ void tst_wheelzoom_places::sidewaysWheel_data()
     QTest::newRow("sideways out") << QPoint(-notch, 0) << WheelFactors::out;
     QTest::newRow("more sideways") << QPoint(-2 * notch, notch) << WheelFactors::fastOut;
     QTest::newRow("more upwards") << QPoint(-notch, 2 * notch) << WheelFactors::fastIn;
+    QTest::newRow("as far sideways as upwards") << QPoint(-notch, notch) << WheelFactors::in;
     QTest::newRow("less than a notch sideways") << QPoint(notch - 1, 0) << 1.0;
 }
 
