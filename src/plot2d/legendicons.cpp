@@ -26,7 +26,6 @@ QPixmap triangle(const QVector<QPointF>& corners)
     QPainter painter(&pixmap);
     QPainterPath path;
     path.addPolygon(corners);
-    path.closeSubpath();
     painter.fillPath(path, QBrush(iconColor));
     return pixmap;
 }

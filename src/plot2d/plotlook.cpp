@@ -37,7 +37,6 @@ QwtPlotMarker* PlotLook::createPointMarker(const QPen& curvePen)
 {
     auto* marker = new QwtPlotMarker(QString());
     marker->setRenderHint(QwtPlotItem::RenderAntialiased, true);
-    marker->setItemAttribute(QwtPlotItem::Legend, false);
     marker->setSymbol(
         new QwtSymbol(QwtSymbol::Rect, curvePen.brush(), solidPen(curvePen.color(), 4.0), QSize(4, 4)));
     return marker;
