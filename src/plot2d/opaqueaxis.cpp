@@ -9,7 +9,6 @@ OpaqueAxis::OpaqueAxis(QwtScaleWidget* axis)
     , m_axis(axis)
 {
     axis->installEventFilter(this);
-    update();
 }
 
 OpaqueAxis::~OpaqueAxis() = default;

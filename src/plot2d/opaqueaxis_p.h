@@ -15,7 +15,8 @@ class OpaqueAxis : public QObject {
     Q_OBJECT
 
 public:
-    /// Lives as long as the axis.
+    /// Lives as long as the axis. It looks at what the axis hides after each event that may change that; one
+    /// comes before an axis is painted first.
     explicit OpaqueAxis(QwtScaleWidget* axis);
     ~OpaqueAxis() override;
 
