@@ -20,6 +20,8 @@ private Q_SLOTS:
 
     void duringAToggle_data();
     void duringAToggle();
+    void duringAnIconReset_data();
+    void duringAnIconReset();
     void duringARebuild_data();
     void duringARebuild();
 
@@ -91,6 +93,34 @@ void tst_legendmeanwhile::duringAToggle()
     QVERIFY(calls > 0);
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
+}
+
+void tst_legendmeanwhile::duringAnIconReset_data()
+{
+    QTest::addColumn<int>("part");
+    for (int part = 0; part < Market::PartCount; ++part)
+        QTest::newRow(Market::nameOf(Market::Part(part))) << part;
+}
+
+void tst_legendmeanwhile::duringAnIconReset()
+{
+    QFETCH(int, part);
+    Market& market = *m_market;
+    int calls = 0;
+    int signalsAfter = 0;
+    const QObject listener;
+    connect(market.legend, &PriceBased2dPlotLegend::visibilityChanged, &listener, [&] { ++signalsAfter; });
+    // The copy outlives the plot that calls it.
+    const std::function<void()> removal = [&] {
+        ++calls;
+        market.remove(Market::Part(part));
+    };
+    market.plot->onIconReset = [&removal] { removal(); };
+    market.legend->setCheckBoxChecked(QStringLiteral("curve 10"), false);
+    QCOMPARE(calls, 1);
+    QCOMPARE(signalsAfter, market.legend ? 1 : 0);
+    if (market.legend)
+        QCOMPARE(market.legend->uncheckedItems(), QStringList{QStringLiteral("curve 10")});
 }
 
 namespace {

@@ -67,6 +67,8 @@ public:
     void curveIconReset(const PriceBased2dPlotCurve* curve) override
     {
         calls << QStringLiteral("icon reset %1").arg(curve ? curve->title().text() : QString());
+        if (onIconReset)
+            onIconReset();
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -78,6 +80,8 @@ public:
 
     /// The calls of replot(), updateCurKotirPoints(), minMaxYAtXRange() and curveIconReset() so far.
     QStringList calls;
+    /// Called at the end of each curveIconReset(), and may delete the plot.
+    std::function<void()> onIconReset;
     /// Called at the start of each replot().
     std::function<void()> onReplot;
     /// Called before it; true where it has deleted the plot.
