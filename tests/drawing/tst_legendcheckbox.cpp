@@ -46,6 +46,17 @@ QImage picture(QWidget& widget, double pixelRatio)
     return image;
 }
 
+/// Through a painter that is moved or scaled by itself.
+QImage pictureBy(QWidget& widget, const QTransform& transform)
+{
+    QImage image(widget.size() * 2 + QSize(2, 2), QImage::Format_RGB32);
+    image.fill(Qt::yellow);
+    QPainter painter(&image);
+    painter.setTransform(transform);
+    widget.render(&painter);
+    return image;
+}
+
 }
 
 class tst_LegendCheckBox : public QObject {
@@ -54,6 +65,8 @@ class tst_LegendCheckBox : public QObject {
 private Q_SLOTS:
     void looksLikeTheStyles_data();
     void looksLikeTheStyles();
+    void looksLikeTheStyleByAPainter_data();
+    void looksLikeTheStyleByAPainter();
     void looksLikeTheStylesWithMoreThanABox_data();
     void looksLikeTheStylesWithMoreThanABox();
     void followsItsPalette();
@@ -104,6 +117,31 @@ void tst_LegendCheckBox::looksLikeTheStyles()
                     Pictures::difference(picture(ours, pixelRatio), picture(plain, pixelRatio)), QString());
         }
     }
+}
+
+void tst_LegendCheckBox::looksLikeTheStyleByAPainter_data()
+{
+    QTest::addColumn<QTransform>("transform");
+    QTest::newRow("as it is") << QTransform();
+    QTest::newRow("moved") << QTransform::fromTranslate(1.0, 2.0);
+    QTest::newRow("half a pixel aside") << QTransform::fromTranslate(0.5, 0.0);
+    QTest::newRow("half a pixel down") << QTransform::fromTranslate(0.0, 0.5);
+    QTest::newRow("wider") << QTransform::fromScale(2.0, 1.0);
+    QTest::newRow("higher") << QTransform::fromScale(1.0, 2.0);
+    QTest::newRow("sheared") << QTransform(1.0, 0.0, 0.5, 1.0, 0.0, 0.0);
+}
+
+void tst_LegendCheckBox::looksLikeTheStyleByAPainter()
+{
+    QFETCH(QTransform, transform);
+    LegendCheckBox ours;
+    QCheckBox plain;
+    for (QCheckBox* box : {static_cast<QCheckBox*>(&ours), &plain}) {
+        box->setChecked(true);
+        box->resize(box->sizeHint() + QSize(3, 2));
+    }
+    for (int paint = 0; paint < 2; ++paint)
+        QCOMPARE(Pictures::difference(pictureBy(ours, transform), pictureBy(plain, transform)), QString());
 }
 
 void tst_LegendCheckBox::looksLikeTheStylesWithMoreThanABox_data()
