@@ -200,6 +200,10 @@ void tst_pricepoints::interval_data()
                               << "100" << 5.0 << 0 << false;
     QTest::newRow("no width") << 3 << "100"
                               << "100" << 5.0 << 0 << false;
+    QTest::newRow("as good as no width") << 3 << "100000000"
+                                         << "100000000.00003" << 1e-5 << 5 << false;
+    QTest::newRow("two as good as equal") << 2 << "92233720368546"
+                                          << "92233720368547" << 1.0 << 0 << false;
     QTest::newRow("step zero") << 3 << "100"
                                << "110" << 0.0 << 0 << false;
     QTest::newRow("step almost zero") << 3 << "100"
@@ -278,6 +282,8 @@ void tst_pricepoints::bracket_data()
     QTest::newRow("across zero nothing is set") << "-10 10 20" << -20.0 << 5.0 << "-10 20";
     QTest::newRow("zero may be unsorted") << "10 0 20" << 12.0 << 15.0 << "10 20";
     QTest::newRow("a negative one may be unsorted") << "10 -5 20" << 12.0 << 15.0 << "10 20";
+    QTest::newRow("zero after the end of the view") << "90 100 0 200" << 80.0 << 100.0 << "90 200";
+    QTest::newRow("a negative one after it") << "90 100 -5 200" << 80.0 << 100.0 << "90 200";
     QTest::newRow("two") << "100 110" << 105.0 << 120.0 << "100 110";
 }
 
