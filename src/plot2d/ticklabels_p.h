@@ -37,7 +37,8 @@ int equalDigitsInIntegerPart(long long a, long long b, int n);
 int equalDigitsInFractionPart(double a, double b);
 
 /// The number of fraction digits that labels need which show three digits more than the shared ones (10 at
-/// the most): the largest over the ticks, without zeros at the end. 0 for negative equal digits.
+/// the most): the largest over the ticks, without zeros at the end. 0 for negative equal digits. A tick that
+/// is no number ends the search; infinite ones are not allowed.
 int maxFractionLength(const QList<double>& ticks, int equalDigits);
 
 /// Whether a division has become finer than its labels can show: two neighbours are closer than 1e-8, or at

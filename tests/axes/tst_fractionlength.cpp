@@ -57,6 +57,8 @@ void tst_fractionlength::length_data()
     row("no equal digit", {0.5}, 0, 0);
     row("as many as the integer part", {123.4567}, 3, 3);
     row("beyond 64 bits", {1e20, 1.5}, 3, 1);
+    row("what is no number ends the search", {1.25, std::numeric_limits<double>::quiet_NaN(), 2.123456}, 3,
+        2);
     row("a later tick counts after one without fraction", {1, 2, 2.25}, 2, 2);
 }
 

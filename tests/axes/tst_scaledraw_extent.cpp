@@ -31,6 +31,7 @@ class tst_scaledraw_extent : public QObject {
 
 private Q_SLOTS:
     void widestLabel();
+    void widestLabelOfAnInvertedScale();
     void widestLabelIsRoundedUp();
     void extent_data();
     void extent();
@@ -57,6 +58,21 @@ void tst_scaledraw_extent::widestLabel()
     QCOMPARE(draw.maxLabelWidth(font), 0);
     draw.setScaleDiv(division(5, 10, {}));
     QCOMPARE(draw.maxLabelWidth(font), 0);
+}
+
+/// Of an inverted division no ticks are chosen, so that Qwt looks for labels, which may be the host's.
+void tst_scaledraw_extent::widestLabelOfAnInvertedScale()
+{
+    class HostsLabels : public PriceBased2dPlotScaleDraw {
+    public:
+        using PriceBased2dPlotScaleDraw::PriceBased2dPlotScaleDraw;
+        QwtText label(double) const override { return QStringLiteral("five"); }
+    };
+    HostsLabels draw(bottomAxis);
+    const QFont font = QApplication::font();
+    draw.setScaleDiv(division(10, 0, {5}));
+    QVERIFY(draw.maxLabelWidth(font) > 0);
+    QCOMPARE(draw.maxLabelWidth(font), draw.QwtScaleDraw::maxLabelWidth(font));
 }
 
 void tst_scaledraw_extent::widestLabelIsRoundedUp()
@@ -192,6 +208,10 @@ void tst_scaledraw_extent::rectangleFarOffTheScreen()
     QVERIFY(draw.tickLabelBoundingRect(-1.0).isNull());
     // A place that no int holds.
     QVERIFY(draw.tickLabelBoundingRect(1e10).isNull());
+    // A hundred million pixels are the farthest.
+    draw.setScaleDiv(division(0, 1000, {}));
+    QVERIFY(draw.tickLabelBoundingRect(1e8).isValid());
+    QVERIFY(draw.tickLabelBoundingRect(1e8 + 1.0).isNull());
 }
 
 void tst_scaledraw_extent::rectangleUsesTheFontOfItsConstruction()
