@@ -359,20 +359,21 @@ void tst_pricebased2dplotpicker::transformedPoint()
 
 void tst_pricebased2dplotpicker::renderedText_data()
 {
-    QTest::addColumn<int>("application");
+    QTest::addColumn<double>("application");
     QTest::addColumn<int>("expected");
-    QTest::newRow("10 points") << 10 << 12;
-    QTest::newRow("9 points") << 9 << 11;
-    QTest::newRow("12 points") << 12 << 14;
-    QTest::newRow("1 point") << 1 << 1;
+    QTest::newRow("10 points") << 10.0 << 12;
+    QTest::newRow("9 points") << 9.0 << 11;
+    QTest::newRow("12 points") << 12.0 << 14;
+    QTest::newRow("1 point") << 1.0 << 1;
+    QTest::newRow("hardly any, which leaves the plot's") << 0.3 << 30;
 }
 
 void tst_pricebased2dplotpicker::renderedText()
 {
-    QFETCH(int, application);
+    QFETCH(double, application);
     const QFont before = QApplication::font();
     QFont font = before;
-    font.setPointSize(application);
+    font.setPointSizeF(application);
     QApplication::setFont(font);
     QFont plotFont = m_plot->font();
     plotFont.setPointSize(30);

@@ -247,6 +247,7 @@ void tst_securityquote::volatilityBounds_data()
     row("upper not quite zero", 0.3, 2e-12, 0.3, 0.3);
     row("upper zero, lower above the default", 5.0, 0.0, 5.0, 5.0);
     row("negative lower", -1.0, 0.3, 1e-5, 0.3);
+    row("lower zero, upper negative", 0.0, -1.0, lowest, lowest);
     row("both negative", -0.5, -0.6, 1e-5, 1e-5);
     row("both below the floor", 1e-6, 2e-6, 1e-5, 1e-5);
     row("on the floor", 1e-5, 2e-5, 1e-5, 2e-5);
