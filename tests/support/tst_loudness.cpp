@@ -107,6 +107,11 @@ void Misdeed::act()
     const QHash<QByteArray, std::function<void()>> deeds{
         {"nothing", [] {}},
         {"warning", [] { qWarning("nobody has announced this"); }},
+        {"256 warnings",
+            [] {
+                for (int i = 0; i < 256; ++i)
+                    qWarning("nobody has announced %d", i);
+            }},
         {"announced warning",
             [] {
                 QTest::ignoreMessage(QtWarningMsg, "somebody has announced this");
@@ -144,6 +149,7 @@ void tst_loudness::runs_data()
         = [](const char* mode, const char* complaint) { QTest::newRow(mode) << QByteArray(complaint); };
     add("nothing", "");
     add("warning", "unexpected message in act(): nobody has announced this");
+    add("256 warnings", "nobody has announced 255");
     add("critical message", "nobody has announced this");
     add("announced warning", "");
     add("scale without an end", "axis 1 goes from 0 to nan");
