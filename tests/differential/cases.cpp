@@ -28,12 +28,14 @@ QString Differential::firstDifference(
     const qint64 usual = numberFrom("PLOT2D_CASES", 40000);
     const qint64 first = std::max<qint64>(only, 0);
     const qint64 end = only >= 0 ? only + 1 : std::max<qint64>(usual / cost, 1);
+    qint64 compared = 0;
     QElapsedTimer timer;
     timer.start();
     for (qint64 number = first; number < end; ++number) {
         Random random(seed, static_cast<quint64>(number));
         Findings findings;
         run(random, findings);
+        compared += findings.comparisons() > 0 ? 1 : 0;
         if (findings.differ())
             return QStringLiteral("%1, seed %2, PLOT2D_CASE=%3\n%4")
                 .arg(QLatin1String(subject))
@@ -41,7 +43,9 @@ QString Differential::firstDifference(
                 .arg(number)
                 .arg(findings.text());
     }
-    qInfo("%s: %lld cases in %lld ms", subject, static_cast<long long>(end - first),
+    qInfo("%s: %lld cases in %lld ms", subject, static_cast<long long>(compared),
         static_cast<long long>(timer.elapsed()));
-    return QString();
+    return compared > 0 || only >= 0
+        ? QString()
+        : QStringLiteral("%1: nothing is compared\n").arg(QLatin1String(subject));
 }

@@ -12,11 +12,13 @@ class Findings {
 public:
     template <class T> void compare(const char* what, const T& plain, const T& library)
     {
+        ++m_comparisons;
         if (!same(plain, library))
             note(what, told(plain), told(library));
     }
     void compareNear(const char* what, double plain, double library, double scale)
     {
+        ++m_comparisons;
         if (!isNear(plain, library, scale))
             note(what, told(plain), told(library));
     }
@@ -30,14 +32,17 @@ public:
     }
 
     bool differ() const { return !m_text.isEmpty(); }
+    int comparisons() const { return m_comparisons; }
     QString text() const { return m_text; }
 
 private:
     QString m_text;
+    int m_comparisons = 0;
 };
 
 /// Runs the cases of a subject until one shows a difference, and gives the text of that; an empty one when
-/// all agree. Each case has a generator of its own, so that it can be run again by itself.
+/// all agree. Each case has a generator of its own, so that it can be run again by itself. Only cases in
+/// which something is compared are counted; a subject without any is a difference.
 ///
 /// PLOT2D_CASES is the number of cases of a subject, 40,000 where it is not set; a subject whose cases take
 /// `cost` times as long as a plain function runs as many fewer. PLOT2D_CASE is the number of the only case to

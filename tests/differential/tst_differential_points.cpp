@@ -36,6 +36,7 @@ QString inWords(const QList<decimal>& strikes)
 
 void compareIntervals(Findings& findings, const PriceInterval& plain, const PriceInterval& library)
 {
+    findings.compare("same interval", true, plain == library);
     if (plain != library)
         findings.note("interval", inWords(plain), inWords(library));
 }
