@@ -3,7 +3,8 @@
 
 Usage: coverage_report.py COUNTS.json EXCEPTIONS.txt
 
-The list names a file and the text of a line, and below it, indented, what is not reached there, and why:
+The list names a file and the text of a line, with #2 behind it for the second of equal lines and so on, and below it,
+indented, what is not reached there, and why:
     line: ...       the line itself
     function: ...   a function that begins there
     branch: ...     one of its ways on
@@ -71,8 +72,10 @@ class File:
             self.gaps.append((number, "branch", f"{missing} of {len(reached)}"))
 
     def text(self, number):
-        """The text of a line, without indentation."""
-        return self.texts[number - 1].strip()
+        """The text of a line, without indentation; of equal lines with the place among them, but for the first."""
+        text = self.texts[number - 1].strip()
+        place = sum(other.strip() == text for other in self.texts[:number])
+        return text if place == 1 else f"{text} #{place}"
 
     def is_listed(self, gap, listed, used):
         """Whether a gap is among the exceptions, which then are used."""
