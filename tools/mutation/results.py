@@ -26,6 +26,11 @@ class Results:
         new.write_text(json.dumps(self.fates, indent=0))
         os.replace(new, RESULTS)
 
+    def forget(self, tests):
+        """Drops what tests have killed that cannot be trusted."""
+        self.fates = {key: fate for key, fate in self.fates.items() if fate["test"] not in tests}
+        RESULTS.write_text(json.dumps(self.fates, indent=0))
+
     def fate(self, mutant):
         """What became of a mutant: empty if it was not tried."""
         return self.fates.get(mutant.key, {}).get("fate", "")
@@ -50,7 +55,8 @@ def equivalents():
 def report(mutants, results, known):
     """Prints the scores and the mutants that live without a reason; returns how many these are.
 
-    What is listed but is not among the known keys, those of all mutants of these files, counts as well.
+    What was not tried counts as well, and what is listed but is not among the known keys, those of all mutants of these
+    files.
     """
     listed = equivalents()
     files = {}
@@ -78,7 +84,10 @@ def report(mutants, results, known):
     stale += [m.key for m in mutants if m.key in listed and results.fate(m) in KILLED]
     for key in stale:
         print("listed as equivalent, but not so: " + key.replace("\t", ": "))
-    return len(living) + len(stale)
+    untried = sum(row["all"] - row["run"] for row in files.values())
+    if untried:
+        print(f"{untried} mutants were not tried")
+    return len(living) + len(stale) + untried
 
 
 def _print_table(files):

@@ -106,9 +106,13 @@ def run(test, environment, program=None, limit=None):
     return Outcome(result, time.monotonic() - start)
 
 
-def stored_times():
-    """How tests fared in an earlier run, by names."""
-    return json.loads(TIMES.read_text()) if TIMES.exists() else {}
+def stored_times(tests):
+    """How those of the tests fared in an earlier run, by names, that have not been built anew since."""
+    if not TIMES.exists():
+        return {}
+    measured = TIMES.stat().st_mtime
+    old = {test.name for test in tests if Path(test.command[0]).stat().st_mtime < measured}
+    return {name: time for name, time in json.loads(TIMES.read_text()).items() if name in old}
 
 
 def measure(tests, times, environment, jobs):

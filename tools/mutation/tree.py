@@ -13,8 +13,11 @@ OUTPUT = ROOT / "build/mutation"
 SOURCES = ROOT / "src/plot2d"
 LIBRARY = BUILD / "src/plot2d/libplot2d.so"
 INSTRUMENTS = ("--coverage", "-fno-exceptions")
-# As in the tests under the sanitizers: an optional without a value that is used ends the process.
-ASSERTIONS = "-D_GLIBCXX_ASSERTIONS"
+# As in the tests under the sanitizers, what has no defined result ends the process; traps need none of their libraries.
+TRAPS = (
+    "-D_GLIBCXX_ASSERTIONS", "-fsanitize=undefined,float-divide-by-zero,float-cast-overflow", "-fno-sanitize=vptr",
+    "-fsanitize-undefined-trap-on-error",
+)  # fmt: skip
 MOC = "mocs_compilation.cpp"
 INCLUDE = re.compile(r'^#include [<"](?:plot2d/)?(\w+\.h)[>"]', re.MULTILINE)
 SYSTEM_INCLUDE = re.compile(r"^#include <(?:Q\w+|qwt_\w+\.h|[a-z_]+)>$", re.MULTILINE)
@@ -56,7 +59,7 @@ class Commands:
             while not arguments[0].endswith(("++", "g++-12")):
                 arguments.pop(0)
             kept = [a for a in arguments if a not in INSTRUMENTS]
-            self.compile[str(Path(entry["file"]))] = kept[:1] + [ASSERTIONS] + kept[1:]
+            self.compile[str(Path(entry["file"]))] = kept[:1] + list(TRAPS) + kept[1:]
         self.link = self.link_of(LIBRARY.resolve())
         self.header = self._precompiled_header()
 
