@@ -258,6 +258,7 @@ void tst_CurvePortions::portionsOfSymbols_data()
     QTest::newRow("from near") << small << 1040 << 1040;
     QTest::newRow("reaching out to the left") << QRectF(-60.0, -3.0, 6.0, 6.0) << 0 << 1000;
     QTest::newRow("reaching out to the right") << QRectF(54.0, -3.0, 6.0, 6.0) << 0 << 1000;
+    QTest::newRow("wide") << QRectF(-30.0, -3.0, 60.0, 6.0) << 0 << 1000;
     QTest::newRow("high") << QRectF(-3.0, -30.0, 6.0, 60.0) << 0 << 1000;
 }
 

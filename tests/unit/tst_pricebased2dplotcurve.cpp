@@ -81,6 +81,7 @@ private Q_SLOTS:
     void validityOfTheQuoteLine_data();
     void validityOfTheQuoteLine();
     void validityOfAnotherItemType();
+    void validityOfBoundsWithoutSamples();
 
     void samplesOfArraysAreCopies();
     void colors_data();
@@ -280,6 +281,21 @@ void tst_pricebased2dplotcurve::validityOfAnotherItemType()
     makeValid(curve);
     QVERIFY(curve.isValid());
     curve.m_rtti = QwtPlotItem::Rtti_PlotUserItem;
+    QVERIFY(!curve.isValid());
+}
+
+void tst_pricebased2dplotcurve::validityOfBoundsWithoutSamples()
+{
+    class Bounds : public QwtSeriesData<QPointF> {
+    public:
+        size_t size() const override { return 0; }
+        QPointF sample(size_t) const override { return QPointF(); }
+        QRectF boundingRect() const override { return QRectF(1.0, 2.0, 3.0, 4.0); }
+    };
+    PriceBased2dPlotCurve curve(nullptr, QString());
+    makeValid(curve);
+    QVERIFY(curve.isValid());
+    curve.setSamples(new Bounds);
     QVERIFY(!curve.isValid());
 }
 
