@@ -201,6 +201,9 @@ void tst_pricebased2dplotpanner::shiftUntilValue()
     QCOMPARE(m_panner->getShiftUntilValue(value, QwtPlot::xBottom, 0, 40.0), 40.0);
     QCOMPARE(m_panner->getShiftUntilValue(value, QwtPlot::xBottom, 1, 40.0), none);
     QCOMPARE(m_panner->getShiftUntilValue(value, QwtPlot::xBottom, 2, 40.0), none);
+    const double perUpright = 20.0 / std::abs(m_plot->canvasMap(QwtPlot::yLeft).pDist());
+    QCOMPARE(m_panner->getShiftUntilValue(40.0 - 35.0 * perUpright, QwtPlot::yLeft, 0, -40.0), -40.0);
+    QCOMPARE(m_panner->getShiftUntilValue(60.0 + 35.0 * perUpright, QwtPlot::yLeft, 1, 40.0), 40.0);
     QCOMPARE(m_panner->getShiftUntilValue(value, QwtPlot::xTop, 0, 40.0), none);
     QCOMPARE(m_panner->getShiftUntilValue(value, -1, 0, 40.0), none);
     QCOMPARE(m_panner->getShiftUntilValue(value, QwtPlot::axisCnt, 0, 40.0), none);

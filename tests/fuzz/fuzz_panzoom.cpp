@@ -40,6 +40,21 @@ void expectShift(const PanLimits::Axis& axis, double value, double drag)
     }
 }
 
+/// Whether a bound lies at or above another one, but for the tolerance of a comparison of sides of that size.
+bool reaches(double bound, double other, double size)
+{
+    return !(bound < other - 1e-11 * size);
+}
+
+void expectInside(const QRectF& view, const QRectF& limits)
+{
+    const double prices = std::abs(view.left()) + view.width();
+    const double values = std::abs(view.top()) + view.height();
+    FUZZ_EXPECT(reaches(view.left(), limits.left(), prices) && reaches(limits.right(), view.right(), prices));
+    FUZZ_EXPECT(reaches(view.top(), limits.top(), values) && reaches(limits.bottom(), view.bottom(), values));
+    FUZZ_EXPECT(PanLimits::overlapInPrice(view, limits));
+}
+
 void pan(FuzzInput& input, const QRectF& curves)
 {
     const PanLimits::Axis x = takeAxis(input);
@@ -50,14 +65,16 @@ void pan(FuzzInput& input, const QRectF& curves)
     const auto view = PanLimits::draggedView(x, y, dx, dy);
     if (!view)
         return;
-    FUZZ_EXPECT(std::isfinite(view->right()) || !std::isfinite(view->left() + view->width()));
+    FUZZ_EXPECT(std::isfinite(view->left()) && std::isfinite(view->right()) && view->width() > 0.0);
+    FUZZ_EXPECT(std::isfinite(view->top()) && std::isfinite(view->bottom()) && view->height() >= 0.0);
     const auto limits = PanLimits::limits(curves, *view);
     if (!limits)
         return;
     FUZZ_EXPECT(!(limits->width() <= 0.0) && !(limits->height() < 0.0));
     const bool overlap = PanLimits::overlapInPrice(*view, *limits);
-    FUZZ_EXPECT(overlap == PanLimits::overlapInPrice(*limits, *view));
-    PanLimits::isInside(*view, *limits);
+    FUZZ_EXPECT(overlap == !(view->left() > limits->right() || limits->left() > view->right()));
+    if (PanLimits::isInside(*view, *limits))
+        expectInside(*view, *limits);
     const double shiftX = PanLimits::limitedShiftX(x, *view, *limits, dx);
     const double shiftY = PanLimits::limitedShiftY(y, *view, *limits, dy);
     FUZZ_EXPECT(std::abs(shiftX) <= std::abs(dx) && std::abs(shiftY) <= std::abs(dy));
@@ -100,7 +117,7 @@ void zoom(FuzzInput& input, const QRectF& curves)
         FUZZ_EXPECT(spans.price <= width);
     if (std::isfinite(width) && width > 0.0 && !start.zoomsIn())
         FUZZ_EXPECT(spans.price >= width);
-    ViewZoom::isTooSmall(spans, 0.01);
+    FUZZ_EXPECT(!ViewZoom::isTooSmall(spans, 0.01) || spans.price < 0.01 || spans.value < 1e-8);
     if (const auto low = ViewZoom::zoomedLowestPrice(start, spans))
         FUZZ_EXPECT(std::isfinite(*low) && std::isfinite(*low + spans.price));
     if (const auto high = ViewZoom::zoomedHighestValue(start, spans))

@@ -49,6 +49,22 @@ void expectBracket(const QVector<decimal>& strikes, const PricePoints::View& vie
     FUZZ_EXPECT(strikes.contains(bracket->first) && strikes.contains(bracket->second));
 }
 
+/// Of strikes that ascend, all of them above zero: the one before the first visible strike, and the one after
+/// the last; where none is visible, or none lies beside, the ends.
+void expectBracketOfAscending(const QVector<decimal>& strikes, const PricePoints::View& view)
+{
+    const auto lowest = std::find_if(strikes.cbegin(), strikes.cend(),
+        [&](const decimal& strike) { return !(strike.toDouble() < view.low); });
+    const auto behind = std::find_if(strikes.cbegin(), strikes.cend(),
+        [&](const decimal& strike) { return strike.toDouble() > view.high; });
+    const bool isVisible = lowest < behind;
+    const decimal lo = isVisible && lowest != strikes.cbegin() ? *std::prev(lowest) : strikes.first();
+    const decimal hi = isVisible && behind != strikes.cend() ? *behind : strikes.last();
+    const auto bracket = PricePoints::bracket(strikes, view);
+    FUZZ_EXPECT(bracket.has_value() == (lo < hi));
+    FUZZ_EXPECT(!bracket || (bracket->first == lo && bracket->second == hi));
+}
+
 void expectInterval(FuzzInput& input)
 {
     PricePoints::StrikeRange range;
@@ -94,5 +110,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expectBracket(strikes, {lo, hi});
     std::sort(strikes.begin(), strikes.end());
     expectBracket(strikes, {lo, hi});
+    strikes.erase(std::remove_if(strikes.begin(), strikes.end(),
+                      [](const decimal& strike) { return !(strike.toDouble() > 1e-3); }),
+        strikes.end());
+    if (!strikes.isEmpty() && !std::isnan(lo) && !std::isnan(hi))
+        expectBracketOfAscending(strikes, {lo, hi});
     return 0;
 }
