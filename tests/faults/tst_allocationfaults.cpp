@@ -8,6 +8,7 @@
 #include <plot2d/curvefolding_p.h>
 #include <plot2d/labelthinning_p.h>
 #include <plot2d/legendstate_p.h>
+#include <plot2d/markerplacement_p.h>
 #include <plot2d/plot2dcommon.h>
 #include <plot2d/pricepoints_p.h>
 #include <plot2d/quoteline_p.h>
@@ -69,6 +70,7 @@ private Q_SLOTS:
     void folding();
     void sampleIndex();
     void closestPoint();
+    void markers();
     void legendState_data();
     void legendState();
     void curveKeepsItsSamples();
@@ -294,6 +296,21 @@ void tst_allocationfaults::closestPoint()
             return std::make_pair(ends->front(), ends->back());
         },
         false);
+}
+
+void tst_allocationfaults::markers()
+{
+    const QList<QwtPlotMarker*> markers = m_plot->createMarkers(2, m_curve);
+    const QVector<PriceBased2dPlotPoint> points{{1.0, 2.0, true}, {2.0, 3.0, false}, {3.0, 4.0, true}};
+    bear([&] { return *placeMarkers(points, markers, true); });
+    bear([&] {
+        QList<QwtPlotMarker*> attached = markers;
+        keepAttached(*m_plot, attached);
+        return attached;
+    });
+    QList<QwtPlotMarker*> surplus = markers;
+    dropSurplusMarkers(*m_plot, surplus, 0);
+    QVERIFY(surplus.isEmpty());
 }
 
 void tst_allocationfaults::legendState_data()
