@@ -49,6 +49,7 @@ private Q_SLOTS:
     void maxSession();
     void filterOfTheOtherModel();
     void setPlot();
+    void setPlotSortsUpwards();
 
     void plotGoesFirst();
     void managerGoesFirst();
@@ -350,6 +351,22 @@ void tst_pricebased2dplotpointmanager::setPlot()
     manager.setPlot(nullptr);
     QCOMPARE(manager.interval(), PriceInterval());
     QVERIFY(manager.calcPlotPoints(true).isEmpty());
+}
+
+/// Whoever has turned the strikes round meanwhile.
+void tst_pricebased2dplotpointmanager::setPlotSortsUpwards()
+{
+    TestHost::addSecurity(TestHost::future());
+    for (const char* strike : {"300", "350", "400"})
+        addOption(strike, {{"base_code", "Cobalt"}});
+    Manager manager(false, m_plot.get());
+    manager.model()->sort(0, Qt::DescendingOrder);
+    TestPlot other;
+    other.setBaseCode(QStringLiteral("Cobalt"));
+    manager.setPlot(&other);
+    QCOMPARE(manager.model()->rowCount(), 3);
+    for (int row = 0; row < 3; ++row)
+        QCOMPARE(manager.model()->strike(row).toDouble(), 300.0 + 50.0 * row);
 }
 
 void tst_pricebased2dplotpointmanager::plotGoesFirst()
