@@ -35,6 +35,7 @@ private Q_SLOTS:
     void widestLabelIsRoundedUp();
     void extent_data();
     void extent();
+    void extentOfAPixel();
     void rectangleHasAMargin();
     void rectangleOfUnreadableValues_data();
     void rectangleOfUnreadableValues();
@@ -145,6 +146,20 @@ void tst_scaledraw_extent::extent()
     if (backbone)
         expected += penWidth < 1 ? 1 : penWidth;
     QCOMPARE(draw.extent(font), expected < minimum ? minimum : expected);
+}
+
+void tst_scaledraw_extent::extentOfAPixel()
+{
+    QFont font;
+    font.setPixelSize(1);
+    ScaleDrawProbe draw(leftAxis);
+    draw.text = [](double) { return QStringLiteral("1"); };
+    draw.setScaleDiv(division(0, 10, {5}));
+    draw.setSpacing(7.0);
+    draw.enableComponent(QwtAbstractScaleDraw::Ticks, false);
+    draw.enableComponent(QwtAbstractScaleDraw::Backbone, false);
+    QCOMPARE(draw.maxLabelWidth(font), 1);
+    QCOMPARE(draw.extent(font), 8.0);
 }
 
 void tst_scaledraw_extent::rectangleHasAMargin()
