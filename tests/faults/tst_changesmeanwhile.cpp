@@ -215,6 +215,14 @@ void tst_changesmeanwhile::checkInterval()
     const PriceInterval told = m_market->plot->priceInterval();
     m_market->manager->updatePriceInterval();
     QCOMPARE(m_market->plot->priceInterval(), told);
+    TestPlot other;
+    other.setBaseCode(m_market->plot->baseCode());
+    PriceBased2dPlotPointManager found(false, &other);
+    QVERIFY(found.model());
+    found.model()->setBaseCode(m_market->model->baseCode());
+    found.model()->sort(0, Qt::AscendingOrder);
+    found.updatePriceInterval();
+    QCOMPARE(found.interval(), told);
 }
 
 void tst_changesmeanwhile::duringAnInterval()
