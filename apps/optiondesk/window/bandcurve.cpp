@@ -36,6 +36,9 @@ double BandCurve::barWidth(const QwtScaleMap& xMap) const
 void BandCurve::drawSeries(QPainter* painter, const QwtScaleMap& xMap, const QwtScaleMap& yMap,
     const QRectF& canvasRect, int from, int to) const
 {
+    // A plot that is hardly higher than its axis has a canvas of less than no height.
+    if (canvasRect.isEmpty())
+        return;
     const int last = int(dataSize()) - 1;
     const int end = to < 0 ? last : std::min(to, last);
     const QTransform toDevice = painter->deviceTransform();

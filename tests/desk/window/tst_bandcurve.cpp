@@ -18,9 +18,11 @@ private Q_SLOTS:
     void narrowsWhereStrikesAreClose();
     void leavesOutWhatIsOutside();
     void paintsFlatBars();
+    void paintsNothingOnACanvasOfNoHeight();
 
 private:
-    QImage painted(const QVector<QPointF>& samples, double ratio) const;
+    QImage painted(const QVector<QPointF>& samples, double ratio,
+        const QRectF& canvas = QRectF(0.0, 0.0, 200.0, 200.0)) const;
 };
 
 namespace {
@@ -61,7 +63,7 @@ int coloredPixels(const QImage& image)
 
 }
 
-QImage tst_bandcurve::painted(const QVector<QPointF>& samples, double ratio) const
+QImage tst_bandcurve::painted(const QVector<QPointF>& samples, double ratio, const QRectF& canvas) const
 {
     BandCurve band(nullptr, QStringLiteral("Band"));
     band.setPen(QPen(QColor(barColor), 5.0));
@@ -71,7 +73,7 @@ QImage tst_bandcurve::painted(const QVector<QPointF>& samples, double ratio) con
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    band.drawSeries(&painter, mapTo(0.0, side), mapTo(side, 0.0), QRectF(0.0, 0.0, side, side), 0, -1);
+    band.drawSeries(&painter, mapTo(0.0, side), mapTo(side, 0.0), canvas, 0, -1);
     return image;
 }
 
@@ -132,6 +134,15 @@ void tst_bandcurve::paintsFlatBars()
     const QRect bar = boundsOf(painted({{100.0, 50.0}, {100.0, 50.0}}, 1.0));
     QCOMPARE(bar.height(), 1);
     QCOMPARE(bar.width(), 7);
+}
+
+// A plot that is hardly higher than its axis has a canvas of less than no height.
+void tst_bandcurve::paintsNothingOnACanvasOfNoHeight()
+{
+    const QVector<QPointF> bar{{100.0, 50.0}, {100.0, 150.0}};
+    for (const double height : {-40.0, -2.0, -0.5, 0.0})
+        QCOMPARE(coloredPixels(painted(bar, 1.0, QRectF(0.0, 100.0, side, height))), 0);
+    QVERIFY(coloredPixels(painted(bar, 1.0, QRectF(0.0, 100.0, side, 1.0))) > 0);
 }
 
 PLOT2D_TEST_MAIN(tst_bandcurve)
