@@ -43,6 +43,7 @@ private Q_SLOTS:
     void cleanupTestCase();
 
     void stateAfterConstruction();
+    void answersWhatWasSet();
     void disabledIsTheShortText_data();
     void disabledIsTheShortText();
     void disabledUsesNoConversion();
@@ -90,6 +91,24 @@ void tst_pricebased2dplotconverter::stateAfterConstruction()
     QVERIFY(converter.metricUnit().isEmpty());
     QVERIFY(!converter.isPlusSignShown());
     QCOMPARE(converter.decimals(), 10);
+}
+
+void tst_pricebased2dplotconverter::answersWhatWasSet()
+{
+    PriceBased2dPlotConverter converter;
+    auto* object = new Distance(100.0);
+    converter.setConvertionObject(object);
+    converter.setConversionMethod(&Conversion::backward);
+    converter.setConversionEnabled(true);
+    converter.setMetricUnit(QStringLiteral("%"));
+    converter.setPlusSignShown(true);
+    converter.setDecimals(3);
+    QCOMPARE(converter.conversionObject(), static_cast<const Conversion*>(object));
+    QVERIFY(converter.conversionMethod() == &Conversion::backward);
+    QVERIFY(converter.isConversionEnabled());
+    QCOMPARE(converter.metricUnit(), QStringLiteral("%"));
+    QVERIFY(converter.isPlusSignShown());
+    QCOMPARE(converter.decimals(), 3);
 }
 
 void tst_pricebased2dplotconverter::disabledIsTheShortText_data()

@@ -301,6 +301,7 @@ void tst_quoteline::priceOfALine_data()
     QTest::newRow("zero") << lineAt(0.0) << true;
     QTest::newRow("zeros of both signs") << QVector<QPointF>{{0.0, 1.0}, {-0.0, 2.0}} << true;
     QTest::newRow("negative") << lineAt(-105.0) << false;
+    QTest::newRow("barely negative") << lineAt(-0.5) << false;
     QTest::newRow("NaN") << lineAt(notANumber) << false;
     QTest::newRow("different") << QVector<QPointF>{{105.0, 1.0}, {106.0, 2.0}} << false;
     QTest::newRow("one sample") << QVector<QPointF>{{105.0, 1.0}} << false;
