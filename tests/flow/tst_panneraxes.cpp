@@ -24,7 +24,9 @@ private Q_SLOTS:
     void hiddenAxesDoNotStop_data();
     void hiddenAxesDoNotStop();
     void narrowAxisInSightStays();
+    void infiniteAxisInSightStops_data();
     void infiniteAxisInSightStops();
+    void narrowValues();
     void canvasWithoutHeight();
     void viewThatCannotBeDivided();
     void scalesSetInTheSlot();
@@ -133,17 +135,47 @@ void tst_panneraxes::narrowAxisInSightStays()
     QCOMPARE(m_plot->axisScaleDiv(QwtPlot::yRight).interval(), tooNarrow);
 }
 
+void tst_panneraxes::infiniteAxisInSightStops_data()
+{
+    QTest::addColumn<int>("axis");
+    QTest::addColumn<QwtInterval>("range");
+    QTest::addColumn<QPoint>("outwards");
+    QTest::newRow("right") << int(QwtPlot::yRight) << nearTheLargest << QPoint(0, 200);
+    QTest::newRow("top") << int(QwtPlot::xTop) << QwtInterval(-nearTheLargest.maxValue(), -1e308)
+                         << QPoint(200, 0);
+}
+
 void tst_panneraxes::infiniteAxisInSightStops()
 {
+    QFETCH(int, axis);
+    QFETCH(QwtInterval, range);
+    QFETCH(QPoint, outwards);
     addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
-    m_plot->enableAxis(QwtPlot::yRight);
-    setRange(QwtPlot::yRight, nearTheLargest);
-    QCOMPARE(drag(30, 200), QStringList());
+    m_plot->enableAxis(axis);
+    setRange(axis, range);
+    QCOMPARE(drag(outwards.x(), outwards.y()), QStringList());
     COMPARE_RANGES(prices(), QwtInterval(400.0, 600.0));
     COMPARE_RANGES(values(), QwtInterval(40.0, 60.0));
-    QCOMPARE(m_plot->axisScaleDiv(QwtPlot::yRight).interval(), nearTheLargest);
-    // No drag moves nothing.
+    QCOMPARE(m_plot->axisScaleDiv(axis).interval(), range);
+    // No drag moves nothing, and the other way there is room.
     QCOMPARE(drag(0, 0).size(), 2);
+    QCOMPARE(drag(-outwards.x() / 20, -outwards.y() / 20).size(), 2);
+}
+
+void tst_panneraxes::narrowValues()
+{
+    addData(*m_plot, 0.0, 1000.0, -1.0, 1.0);
+    setRange(QwtPlot::yLeft, tooNarrow);
+    QCOMPARE(drag(30, 0), QStringList());
+    COMPARE_RANGES(prices(), QwtInterval(400.0, 600.0));
+    // Out of sight they stop nothing, and stay.
+    m_plot->enableAxis(QwtPlot::yLeft, false);
+    QCoreApplication::processEvents();
+    const QwtInterval x = moved(*m_plot, QwtPlot::xBottom, 30.0);
+    QCOMPARE(drag(30, 20).size(), 2);
+    COMPARE_RANGES(prices(), x);
+    QCOMPARE(m_plot->axisScaleDiv(QwtPlot::yLeft).interval(), tooNarrow);
+    QVERIFY(m_panner->isAxisEnabled(QwtPlot::yLeft));
 }
 
 void tst_panneraxes::canvasWithoutHeight()
