@@ -2,6 +2,10 @@
 #include "support/testmain.h"
 
 #include <qwt_plot_layout.h>
+#include <qwt_scale_engine.h>
+#include <qwt_transform.h>
+
+#include <cmath>
 
 namespace {
 
@@ -26,6 +30,7 @@ private Q_SLOTS:
     void narrowAxisInSightStays();
     void infiniteAxisInSightStops_data();
     void infiniteAxisInSightStops();
+    void axisOfInfiniteWidthStops();
     void narrowValues();
     void canvasWithoutHeight();
     void viewThatCannotBeDivided();
@@ -160,6 +165,29 @@ void tst_panneraxes::infiniteAxisInSightStops()
     // No drag moves nothing, and the other way there is room.
     QCOMPARE(drag(0, 0).size(), 2);
     QCOMPARE(drag(-outwards.x() / 20, -outwards.y() / 20).size(), 2);
+}
+
+// On a scale that is not linear a drag changes the width: both ends are doubles, and the width is none.
+void tst_panneraxes::axisOfInfiniteWidthStops()
+{
+    class CubeRoot : public QwtTransform {
+    public:
+        double transform(double value) const override { return std::cbrt(value); }
+        double invTransform(double value) const override { return value * value * value; }
+        QwtTransform* copy() const override { return new CubeRoot; }
+    };
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    m_plot->enableAxis(QwtPlot::yRight);
+    m_plot->axisScaleEngine(QwtPlot::yRight)->setTransformation(new CubeRoot);
+    const QwtInterval range(-1e308, 5e307);
+    setRange(QwtPlot::yRight, range);
+    const QwtScaleMap map = m_plot->canvasMap(QwtPlot::yRight);
+    // To an upper end of 1.66e308 and a lower one of -2.2e307.
+    const int outwards = qRound(map.transform(range.maxValue()) - map.transform(1.66e308));
+    QVERIFY(outwards > 0);
+    QCOMPARE(drag(0, outwards), QStringList());
+    QCOMPARE(m_plot->axisScaleDiv(QwtPlot::yRight).interval(), range);
+    QCOMPARE(drag(0, -outwards / 10).size(), 2);
 }
 
 void tst_panneraxes::narrowValues()
