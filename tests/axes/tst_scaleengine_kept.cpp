@@ -50,6 +50,7 @@ private Q_SLOTS:
     void narrowerDivisionIsNotTaken();
     void whatIsKept_data();
     void whatIsKept();
+    void widthCountsAndNotThePlace();
     void keptDivisionLeavesTheCacheAlone();
     void keptOnlyWithItsConditions_data();
     void keptOnlyWithItsConditions();
@@ -115,6 +116,15 @@ void tst_scaleengine_kept::whatIsKept()
     const QwtScaleDiv first = engine.divideScale(0, 100, 8, 5, 0);
     const QwtScaleDiv second = QwtLinearScaleEngine(10).divideScale(lower, upper, 8, 5, 0);
     QVERIFY(engine.divideScale(lower, upper, 8, 5, 0) == (kept ? first : second));
+}
+
+void tst_scaleengine_kept::widthCountsAndNotThePlace()
+{
+    LinkedPlot linked;
+    const QwtScaleDiv first = linked.engine.divideScale(1000, 1100, 8, 5, 0);
+    QVERIFY(linked.engine.divideScale(0, 99, 8, 5, 0) == first);
+    QVERIFY(
+        linked.engine.divideScale(0, 101, 8, 5, 0) == QwtLinearScaleEngine(10).divideScale(0, 101, 8, 5, 0));
 }
 
 void tst_scaleengine_kept::keptDivisionLeavesTheCacheAlone()
