@@ -19,17 +19,24 @@ class Results:
         if resume and RESULTS.exists():
             self.fates = json.loads(RESULTS.read_text())
 
-    def add(self, mutant, fate, test=""):
-        """Notes a fate, and keeps it."""
-        self.fates[mutant.key] = {"fate": fate, "test": test}
+    def _keep(self):
         new = RESULTS.with_suffix(".new")
         new.write_text(json.dumps(self.fates, indent=0))
         os.replace(new, RESULTS)
 
+    def add(self, mutant, fate, test=""):
+        """Notes a fate, and keeps it."""
+        self.fates[mutant.key] = {"fate": fate, "test": test}
+        self._keep()
+
+    def killers(self):
+        """The names of the tests that have killed."""
+        return {fate["test"] for fate in self.fates.values() if fate["fate"] in KILLED}
+
     def forget(self, tests):
         """Drops what tests have killed that cannot be trusted."""
         self.fates = {key: fate for key, fate in self.fates.items() if fate["test"] not in tests}
-        RESULTS.write_text(json.dumps(self.fates, indent=0))
+        self._keep()
 
     def fate(self, mutant):
         """What became of a mutant: empty if it was not tried."""
