@@ -19,7 +19,7 @@ QString inFull(double value)
     return QString::number(value, 'g', 17);
 }
 
-/// Equal neighbours count as ascending; a tick that is not a number does not.
+/// Equal neighbours count as ascending; those of a tick that is not a number do not.
 bool isAscending(const QList<double>& ticks)
 {
     return std::adjacent_find(ticks.cbegin(), ticks.cend(), [](double a, double b) { return !(a <= b); })
