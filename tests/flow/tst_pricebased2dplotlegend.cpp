@@ -193,7 +193,7 @@ void tst_pricebased2dplotlegend::callWithoutASender()
     connect(&other, SIGNAL(stateChanged(int)), m_host->legend, SLOT(onCheckBoxChecked(int)));
     other.setChecked(true);
     other.setChecked(false);
-    // Nor is the box of a curve that has gone taken for the missing sender.
+    // Nor is the box of an entry that has gone taken for the missing sender.
     delete m_host->entry(m_host->add(two));
     m_host->legend->onCheckBoxChecked(Qt::Unchecked);
     QCOMPARE(spy.count(), 0);

@@ -117,7 +117,7 @@ void zoom(FuzzInput& input, const QRectF& curves)
         FUZZ_EXPECT(spans.price <= width);
     if (std::isfinite(width) && width > 0.0 && !start.zoomsIn())
         FUZZ_EXPECT(spans.price >= width);
-    FUZZ_EXPECT(!ViewZoom::isTooSmall(spans, 0.01) || spans.price < 0.01 || spans.value < 1e-8);
+    FUZZ_EXPECT(ViewZoom::isTooSmall(spans, 0.01) == (spans.price < 0.01 || spans.value < 1e-8));
     if (const auto low = ViewZoom::zoomedLowestPrice(start, spans))
         FUZZ_EXPECT(std::isfinite(*low) && std::isfinite(*low + spans.price));
     if (const auto high = ViewZoom::zoomedHighestValue(start, spans))

@@ -66,6 +66,7 @@ namespace {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr double longestGap = 1000.0;
 constexpr int strikesOfALargeFile = 250;
+// A fast machine leaves room for few of them in a small file; an import that blocks leaves none.
 constexpr int fewestEvents = 20;
 #else
 constexpr double longestGap = 250.0;
