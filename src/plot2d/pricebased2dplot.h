@@ -206,7 +206,8 @@ public Q_SLOTS:
     void setCurveVisible(const QString& curveTitle, bool visible);
     /// Switches the auto-scale; the next updateYAxisScale() acts on it.
     void setAutoScaleEnabled(bool enable);
-    /// Chooses the labels of both axes anew and replots.
+    /// Chooses the labels of both axes anew and replots. Scales that were set before and wait for their
+    /// replot are put in force first, so that the labels are those of the scales to be seen.
     void updateScaleLabels();
 
 protected:

@@ -6,7 +6,11 @@
 #include "examples/plotpicture.h"
 #include "support/testmain.h"
 
+#include <plot2d/pricebased2dplotscaledraw.h>
+
 #include <QFile>
+
+#include <algorithm>
 
 namespace {
 
@@ -19,6 +23,27 @@ public:
     {
         resize(640, 400);
         show();
+    }
+    const PriceBased2dPlotScaleDraw* priceScale() const
+    {
+        return dynamic_cast<const PriceBased2dPlotScaleDraw*>(axisScaleDraw(xBottom));
+    }
+    void look(double from, double to)
+    {
+        setAxisScale(xBottom, from, to, 0.0);
+        updateYAxisScale();
+    }
+    /// Of the labels that are drawn along the prices, without the room around them.
+    int collidingTexts() const
+    {
+        constexpr int room = 4;
+        QList<QRect> texts = priceScale()->getBoundingRects(priceScale()->labelTicks() << quote);
+        std::sort(
+            texts.begin(), texts.end(), [](const QRect& a, const QRect& b) { return a.left() < b.left(); });
+        int count = 0;
+        for (int i = 1; i < texts.size(); ++i)
+            count += texts[i - 1].right() - room >= texts[i].left() + room;
+        return count;
     }
     QString text() const { return m_picker->trackerText(QPoint()).text(); }
     PriceBased2dPlotLegend* entries() { return qobject_cast<PriceBased2dPlotLegend*>(legend()); }
@@ -66,6 +91,33 @@ private Q_SLOTS:
         QCOMPARE(plot.text(), QString("85: 0.295"));
         moveCursor(plot, 97.0, 0.266);
         QCOMPARE(plot.text(), QString("97.5: 0.265"));
+    }
+
+    void labelsFollowTheWheel_data()
+    {
+        QTest::addColumn<int>("angle");
+        QTest::newRow("in") << 120;
+        QTest::newRow("out") << -120;
+    }
+
+    void labelsFollowTheWheel()
+    {
+        QFETCH(int, angle);
+        Embedded plot;
+        plot.resize(300, 300);
+        plot.grab();
+        if (angle < 0) // From nearer, as all there is to see is in view.
+            plot.look(91.0, 94.0);
+        for (int notch = 0; notch < 6; ++notch) {
+            const QwtInterval before = plot.axisInterval(QwtPlot::xBottom);
+            turnWheel(plot, angle);
+            QVERIFY(plot.axisInterval(QwtPlot::xBottom) != before);
+            const QList<double> labels = plot.priceScale()->labelTicks();
+            const QList<double> ticks = plot.priceScale()->getTicks(plot.axisScaleDiv(QwtPlot::xBottom));
+            QVERIFY(!labels.isEmpty());
+            QVERIFY(std::includes(ticks.cbegin(), ticks.cend(), labels.cbegin(), labels.cend()));
+            QCOMPARE(plot.collidingTexts(), 0);
+        }
     }
 
     void legendHidesAndShows()

@@ -150,6 +150,14 @@ QString Invariants::followedValues(const Snapshot& before, const Snapshot& after
     return where + QStringLiteral(" instead of %1 .. %2").arg(inFull(low), inFull(high));
 }
 
+QString Invariants::followedLabels(const Snapshot::Labels& labels)
+{
+    const QList<double>& left = labels.left;
+    return std::includes(labels.candidates.cbegin(), labels.candidates.cend(), left.cbegin(), left.cend())
+        ? QString()
+        : QStringLiteral("they are of another scale");
+}
+
 bool Invariants::pricesMoved(const Snapshot& before, const Snapshot& after)
 {
     return before.prices.lower != after.prices.lower || before.prices.upper != after.prices.upper;
@@ -186,7 +194,8 @@ QString Invariants::broken(const Snapshot& before, const Snapshot& after, bool b
     if (after.foreignItems > 0)
         all.append(QStringLiteral("items: %1 are of another plot").arg(after.foreignItems));
     if (byUser)
-        all.append(named("vertical scale", followedValues(before, after)));
+        all.append({named("vertical scale", followedValues(before, after)),
+            named("labels left", followedLabels(after.labels))});
     all.removeAll(QString());
     return all.join(QStringLiteral("; "));
 }

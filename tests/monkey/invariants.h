@@ -27,6 +27,10 @@ QString legend(const Snapshot::Legend& legend);
 /// auto-scale finds.
 QString followedValues(const Snapshot& before, const Snapshot& after);
 
+/// What the user does leaves labels of the scale of this moment. They need not be the very ones that would be
+/// chosen anew: Qwt settles its margins, by a few pixels, only when it lays out afterwards.
+QString followedLabels(const Snapshot::Labels& labels);
+
 /// A turn of the wheel and the end of a drag on the canvas say that scales have moved, a drag on an axis does
 /// not; what moves the mouse alone switches the auto-scale off. Entries are checked by the user or by what is
 /// restored.

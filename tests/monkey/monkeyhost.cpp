@@ -51,6 +51,7 @@ Host::Host()
     createPicker();
     createLegend(QwtPlot::BottomLegend);
     createPoints();
+    connect(m_plot.get(), SIGNAL(updateAxisLabels()), m_plot.get(), SLOT(updateScaleLabels()));
     connect(m_plot.get(), SIGNAL(updateAxisLabels()), this, SLOT(onUpdateAxisLabels()));
     connect(m_plot.get(), SIGNAL(autoScaleEnabled(bool)), m_plot.get(), SLOT(setAutoScaleEnabled(bool)));
     connect(m_plot.get(), SIGNAL(autoScaleEnabled(bool)), this, SLOT(onAutoScale(bool)));

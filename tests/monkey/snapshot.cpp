@@ -51,6 +51,7 @@ Snapshot::Labels labelsOf(Plot& plot)
         const_cast<QwtScaleDraw*>(plot.axisScaleDraw(QwtPlot::xBottom)));
     if (!draw || !draw->isPaintedOnce())
         return labels;
+    labels.left = draw->labelTicks();
     draw->updateLabels();
     labels.shown = draw->labelTicks();
     labels.candidates = draw->getTicks(draw->scaleDiv());

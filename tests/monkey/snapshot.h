@@ -34,8 +34,11 @@ struct Snapshot {
         QVector<QPointF> given;
     };
 
-    /// Of the bottom axis, chosen anew for the scale of this moment; empty before the first paint.
+    /// Of the bottom axis; empty before the first paint.
     struct Labels {
+        /// Those that stand there after the step.
+        QList<double> left;
+        /// Those chosen anew for the scale of this moment.
         QList<double> shown;
         QList<double> candidates;
         /// Of those that are shown.

@@ -50,6 +50,7 @@ Snapshot soundSnapshot()
     snapshot.quoteLines = {{{{100.0, 9.0}, {100.0, 21.0}}, {{100.0, 0.0}, {100.0, 1.0}}}};
     snapshot.labels.candidates = ticksFrom(70.0, 130.0, 10.0);
     snapshot.labels.shown = {70.0, 100.0, 130.0};
+    snapshot.labels.left = {70.0, 130.0};
     snapshot.labels.rectangles = {QRect(0, 0, 30, 10), QRect(100, 0, 30, 10), QRect(200, 0, 30, 10)};
     snapshot.legend.present = true;
     snapshot.legend.curves = QStringList{QStringLiteral("Smile"), QStringLiteral("Theory")};
@@ -94,6 +95,7 @@ private Q_SLOTS:
     void brokenStates();
     void movedValues_data();
     void movedValues();
+    void followedLabels();
     void brokenPlots_data();
     void brokenPlots();
     void manyTicksOfTheHostsStep();
@@ -235,6 +237,17 @@ void tst_invariants::movedValues()
     Snapshot byQwt = sound;
     byQwt.valuesByQwt = true;
     QCOMPARE(Monkey::Invariants::broken(byQwt, moved, true), QString());
+}
+
+void tst_invariants::followedLabels()
+{
+    const Snapshot sound = soundSnapshot();
+    Snapshot stale = sound;
+    stale.labels.left = {70.0, 75.0};
+    QCOMPARE(Monkey::Invariants::broken(sound, stale, true),
+        QStringLiteral("labels left: they are of another scale"));
+    // The host may set scales and choose labels later.
+    QCOMPARE(Monkey::Invariants::broken(sound, stale, false), QString());
 }
 
 void tst_invariants::brokenPlots_data()

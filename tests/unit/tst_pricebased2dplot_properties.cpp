@@ -52,6 +52,7 @@ private Q_SLOTS:
     void updateScaleLabelsReplotsOnce();
     void updateAxisWidgetsReplotsTwice();
     void updateScaleLabelsChoosesThemAnew();
+    void updateScaleLabelsDividesTheAxes();
     void updateAxisWidgetsChoosesLabelsOfPrices();
     void updateAxisWidgetsDividesTheAxes();
     void updateAxisWidgetsForgetsTexts();
@@ -214,6 +215,16 @@ void tst_pricebased2dplot_properties::updateScaleLabelsChoosesThemAnew()
     plot.updateScaleLabels();
     QCOMPARE(labelTicks(QwtPlot::xBottom), QList<double>({100.0, 105.0, 110.0}));
     QCOMPARE(labelTicks(QwtPlot::yLeft), QList<double>({100.0, 105.0, 110.0}));
+}
+
+void tst_pricebased2dplot_properties::updateScaleLabelsDividesTheAxes()
+{
+    TestPlot plot;
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)})
+        plot.setAxisScale(axis, 100.0, 110.0, 5.0);
+    plot.updateScaleLabels();
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)})
+        QCOMPARE(ownScaleDraw(plot, axis)->labelTicks(), QList<double>({100.0, 105.0, 110.0}));
 }
 
 void tst_pricebased2dplot_properties::updateAxisWidgetsChoosesLabelsOfPrices()
