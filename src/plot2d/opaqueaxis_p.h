@@ -16,7 +16,7 @@ class OpaqueAxis : public QObject {
 
 public:
     /// Lives as long as the axis. It looks at what the axis hides after each event that may change that; one
-    /// comes before an axis is painted first.
+    /// comes before an axis is painted first, or with the style sheet of one that is shown already.
     explicit OpaqueAxis(QwtScaleWidget* axis);
     ~OpaqueAxis() override;
 

@@ -110,8 +110,8 @@ void PriceBased2dPlot::setUpLook()
     const QString styleSheet = PlotLook::backgroundStyleSheet();
     setStyleSheet(styleSheet);
     for (const int axis : {int(xBottom), int(yLeft)}) {
-        axisWidget(axis)->setStyleSheet(styleSheet);
         new OpaqueAxis(axisWidget(axis));
+        axisWidget(axis)->setStyleSheet(styleSheet);
     }
 }
 

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void showsItsFocusAsQwts();
     void isTheCanvasOfAPlot();
     void axesAreOpaqueWhereTheyHideThePlot();
+    void axesOfAPlotThatIsShownAlreadyAreOpaque();
     void opaqueAxesLookTheSame();
 };
 
@@ -167,6 +168,18 @@ void tst_PlotCanvas::axesAreOpaqueWhereTheyHideThePlot()
         plot.axisWidget(axis)->setEnabled(false);
         QVERIFY(!isOpaque(axis));
     }
+}
+
+void tst_PlotCanvas::axesOfAPlotThatIsShownAlreadyAreOpaque()
+{
+    TestPlot plot(false);
+    plot.resize(400, 300);
+    plot.enableAxis(QwtPlot::yLeft);
+    plot.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&plot));
+    plot.initPlot();
+    for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)})
+        QVERIFY(plot.axisWidget(axis)->testAttribute(Qt::WA_OpaquePaintEvent));
 }
 
 void tst_PlotCanvas::opaqueAxesLookTheSame()
