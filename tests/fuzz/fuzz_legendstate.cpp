@@ -1,8 +1,29 @@
 #include "fuzzinput.h"
+#include "storedlegend.h"
 
 #include <plot2d/legendstate_p.h>
 
 #include <QSet>
+
+namespace {
+
+/// The valid records for the types, the first of each, and no others.
+void expectRecords(
+    const QVector<PriceBased2dPlotCurve::CurveParams>& records, const QByteArray& bytes, QSet<int> left)
+{
+    int found = 0;
+    StoredLegend::forEachRecord(bytes, [&](const StoredLegend::Record& stored) {
+        if (!stored.isValid || !left.remove(stored.type))
+            return;
+        FUZZ_EXPECT(found < records.size());
+        const auto& record = records[found];
+        FUZZ_EXPECT(record.isValid && record.dataType == stored.type && record.isVisible == stored.isVisible);
+        ++found;
+    });
+    FUZZ_EXPECT(found == records.size());
+}
+
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -15,5 +36,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QSet<int> left = types;
     for (const auto& record : records)
         FUZZ_EXPECT(record.isValid && left.remove(record.dataType));
+    expectRecords(records, bytes, types);
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "flow/legendplot.h"
 #include "fuzzinput.h"
+#include "storedlegend.h"
 
 #include <database/settings.h>
 
@@ -108,34 +109,19 @@ Desk& desk()
     return *instance;
 }
 
-quint32 bigEndian(const QByteArray& bytes, int offset)
-{
-    quint32 value = 0;
-    for (int i = 0; i < 4; ++i)
-        value = value << 8U | quint8(bytes.at(offset + i));
-    return value;
-}
-
-/// The states that the bytes leave behind, read by hand.
+/// The states that the bytes leave behind.
 QMap<QString, bool> restored(const QByteArray& bytes, QMap<QString, bool> states)
 {
-    constexpr int header = 12;
-    constexpr int recordSize = 6;
-    if (bytes.size() < header || bigEndian(bytes, 0) != 1 || bigEndian(bytes, 4) != 5)
-        return states;
-    const auto count = static_cast<qint32>(bigEndian(bytes, 8));
     QVector<qint32> taken;
-    for (int i = 0; i < count && header + (i + 1) * recordSize <= bytes.size(); ++i) {
-        const int offset = header + i * recordSize;
-        const auto type = static_cast<qint32>(bigEndian(bytes, offset + 2));
-        if (bytes.at(offset) == 0 || taken.contains(type))
-            continue;
-        taken.append(type);
+    StoredLegend::forEachRecord(bytes, [&](const StoredLegend::Record& record) {
+        if (!record.isValid || taken.contains(record.type))
+            return;
+        taken.append(record.type);
         for (const Kind& kind : kinds) {
-            if (kind.type == type && kind.isAlone && kind.isListed)
-                states[titleOf(kind)] = bytes.at(offset + 1) != 0;
+            if (kind.type == record.type && kind.isAlone && kind.isListed)
+                states[titleOf(kind)] = record.isVisible;
         }
-    }
+    });
     return states;
 }
 
