@@ -17,18 +17,53 @@ bool ascends(const QList<double>& points)
 void expectProgression(const QList<double>& points, double from, double to, double step)
 {
     FUZZ_EXPECT(points.size() <= 100002);
+    const bool isModest = from > 1e-6 && from < to && to < 1e12 && step > 1e-9 * to && step < to - from
+        && (to - from) / step < 1000.0;
+    FUZZ_EXPECT(!isModest || !points.isEmpty());
     if (points.isEmpty())
         return;
+    for (int i = 1; i < points.size(); ++i)
+        FUZZ_EXPECT(points[i] == points[i - 1] + step);
     FUZZ_EXPECT(from > 0.0 && from < to && points.first() == from && ascends(points));
     FUZZ_EXPECT(points.last() < to || isFuzzyEqual(points.last(), to));
     const double next = points.last() + step;
     FUZZ_EXPECT(next > to && !isFuzzyEqual(next, to));
 }
 
+/// How many points each cell between two prices is cut by: none where a hundred cells lie there already.
+int cutsOfCell(double lo, double hi, double step)
+{
+    const double cells = (hi - lo) / step;
+    if (!(cells > 0.0 && cells < 101.0))
+        return 0;
+    return static_cast<int>(std::ceil(100.0 / std::max(1.0, std::floor(cells))));
+}
+
+void expectCut(const QList<double>& points, const QList<double>& base, double lo, double hi, double step)
+{
+    const int cuts = cutsOfCell(lo, hi, step);
+    int next = 0;
+    for (const double point : base) {
+        FUZZ_EXPECT(next < points.size() && points[next] == point);
+        ++next;
+        const bool isBefore = point < lo && !isFuzzyEqual(point, lo);
+        if (isBefore || !(point < hi) || isFuzzyEqual(point, hi))
+            continue;
+        const double tolerance = 1e-12 * (point + step);
+        for (int i = 1; i <= cuts; ++i, ++next)
+            FUZZ_EXPECT(next < points.size()
+                && std::abs(points[next] - (point + i * (step / (cuts + 1)))) <= tolerance);
+    }
+    FUZZ_EXPECT(next == points.size());
+}
+
 void expectDensified(const QList<double>& base, double lo, double hi, double step)
 {
     const QList<double> points = PricePoints::densified(base, lo, hi, step);
     FUZZ_EXPECT(points.size() >= base.size() && points.size() <= base.size() * 102);
+    // A part of a cell that is lost beside 1 is no part of one step.
+    if (!((hi - lo) / step > 0.0 && (hi - lo) / step < 1e-9))
+        expectCut(points, base, lo, hi, step);
     if (points.isEmpty() || points.size() == base.size())
         return;
     FUZZ_EXPECT(points.first() == base.first());
@@ -65,6 +100,34 @@ void expectBracketOfAscending(const QVector<decimal>& strikes, const PricePoints
     FUZZ_EXPECT(!bracket || (bracket->first == lo && bracket->second == hi));
 }
 
+/// Of strikes that lie well apart, with a step that the decimals show.
+bool isModest(const PricePoints::StrikeRange& range, int decimals)
+{
+    const double lowest = range.lowest.toDouble();
+    const double highest = range.highest.toDouble();
+    const double width = highest - lowest;
+    const bool stepFits = range.count == 2 ? range.minStep == width : range.minStep < 0.999 * width;
+    return range.count >= 2 && decimals >= 0 && lowest > 1e-3 && width > 1e-6 * highest && stepFits
+        && range.minStep > 1e-9 && range.minStep > std::pow(10.0, -decimals);
+}
+
+void expectIntervalOf(const PricePoints::StrikeRange& range, int decimals)
+{
+    const PriceInterval interval = PricePoints::interval(range, decimals);
+    FUZZ_EXPECT(interval.valid || !isModest(range, decimals));
+    if (!interval.valid) {
+        FUZZ_EXPECT(interval == PriceInterval());
+        return;
+    }
+    FUZZ_EXPECT(range.count >= 2 && decimals >= 0);
+    FUZZ_EXPECT(interval.minPrice == range.lowest.toDouble());
+    FUZZ_EXPECT(interval.maxPrice == range.highest.toDouble());
+    FUZZ_EXPECT(interval.minPrice < interval.maxPrice && interval.minStep > 0.0
+        && interval.minStep <= (interval.maxPrice - interval.minPrice) * (1.0 + 1e-9) + 1.0);
+    const double rounding = 0.5 * std::pow(10.0, -std::min(decimals, int(decimal::maxDecimals)));
+    FUZZ_EXPECT(std::abs(interval.minStep - range.minStep) <= rounding * 1.001 + 1e-12 * range.minStep);
+}
+
 void expectInterval(FuzzInput& input)
 {
     PricePoints::StrikeRange range;
@@ -72,12 +135,14 @@ void expectInterval(FuzzInput& input)
     range.lowest = decimal::fromDouble(input.takePrice(), 5);
     range.highest = decimal::fromDouble(input.takePrice(), 5);
     range.minStep = input.takeDouble();
-    const PriceInterval interval = PricePoints::interval(range, input.take<std::int8_t>());
-    if (interval.valid)
-        FUZZ_EXPECT(interval.minPrice < interval.maxPrice && interval.minStep > 0.0
-            && interval.minStep <= (interval.maxPrice - interval.minPrice) * (1.0 + 1e-9) + 1.0);
-    else
-        FUZZ_EXPECT(interval == PriceInterval());
+    const int decimals = input.take<std::int8_t>();
+    expectIntervalOf(range, decimals);
+
+    // A step that fits, which hardly an input has.
+    range.minStep = range.highest.toDouble() - range.lowest.toDouble();
+    if (range.count != 2)
+        range.minStep /= 4.0;
+    expectIntervalOf(range, decimals);
 }
 
 }
