@@ -63,15 +63,58 @@ void expectVisible(
     FUZZ_EXPECT(params.yMin <= point.y() && point.y() <= params.yMax);
 }
 
+/// A sample's distance, in percent of a view that has a width.
+double distanceOf(const QPointF& point, const ClosestPointCalcParams& params)
+{
+    const double width = params.xMax - params.xMin;
+    const double height = params.yMax - params.yMin;
+    const double x = std::abs(params.cursorX - (point.x() - params.xMin)) / width * 100.0;
+    return x
+        + (height > 0.0 ? std::abs(params.cursorY - (point.y() - params.yMin)) / height * 100.0
+                        : std::abs(params.cursorY));
 }
 
-/// The search by an index finds what a search through all samples finds.
+/// No visible sample is nearer, and none that is the same comes first.
+void expectNearest(
+    const ClosestPointParams& found, const QVector<QPointF>& samples, const ClosestPointCalcParams& params)
+{
+    constexpr double most = 1e300;
+    const double farthest = distanceOf(QPointF(params.xMin, params.yMin), params) + 200.0;
+    if (!(params.xMax - params.xMin < most && params.yMax - params.yMin < most && farthest < most))
+        return;
+    const double tolerance = 1e-12 * farthest;
+    if (found.index >= 0)
+        FUZZ_EXPECT(std::abs(found.distance - distanceOf(samples[found.index], params)) <= tolerance);
+    for (int i = 0; i < samples.size(); ++i) {
+        const QPointF& point = samples[i];
+        if (!(params.xMin <= point.x() && point.x() <= params.xMax && params.yMin <= point.y()
+                && point.y() <= params.yMax))
+            continue;
+        FUZZ_EXPECT(found.index >= 0 && found.distance <= distanceOf(point, params) + tolerance);
+        FUZZ_EXPECT(i >= found.index || point.x() != samples[found.index].x()
+            || point.y() != samples[found.index].y());
+    }
+}
+
+/// A step that moves a price of 1 is of use, and so is a view whose bounds ascend.
+void expectUsable(const ClosestPointCalcParams& params)
+{
+    const double step = params.cursorX;
+    FUZZ_EXPECT(!ClosestPoint::isUsableStep(step) || step > 0.0);
+    FUZZ_EXPECT(ClosestPoint::isUsableStep(step) || !(step > 1e-11));
+    const bool isUsable = ClosestPoint::isUsableView(params);
+    FUZZ_EXPECT(isUsable || !(params.xMin < params.xMax && params.yMin <= params.yMax));
+    FUZZ_EXPECT(!isUsable || !(params.xMin >= params.xMax || params.yMin > params.yMax));
+}
+
+}
+
+/// A search through all samples finds the nearest, and so does a search by an index.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     FuzzInput input(data, size);
     const ClosestPointCalcParams params = takeView(input);
-    const double step = params.cursorX;
-    FUZZ_EXPECT(!ClosestPoint::isUsableStep(step) || step > 0.0);
+    expectUsable(params);
     if (!ClosestPoint::isUsableView(params))
         return 0;
 
@@ -81,6 +124,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto sample = [](int i) { return samples[i]; };
     const ClosestPointParams found = ClosestPoint::find(samples.size(), sample, params);
     expectVisible(found, samples, params);
+    expectNearest(found, samples, params);
 
     const QwtPointSeriesData series(samples);
     const auto index = SampleIndex::of(&series);
