@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -26,6 +27,98 @@ QList<LabelThinning::Overlap> overlaps(
     std::transform(ticks.cbegin(), ticks.cend(), std::back_inserter(rectangles), row);
     return LabelThinning::overlaps(ticks, rectangles, quote, quote.index < 0 ? QRect() : row(quote.value));
 }
+
+/// The labels of one width, chosen the plain way: two of them overlap that are closer than they are wide.
+class PlainLabels {
+public:
+    PlainLabels(const QList<double>& ticks, const LabelThinning::QuoteLabel& quote, const Row& row)
+        : m_quote(quote)
+        , m_row(row)
+        , m_slot(quote.index)
+    {
+        for (const double tick : ticks)
+            m_ticks.values[m_ticks.count++] = tick;
+    }
+
+    /// How many neighbours overlap, the quote among them; the last pair of them is kept.
+    int overlaps()
+    {
+        int found = 0;
+        const double* last = nullptr;
+        const auto meet = [&](const double& value) {
+            if (last != nullptr && std::abs(m_row(value).left() - m_row(*last).left()) < m_row.width) {
+                m_pair = {*last, value};
+                ++found;
+            }
+            last = &value;
+        };
+        for (int i = 0; i <= int(m_ticks.count) && m_ticks.count > 0; ++i) {
+            if (i == m_slot)
+                meet(m_quote.value);
+            if (i < int(m_ticks.count))
+                meet(m_ticks.values[std::size_t(i)]);
+        }
+        return found;
+    }
+
+    void thin()
+    {
+        const std::size_t rounds = m_ticks.count;
+        const bool hasSlot = m_slot >= 0;
+        if (isSettled())
+            return;
+        for (std::size_t round = 1; round < rounds; ++round) {
+            const std::size_t before = m_ticks.count;
+            const int slotBefore = m_slot;
+            halve(hasSlot ? m_slot % 2 : 0);
+            if (m_ticks.count == before && m_slot == slotBefore)
+                break;
+            if (isSettled())
+                return;
+        }
+        m_ticks.count = 0;
+    }
+
+    const double* begin() const { return m_ticks.begin(); }
+    const double* end() const { return m_ticks.end(); }
+
+private:
+    /// Whether nothing overlaps, or a single tick that the drawn quote takes the place of.
+    bool isSettled()
+    {
+        const int found = overlaps();
+        if (found != 1)
+            return found == 0;
+        if (!m_quote.drawn || (m_pair.first != m_quote.value && m_pair.second != m_quote.value))
+            return false;
+        keep([&, gone = m_pair.first == m_quote.value ? m_pair.second : m_pair.first](
+                 int, double tick) { return tick != gone; });
+        return true;
+    }
+
+    /// Next to the slot they are the first to go.
+    void halve(int parity)
+    {
+        keep([&](int i, double tick) { return i % 2 == (tick < m_quote.value ? parity : 1 - parity); });
+        m_slot = m_quote.value > 0.0 ? int(std::lower_bound(begin(), end(), m_quote.value) - begin()) : -1;
+    }
+
+    template <typename Stays> void keep(const Stays& stays)
+    {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < m_ticks.count; ++i) {
+            if (stays(int(i), m_ticks.values[i]))
+                m_ticks.values[kept++] = m_ticks.values[i];
+        }
+        m_ticks.count = kept;
+    }
+
+    FuzzDoubles<100> m_ticks;
+    std::pair<double, double> m_pair;
+    const LabelThinning::QuoteLabel m_quote;
+    const Row m_row;
+    int m_slot;
+};
 
 }
 
@@ -67,5 +160,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     left.index = result.quoteIndex < 0 ? -1 : LabelThinning::quoteIndex(result.ticks, quote.value);
     FUZZ_EXPECT(overlaps(result.ticks, left, row).isEmpty());
     FUZZ_EXPECT(result.ticks.size() == ticks.size() || !overlaps(ticks, quote, row).isEmpty());
+
+    PlainLabels plain(ticks, quote, row);
+    FUZZ_EXPECT(overlaps(ticks, quote, row).size() == plain.overlaps());
+    plain.thin();
+    FUZZ_EXPECT(std::equal(result.ticks.cbegin(), result.ticks.cend(), plain.begin(), plain.end()));
     return 0;
 }
