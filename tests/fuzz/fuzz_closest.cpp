@@ -74,13 +74,26 @@ double distanceOf(const QPointF& point, const ClosestPointCalcParams& params)
                         : std::abs(params.cursorY));
 }
 
+/// Whether percentages of a view are as exact as doubles are.
+bool isModest(const ClosestPointCalcParams& params)
+{
+    constexpr double least = 1e-250;
+    constexpr double most = 1e250;
+    const auto isNumber = [](double value) { return std::abs(value) < most; };
+    const double height = params.yMax - params.yMin;
+    return isNumber(params.xMin) && isNumber(params.xMax) && isNumber(params.yMin) && isNumber(params.yMax)
+        && isNumber(params.cursorX) && isNumber(params.cursorY) && params.xMax - params.xMin > least
+        && (height == 0.0 || height > least);
+}
+
 /// No visible sample is nearer, and none that is the same comes first.
 void expectNearest(
     const ClosestPointParams& found, const QVector<QPointF>& samples, const ClosestPointCalcParams& params)
 {
-    constexpr double most = 1e300;
+    if (!isModest(params))
+        return;
     const double farthest = distanceOf(QPointF(params.xMin, params.yMin), params) + 200.0;
-    if (!(params.xMax - params.xMin < most && params.yMax - params.yMin < most && farthest < most))
+    if (!(farthest < 1e300))
         return;
     const double tolerance = 1e-12 * farthest;
     if (found.index >= 0)
