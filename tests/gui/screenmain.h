@@ -13,6 +13,5 @@
             return 1;                                                                                        \
         server.enter();                                                                                      \
         TestSupport::LoudApplication application(argc, argv);                                                \
-        TestClass test;                                                                                      \
-        return TestSupport::run(&test, QCoreApplication::arguments());                                       \
+        return TestSupport::run<TestClass>(QCoreApplication::arguments());                                   \
     }

@@ -63,8 +63,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (Monkey::isCommand(arguments))
         return Monkey::runCommand(arguments);
-    tst_monkey test;
-    return TestSupport::run(&test, arguments);
+    return TestSupport::run<tst_monkey>(arguments);
 }
 
 #include "tst_monkey.moc"

@@ -4,9 +4,24 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 
 namespace {
+
+std::atomic<int> messagesAround{0};
+QtMessageHandler handlerBefore = nullptr;
+
+/// Hears what Qt Test does not: what comes before and after the functions of a test.
+void countAround(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtWarningMsg || type == QtCriticalMsg) {
+        ++messagesAround;
+        std::fprintf(stderr, "FAIL!  : unexpected message around the test: %s\n", qPrintable(message));
+    } else {
+        handlerBefore(type, context, message);
+    }
+}
 
 bool namesAnOutput(const QStringList& arguments)
 {
@@ -41,9 +56,8 @@ QStringList unexpectedMessages(const QString& report)
     return messages;
 }
 
-}
-
-int TestSupport::run(QObject* test, const QStringList& arguments)
+/// The number of failures, unexpected messages included.
+int runFunctions(QObject* test, const QStringList& arguments)
 {
     // Qt Test swallows announced messages before its loggers see them, so its own report holds exactly
     // the unannounced ones.
@@ -60,7 +74,21 @@ int TestSupport::run(QObject* test, const QStringList& arguments)
     const QStringList messages = unexpectedMessages(report);
     for (const QString& message : messages)
         std::fprintf(stderr, "FAIL!  : unexpected message in %s\n", qPrintable(message));
+    return failures + static_cast<int>(messages.size());
+}
+
+}
+
+int TestSupport::run(const std::function<std::unique_ptr<QObject>()>& makeTest, const QStringList& arguments)
+{
+    handlerBefore = qInstallMessageHandler(countAround);
+    int failures = 0;
+    {
+        const std::unique_ptr<QObject> test = makeTest();
+        failures = runFunctions(test.get(), arguments);
+    }
+    qInstallMessageHandler(handlerBefore);
     // An exit code has eight bits: 256 messages would pass for none.
     constexpr int most = 127;
-    return std::min(most, failures + static_cast<int>(std::min<qint64>(most, messages.size())));
+    return std::min(most, failures + messagesAround);
 }

@@ -4,11 +4,19 @@
 
 #include <QtTest>
 
+#include <functional>
+#include <memory>
+
 namespace TestSupport {
 
-/// Runs the functions of a test object as QTest::qExec does, and fails the run as well when a Qt warning or
-/// critical message came that no QTest::ignoreMessage() had announced.
-int run(QObject* test, const QStringList& arguments);
+/// Makes a test object, runs its functions as QTest::qExec does and destroys it, and fails the run as well
+/// when a Qt warning or critical message came meanwhile that no QTest::ignoreMessage() had announced.
+int run(const std::function<std::unique_ptr<QObject>()>& makeTest, const QStringList& arguments);
+
+template <typename TestClass> int run(const QStringList& arguments)
+{
+    return run([] { return std::make_unique<TestClass>(); }, arguments);
+}
 
 /// Before the application is made: without a wish for another platform, that of no screen.
 inline void preferNoScreen()
@@ -24,6 +32,5 @@ inline void preferNoScreen()
     {                                                                                                        \
         TestSupport::preferNoScreen();                                                                       \
         TestSupport::LoudApplication application(argc, argv);                                                \
-        TestClass test;                                                                                      \
-        return TestSupport::run(&test, QCoreApplication::arguments());                                       \
+        return TestSupport::run<TestClass>(QCoreApplication::arguments());                                   \
     }

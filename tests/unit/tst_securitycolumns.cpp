@@ -190,8 +190,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() > 1 && arguments.at(1).startsWith(QLatin1String("--plot-without-")))
         return makePlot(arguments);
-    tst_securitycolumns test;
-    return TestSupport::run(&test, arguments);
+    return TestSupport::run<tst_securitycolumns>(arguments);
 }
 
 #include "tst_securitycolumns.moc"
