@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QProcess>
+#include <QTimer>
 
 #include <qwt_plot.h>
 #include <qwt_plot_item.h>
@@ -24,6 +25,12 @@ volatile int converted = 0;
 
 constexpr char modeVariable[] = "PLOT2D_TEST_LOUDNESS";
 
+void leak()
+{
+    for (int i = 0; i < 10; ++i)
+        lastLost = new char[100];
+}
+
 /// Emits a signal of its plot whenever it is drawn.
 class TalkingItem : public QwtPlotItem {
 public:
@@ -32,6 +39,11 @@ public:
     {
         Q_EMIT static_cast<PriceBased2dPlot*>(plot())->updateAxisLabels();
     }
+};
+
+/// Loses memory whenever it is drawn.
+class LosingWidget : public QWidget {
+    void paintEvent(QPaintEvent*) override { leak(); }
 };
 
 /// What a test does in the child process. Each but the first is something that no test may do unseen.
@@ -44,7 +56,8 @@ private Q_SLOTS:
 private:
     static void showBrokenScale();
     static void talkWhilePainting(bool isPainted);
-    static void leak();
+    static void leakInHandler();
+    static void leakWhilePainting();
     static void readFreedMemory();
     static void useValueOfNothing();
 };
@@ -92,10 +105,21 @@ void Misdeed::warnIn(const char* place)
     TestHost::dropBoards();
 }
 
-void Misdeed::leak()
+void Misdeed::leakInHandler()
 {
-    for (int i = 0; i < 10; ++i)
-        lastLost = new char[100];
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, [&loop] {
+        leak();
+        loop.quit();
+    });
+    loop.exec();
+}
+
+void Misdeed::leakWhilePainting()
+{
+    LosingWidget widget;
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
 }
 
 void Misdeed::readFreedMemory()
@@ -144,6 +168,8 @@ void Misdeed::act()
 
 }
 
+        {"leak in a handler", leakInHandler},
+        {"leak while painting", leakWhilePainting},
 /// That what must be loud fails a test, and what is sound does not.
 class tst_loudness : public QObject {
     Q_OBJECT
@@ -182,6 +208,8 @@ void tst_loudness::runs()
 {
     QFETCH(QByteArray, complaint);
     QProcess child;
+    add("leak in a handler", "LeakSanitizer: detected memory leaks");
+    add("leak while painting", "LeakSanitizer: detected memory leaks");
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QString::fromLatin1(modeVariable), QString::fromLatin1(QTest::currentDataTag()));
     // Of a process that is aborted Qt Test would have a debugger tell more.
