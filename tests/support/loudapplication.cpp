@@ -7,6 +7,7 @@
 
 #include <qwt_plot.h>
 #include <qwt_scale_div.h>
+#include <qwt_scale_widget.h>
 
 #include <cmath>
 
@@ -67,6 +68,9 @@ LoudApplication::LoudApplication(int& argc, char** argv)
 bool LoudApplication::notify(QObject* receiver, QEvent* event)
 {
     const QEvent::Type type = event->type();
+    // A plot sets the font of its scales when it is made.
+    if (type == QEvent::FontChange)
+        listenToScale(*receiver);
     QPointer<QWidget> window;
     if (m_depth == 0 && receiver->isWidgetType() && isLookedAtAfter(type))
         window = static_cast<QWidget*>(receiver)->window();
@@ -79,6 +83,18 @@ bool LoudApplication::notify(QObject* receiver, QEvent* event)
     if (window)
         look(*window);
     return isHandled;
+}
+
+void LoudApplication::listenToScale(QObject& receiver)
+{
+    if (auto* scale = qobject_cast<QwtScaleWidget*>(&receiver))
+        connect(scale, SIGNAL(scaleDivChanged()), this, SLOT(onScaleDivision()), Qt::UniqueConnection);
+}
+
+void LoudApplication::onScaleDivision()
+{
+    if (auto* plot = qobject_cast<QwtPlot*>(sender()->parent()))
+        lookAtScales(*plot);
 }
 
 void LoudApplication::look(QWidget& window)

@@ -7,7 +7,8 @@ class QwtPlot;
 namespace TestSupport {
 
 /// The application of the tests. After every event that a widget has handled it looks at the plots of the
-/// widget's window, and it listens to the signals of the library. It warns, which fails the test, of
+/// widget's window, it hears of every scale division that a plot gives to one of its axes, also a plot that
+/// is never shown, and it listens to the signals of the library. It warns, which fails the test, of
 /// - a scale whose bounds are not finite (once for each plot);
 /// - a signal of the library while something paints: painting only draws.
 class LoudApplication : public QApplication {
@@ -20,9 +21,11 @@ public:
 
 private Q_SLOTS:
     void onSignal();
+    void onScaleDivision();
 
 private:
     void look(QWidget& window);
+    void listenToScale(QObject& receiver);
     void lookAtScales(QwtPlot& plot);
     void listen(QObject& object);
 

@@ -50,11 +50,17 @@ class LosingWidget : public QWidget {
 class Misdeed : public QObject {
     Q_OBJECT
 
+public:
+    Misdeed() { warnIn("constructor"); }
+    ~Misdeed() override { warnIn("destructor"); }
+
 private Q_SLOTS:
     void act();
 
 private:
+    static void warnIn(const char* place);
     static void showBrokenScale();
+    static void breakScaleUnseen();
     static void talkWhilePainting(bool isPainted);
     static void leakInHandler();
     static void leakWhilePainting();
@@ -62,31 +68,33 @@ private:
     static void useValueOfNothing();
 };
 
-void Misdeed::showBrokenScale()
-public:
-    Misdeed() { warnIn("constructor"); }
-    ~Misdeed() override { warnIn("destructor"); }
-
-{
-    QwtPlot plot;
-    plot.resize(200, 150);
-    plot.show();
-    static void warnIn(const char* place);
-    QCoreApplication::processEvents();
-    plot.setAxisScaleDiv(QwtPlot::yRight, QwtScaleDiv(0.0, std::numeric_limits<double>::quiet_NaN()));
-    QEvent request(QEvent::LayoutRequest);
-    QCoreApplication::sendEvent(&plot, &request);
-}
-
-void Misdeed::talkWhilePainting(bool isPainted)
-{
-    TestHost::createSecurities();
 void Misdeed::warnIn(const char* place)
 {
     if (qgetenv(modeVariable) == QByteArray("warning in the ") + place)
         qWarning("nobody has announced this of a %s", place);
 }
 
+void Misdeed::showBrokenScale()
+{
+    QwtPlot plot;
+    plot.resize(200, 150);
+    plot.show();
+    QCoreApplication::processEvents();
+    plot.setAxisScaleDiv(QwtPlot::yRight, QwtScaleDiv(0.0, std::numeric_limits<double>::quiet_NaN()));
+    QEvent request(QEvent::LayoutRequest);
+    QCoreApplication::sendEvent(&plot, &request);
+}
+
+void Misdeed::breakScaleUnseen()
+{
+    QwtPlot plot;
+    plot.setAxisScaleDiv(QwtPlot::yRight, QwtScaleDiv(0.0, std::numeric_limits<double>::quiet_NaN()));
+    plot.replot();
+}
+
+void Misdeed::talkWhilePainting(bool isPainted)
+{
+    TestHost::createSecurities();
     TestHost::createBoards();
     {
         TestPlot plot;
@@ -141,6 +149,8 @@ void Misdeed::act()
 {
     const QHash<QByteArray, std::function<void()>> deeds{
         {"nothing", [] {}},
+        {"warning in the constructor", [] {}},
+        {"warning in the destructor", [] {}},
         {"warning", [] { qWarning("nobody has announced this"); }},
         {"256 warnings",
             [] {
@@ -154,9 +164,12 @@ void Misdeed::act()
             }},
         {"critical message", [] { qCritical("nobody has announced this"); }},
         {"scale without an end", showBrokenScale},
+        {"scale without an end, unseen", breakScaleUnseen},
         {"signal", [] { talkWhilePainting(false); }},
         {"signal while painting", [] { talkWhilePainting(true); }},
         {"leak", leak},
+        {"leak in a handler", leakInHandler},
+        {"leak while painting", leakWhilePainting},
         {"freed memory", readFreedMemory},
         {"division by zero", [] { zero = 1.0 / zero; }},
         {"cast that does not fit", [] { converted = static_cast<int>(beyondIntegers); }},
@@ -168,15 +181,11 @@ void Misdeed::act()
 
 }
 
-        {"leak in a handler", leakInHandler},
-        {"leak while painting", leakWhilePainting},
 /// That what must be loud fails a test, and what is sound does not.
 class tst_loudness : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-        {"warning in the constructor", [] {}},
-        {"warning in the destructor", [] {}},
     void runs_data();
     void runs();
 };
@@ -188,14 +197,19 @@ void tst_loudness::runs_data()
         = [](const char* mode, const char* complaint) { QTest::newRow(mode) << QByteArray(complaint); };
     add("nothing", "");
     add("warning", "unexpected message in act(): nobody has announced this");
+    add("warning in the constructor", "nobody has announced this of a constructor");
+    add("warning in the destructor", "nobody has announced this of a destructor");
     add("256 warnings", "nobody has announced 255");
     add("critical message", "nobody has announced this");
     add("announced warning", "");
     add("scale without an end", "axis 1 goes from 0 to nan");
+    add("scale without an end, unseen", "axis 1 goes from 0 to nan");
     add("signal", "");
     add("signal while painting", "emits updateAxisLabels() while something paints");
 #ifdef __SANITIZE_ADDRESS__
     add("leak", "LeakSanitizer: detected memory leaks");
+    add("leak in a handler", "LeakSanitizer: detected memory leaks");
+    add("leak while painting", "LeakSanitizer: detected memory leaks");
     add("freed memory", "heap-use-after-free");
     add("division by zero", "division by zero");
     add("cast that does not fit", "outside the range of representable values");
@@ -208,8 +222,6 @@ void tst_loudness::runs()
 {
     QFETCH(QByteArray, complaint);
     QProcess child;
-    add("leak in a handler", "LeakSanitizer: detected memory leaks");
-    add("leak while painting", "LeakSanitizer: detected memory leaks");
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QString::fromLatin1(modeVariable), QString::fromLatin1(QTest::currentDataTag()));
     // Of a process that is aborted Qt Test would have a debugger tell more.
@@ -225,8 +237,6 @@ void tst_loudness::runs()
 
 int main(int argc, char** argv)
 {
-    add("warning in the constructor", "nobody has announced this of a constructor");
-    add("warning in the destructor", "nobody has announced this of a destructor");
     TestSupport::preferNoScreen();
     TestSupport::LoudApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
