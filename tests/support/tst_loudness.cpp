@@ -1,3 +1,4 @@
+#include "support/programend.h"
 #include "support/testhost.h"
 #include "support/testmain.h"
 #include "support/testplot.h"
@@ -188,6 +189,8 @@ class tst_loudness : public QObject {
 private Q_SLOTS:
     void runs_data();
     void runs();
+    void programs_data();
+    void programs();
 };
 
 void tst_loudness::runs_data()
@@ -233,6 +236,26 @@ void tst_loudness::runs()
     const bool isFine = child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0;
     QVERIFY2(isFine == complaint.isEmpty(), errors.constData());
     QVERIFY2(errors.contains(complaint), errors.constData());
+}
+
+void tst_loudness::programs_data()
+{
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QByteArray>("trouble");
+    QTest::newRow("nothing") << "echo well" << QByteArray();
+    QTest::newRow("exit code") << "exit 3" << QByteArray("exit code 3\n");
+    QTest::newRow("complaint") << "echo odd >&2" << QByteArray("odd\n");
+    QTest::newRow("both") << "echo bad >&2; exit 1" << QByteArray("exit code 1\nbad\n");
+    QTest::newRow("crash") << "kill -9 $$" << QByteArray("exit code -1\n");
+}
+
+void tst_loudness::programs()
+{
+    QFETCH(QString, script);
+    QProcess program;
+    program.start(QStringLiteral("sh"), {QStringLiteral("-c"), script});
+    QVERIFY(program.waitForFinished());
+    QTEST(TestSupport::troubleOf(program), "trouble");
 }
 
 int main(int argc, char** argv)

@@ -145,8 +145,9 @@ int tst_killeddesk::runAndKill(const char* kind, const QString& folder, int last
     writer.kill();
     writer.waitForFinished(patience);
     output += writer.readAllStandardOutput();
-    if (writer.exitStatus() != QProcess::CrashExit || output.count('\n') < first)
-        qWarning("the writer stopped: %s", writer.readAllStandardError().constData());
+    const QByteArray errors = writer.readAllStandardError();
+    if (writer.exitStatus() != QProcess::CrashExit || output.count('\n') < first || !errors.isEmpty())
+        qWarning("the writer stopped or complained: %s", errors.constData());
     const int whole = output.lastIndexOf('\n');
     return whole < 0 ? last : output.left(whole).split('\n').last().toInt();
 }

@@ -164,12 +164,12 @@ void tst_sharingdesks::importsOfOthersAppear()
 {
     open();
     const DeskRun run = importElsewhere(csvOf("THEIRS", "12"));
-    QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
+    QCOMPARE(run.trouble(), QByteArray());
     QTRY_VERIFY_WITH_TIMEOUT(namesToChoose().contains(QStringLiteral("THEIRS")), patience);
     QCOMPARE(rowsOf(QStringLiteral("THEIRS")), 7);
     QCOMPARE(m_window->shownSeries()->data.baseCode, QStringLiteral("OURS"));
     // Once more is no more.
-    QCOMPARE(importElsewhere(csvOf("THEIRS", "13")).exitCode, 0);
+    QCOMPARE(importElsewhere(csvOf("THEIRS", "13")).trouble(), QByteArray());
     QTRY_VERIFY_WITH_TIMEOUT(m_data->shared()->problem().isEmpty(), patience);
     QCOMPARE(rowsOf(QStringLiteral("THEIRS")), 7);
 }
@@ -179,7 +179,7 @@ void tst_sharingdesks::theShownSeriesFollowsAnImport()
     open();
     const int before = m_data->firstSeries(SeriesFacts());
     QTRY_COMPARE_WITH_TIMEOUT(m_data->shared()->waitingCommits(), 0, patience);
-    QCOMPARE(importElsewhere(csvOf("OURS", "11")).exitCode, 0);
+    QCOMPARE(importElsewhere(csvOf("OURS", "11")).trouble(), QByteArray());
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("OURS")), 7, patience);
     QTRY_VERIFY_WITH_TIMEOUT(
         m_window->shownSeries() && m_window->shownSeries()->data.options.quotes.size() == 6, patience);
@@ -254,7 +254,7 @@ void tst_sharingdesks::goesOnWithoutTheServer()
                  QStringLiteral("SELECT count(*) FROM securities WHERE base_code = 'LATER'")),
         QStringList{QStringLiteral("7")});
     // And others are heard again.
-    QCOMPARE(importElsewhere(csvOf("THEIRS", "12")).exitCode, 0);
+    QCOMPARE(importElsewhere(csvOf("THEIRS", "12")).trouble(), QByteArray());
     QTRY_VERIFY_WITH_TIMEOUT(namesToChoose().contains(QStringLiteral("THEIRS")), patience);
 }
 

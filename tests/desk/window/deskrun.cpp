@@ -1,5 +1,7 @@
 #include "deskrun.h"
 
+#include "support/programend.h"
+
 #include <QProcess>
 
 QList<QByteArray> DeskRun::errorLines() const
@@ -7,6 +9,11 @@ QList<QByteArray> DeskRun::errorLines() const
     QList<QByteArray> lines = errors.split('\n');
     lines.removeAll(QByteArray());
     return lines;
+}
+
+QByteArray DeskRun::trouble() const
+{
+    return TestSupport::troubleOf(exitCode, errors);
 }
 
 DeskRun runDesk(const QStringList& arguments, const QString& folder, const QProcessEnvironment& environment)

@@ -12,6 +12,8 @@ struct DeskRun {
 
     /// The lines on standard error, without the line ends.
     QList<QByteArray> errorLines() const;
+    /// Empty if it did what it was to do without a word on standard error.
+    QByteArray trouble() const;
 };
 
 /// Runs the program in a folder, which also takes the user's settings; the tests' environment has the
