@@ -39,15 +39,17 @@ Bytes read(const fs::path& file)
     return Bytes(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
-/// What the target runs on now.
+/// What the target runs on now; null between two inputs.
 const Bytes* current = nullptr;
 
 /// Ends the process as the signal would have, with the input on the console.
 extern "C" void tellInput(int signal)
 {
-    for (const std::uint8_t byte : *current)
-        std::fprintf(stderr, "%02x", unsigned(byte));
-    std::fputs("\n", stderr);
+    if (current) {
+        for (const std::uint8_t byte : *current)
+            std::fprintf(stderr, "%02x", unsigned(byte));
+        std::fputs("\n", stderr);
+    }
     std::signal(signal, SIG_DFL);
     std::raise(signal);
 }
@@ -58,6 +60,7 @@ long runVariants(const Bytes& bytes, int changesOfFile, std::mt19937_64& random)
     const auto run = [&runs](const Bytes& input) {
         current = &input;
         LLVMFuzzerTestOneInput(input.data(), input.size());
+        current = nullptr;
         ++runs;
     };
     run(bytes);

@@ -191,6 +191,7 @@ private Q_SLOTS:
     void runs();
     void programs_data();
     void programs();
+    void replayOfAnInput();
 };
 
 void tst_loudness::runs_data()
@@ -256,6 +257,20 @@ void tst_loudness::programs()
     program.start(QStringLiteral("sh"), {QStringLiteral("-c"), script});
     QVERIFY(program.waitForFinished());
     QTEST(TestSupport::troubleOf(program), "trouble");
+}
+
+// The control warns of this input alone.
+void tst_loudness::replayOfAnInput()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("input")));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("flaw") == 4);
+    file.close();
+    QProcess replay;
+    replay.start(QStringLiteral(FUZZ_CONTROL), {QStringLiteral("0"), file.fileName()});
+    QVERIFY(replay.waitForFinished());
+    QCOMPARE(
+        TestSupport::troubleOf(replay), QByteArray("exit code -1\nnobody has announced this\n666c6177\n"));
 }
 
 int main(int argc, char** argv)

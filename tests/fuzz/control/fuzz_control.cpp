@@ -3,6 +3,7 @@
 #include <plot2d/pricebased2dplotcurve.h>
 
 #include <QDataStream>
+#include <QtGlobal>
 
 #include <climits>
 #include <cstdlib>
@@ -17,7 +18,8 @@ enum Fault {
     Overflow = 'o',
     Division = 'd',
     Cast = 'c',
-    Library = 's'
+    Library = 's',
+    Warning = 'w'
 };
 
 /// A few bytes that no generator of random numbers hits within seconds: they are found one by one, by what
@@ -74,6 +76,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         break;
     case Cast:
         number = int(1e10 + zero);
+        break;
+    case Warning:
+        qWarning("nobody has announced this");
         break;
     case Property:
     case Library:
