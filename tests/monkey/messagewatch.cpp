@@ -1,7 +1,6 @@
 #include "monkey/messagewatch.h"
 
-#include <algorithm>
-#include <iterator>
+#include <cstddef>
 
 namespace Monkey {
 
@@ -10,28 +9,30 @@ namespace {
 QStringList messages;
 QtMessageHandler otherHandler = nullptr;
 
-/// What Qt warns of on the way of events that no window system sends (a second press without a release, a
-/// press on a canvas of no size), inside of Qwt, and what a legend without entries asks of its layout.
-const char* const expected[] = {
+const char* const alwaysExpected[] = {
+    // The fixed size of the contents of Qwt's legend is that of no entries at all.
+    "QWidget::setMinimumSize: (QwtLegendViewContents/QWidget) Negative sizes (-1,0) are not possible",
+};
+
+/// What Qt warns of inside of Qwt's panner, at presses that no window system sends: a second one without a
+/// release, one on a canvas of no size.
+const char* const expectedOfPress[] = {
     // Qwt's panner takes the image of the canvas with the old image of a drag on it.
     "QPixmap::setMask() mask size differs from pixmap size",
     // Qwt's panner takes the image of a canvas of no size.
     "QPainter::begin: Paint device returned engine == 0, type: 2",
-    // The fixed size of the legend's contents is that of no entries at all.
-    "QWidget::setMinimumSize: (QwtLegendViewContents/QWidget) Negative sizes (-1,0) are not possible",
 };
 
-bool isExpected(const QString& message)
+template <std::size_t Size> void forgive(const char* const (&expected)[Size])
 {
-    return std::any_of(std::begin(expected), std::end(expected),
-        [&message](const char* text) { return message == QLatin1String(text); });
+    for (const char* text : expected)
+        messages.removeAll(QLatin1String(text));
 }
 
 void collect(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (type == QtWarningMsg || type == QtCriticalMsg) {
-        if (!isExpected(message))
-            messages.append(message);
+        messages.append(message);
     } else if (otherHandler) {
         otherHandler(type, context, message);
     }
@@ -54,9 +55,16 @@ MessageWatch::~MessageWatch()
 
 QString MessageWatch::take()
 {
+    forgive(alwaysExpected);
     const QString all = messages.join(QStringLiteral("; "));
     messages.clear();
     return all;
+}
+
+QString MessageWatch::takeAfterPress()
+{
+    forgive(expectedOfPress);
+    return take();
 }
 
 }

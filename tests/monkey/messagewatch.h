@@ -17,6 +17,8 @@ public:
 
     /// Those since the last call, in one text.
     QString take();
+    /// The same after a press of a mouse button, which more is expected of.
+    QString takeAfterPress();
 
 private:
     QtMessageHandler m_before;

@@ -109,7 +109,8 @@ QString Run::playPiece(int from, int to)
         const Snapshot after = snapshotOf(host);
         const bool byUser = isOfUser(step) && host.interventions() == interventions;
         const Signals heard = host.heard().take();
-        QStringList broken{Invariants::broken(before, after, byUser), memory.afterStep(), m_messages.take()};
+        QStringList broken{Invariants::broken(before, after, byUser), memory.afterStep(),
+            std::holds_alternative<Press>(step) ? m_messages.takeAfterPress() : m_messages.take()};
         broken.append(brokenSignals(step, heard, before, after, host.interventions() > interventions));
         broken.removeAll(QString());
         if (!broken.isEmpty())

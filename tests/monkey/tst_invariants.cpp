@@ -329,6 +329,12 @@ void tst_invariants::messages()
     qWarning("something is odd");
     QVERIFY(watch.take().contains(QStringLiteral("something is odd")));
     QCOMPARE(watch.take(), QString());
+
+    const QString ofPress = QStringLiteral("QPainter::begin: Paint device returned engine == 0, type: 2");
+    qWarning("%s", qPrintable(ofPress));
+    QCOMPARE(watch.takeAfterPress(), QString());
+    qWarning("%s", qPrintable(ofPress));
+    QCOMPARE(watch.take(), ofPress);
 }
 
 void tst_invariants::memoryAtOnce()
