@@ -10,11 +10,13 @@ indented, what is not reached there, and why:
     branch: ...     one of its ways on
     artefact: ...   a way on that only the compiler sees
     impossible: ... a line or a way on that no caller can reach, with the proof
+A number before the colon ("branch 2: ...") says how many ways these are where it is not one, no more and no less.
 In files of pure functions no branch may be left but those of the last two kinds.
 """
 
 import json
 import pathlib
+import re
 import sys
 
 from mutation.purity import is_pure
@@ -24,7 +26,7 @@ KINDS = ("line", "function", "branch", "artefact", "impossible")
 
 
 def listed_exceptions(path):
-    """What may stay without a test: kinds by files and texts of lines."""
+    """What may stay without a test, by files and texts of lines: how many of each kind."""
     listed = {}
     place = None
     for number, line in enumerate(path.read_text().splitlines() if path.exists() else [], 1):
@@ -34,10 +36,10 @@ def listed_exceptions(path):
             file, _, text = line.partition(": ")
             place = listed.setdefault((file, text), {})
             continue
-        kind, _, reason = line.strip().partition(": ")
-        if place is None or kind not in KINDS or not reason:
+        entry = re.fullmatch(rf"({'|'.join(KINDS)})(?: ([1-9]\d*))?: .+", line.strip())
+        if place is None or not entry:
             sys.exit(f"{path}:{number}: neither a place nor a kind with its reason")
-        place[kind] = reason
+        place[entry[1]] = int(entry[2] or 1)
     return listed
 
 
@@ -55,7 +57,7 @@ class File:
                 self._count_line(line)
         for function in counted.get("functions", []):
             if not self._count("functions", function["execution_count"]):
-                self.gaps.append((function["lineno"], "function", function["name"]))
+                self.gaps.append((function["lineno"], "function", function["name"], 1))
 
     def _count(self, kind, count):
         self.counts[kind][0] += count > 0
@@ -65,11 +67,11 @@ class File:
     def _count_line(self, line):
         number = line["line_number"]
         if not self._count("lines", line["count"]):
-            self.gaps.append((number, "line", ""))
+            self.gaps.append((number, "line", "", 1))
         reached = [self._count("branches", branch["count"]) for branch in line["branches"]]
         if line["count"] and not all(reached):
-            missing = ", ".join(str(i) for i, is_reached in enumerate(reached) if not is_reached)
-            self.gaps.append((number, "branch", f"{missing} of {len(reached)}"))
+            missing = [str(i) for i, is_reached in enumerate(reached) if not is_reached]
+            self.gaps.append((number, "branch", f"{', '.join(missing)} of {len(reached)}", len(missing)))
 
     def text(self, number):
         """The text of a line, without indentation; of equal lines with the place among them, but for the first."""
@@ -77,9 +79,9 @@ class File:
         place = sum(other.strip() == text for other in self.texts[:number])
         return text if place == 1 else f"{text} #{place}"
 
-    def is_listed(self, gap, listed, used):
-        """Whether a gap is among the exceptions, which then are used."""
-        number, kind, _ = gap
+    def listed(self, gap, listed, used):
+        """How many ways the list has for a gap; its entries then are used."""
+        number, kind, _, _ = gap
         place = (self.path.name, self.text(number))
         kinds = listed.get(place, {})
         accepted = [kind, "impossible"]
@@ -87,7 +89,7 @@ class File:
             accepted = ["artefact", "impossible"] + ([] if is_pure(self.path.name) else ["branch"])
         found = [name for name in accepted if name in kinds]
         used.update((place, name) for name in found)
-        return bool(found)
+        return sum(kinds[name] for name in found)
 
 
 def share(counts):
@@ -117,10 +119,10 @@ def main():
     status = 0
     for file in files:
         for gap in file.gaps:
-            is_listed = file.is_listed(gap, listed, used)
-            status = status if is_listed else 1
-            number, kind, what = gap
-            known = "listed" if is_listed else "NOT LISTED"
+            number, kind, what, ways = gap
+            allowed = file.listed(gap, listed, used)
+            known = "listed" if allowed == ways else f"LISTED AS {allowed}" if allowed else "NOT LISTED"
+            status = status if allowed == ways else 1
             print(f"{file.path}:{number}: {kind} {what}: {known}: {file.text(number)}")
     for place, kinds in listed.items():
         for kind in kinds:
