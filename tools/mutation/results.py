@@ -112,6 +112,6 @@ def _print_table(files):
 
 
 def _print_row(name, row, heads):
-    counted = row["killed"] + row["open"]
+    counted = row["run"] - row["invalid"]
     score = f"{100.0 * row['killed'] / counted:8.1f}%" if counted else f"{'-':>9}"
     print(f"{name:40}" + "".join(f"{row[head]:9}" for head in heads) + score)
