@@ -43,8 +43,8 @@ QString Differential::firstDifference(
                 .arg(number)
                 .arg(findings.text());
     }
-    qInfo("%s: %lld cases in %lld ms", subject, static_cast<long long>(compared),
-        static_cast<long long>(timer.elapsed()));
+    qInfo("%s: %lld of %lld cases, each for %d, in %lld ms", subject, static_cast<long long>(compared),
+        static_cast<long long>(end - first), cost, static_cast<long long>(timer.elapsed()));
     return compared > 0 || only >= 0
         ? QString()
         : QStringLiteral("%1: nothing is compared\n").arg(QLatin1String(subject));
