@@ -33,7 +33,7 @@ class Fuzz(unittest.TestCase):
         self.state.mkdir(parents=True)
         self.write("tools/setup.sh", SETUP)
         shutil.copy(ROOT / "tools/fuzz", self.root / "tools/fuzz")
-        for source in ("src/labels.cpp", "apps/cells.cpp", "tests/fuzz/fuzz_labels.cpp"):
+        for source in ("src/labels.cpp", "apps/cells.cpp", "tests/fuzz/fuzz_labels.cpp", "tests/fuzz/input.h"):
             self.write(source, "int first;\n")
         for name in ("labels", "cells"):
             self.write(f"tests/fuzz/corpus/{name}/seed", "1")
@@ -83,13 +83,16 @@ class Fuzz(unittest.TestCase):
         self.check("--anew --runs 1000 labels cells", 0, labels=(1000, 0, "this"), cells=(1000, 1000, "this"))
 
     def test_what_is_code(self):
-        """A corpus is no code, and the desk is code of those alone that read its tables."""
+        """A corpus is no code, a fuzzer none of others, and the desk is code of those alone that read its tables."""
         self.fuzz("--runs", "700", "labels", "cells")
         self.write("tests/fuzz/corpus/labels/found", "2")
         self.check("--runs 700 labels cells", 0, labels=(700, 700, "this"), cells=(700, 700, "this"))
+        self.write("tests/fuzz/fuzz_labels.cpp", "int second;\n")
+        self.check("--runs 700 labels cells", 1, labels=(700, 700, "other"), cells=(700, 700, "this"))
+        self.check("--anew --runs 700 labels", 0, labels=(700, 0, "this"))
         self.write("apps/cells.cpp", "int second;\n")
         self.check("--runs 700 labels cells", 1, labels=(700, 700, "this"), cells=(700, 700, "other"))
-        self.write("tests/fuzz/fuzz_labels.cpp", "int second;\n")
+        self.write("tests/fuzz/input.h", "int second;\n")
         self.check("--runs 700 labels", 1, labels=(700, 700, "other"))
 
     def test_unknown_code(self):
