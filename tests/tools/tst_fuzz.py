@@ -9,6 +9,11 @@ import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+LINKED = """#!/bin/bash
+echo src/labels.cpp
+echo tests/fuzz/input.h
+case $2 in *cells) echo apps/cells.cpp ;; *) echo tests/fuzz/fuzz_labels.cpp ;; esac
+"""
 SETUP = "build_packages=()\nneed_packages() { :; }\nconfigure_and_build() { :; }\n"
 FUZZER = """#!/bin/bash
 for option in "$@"; do [[ $option == -runs=* ]] && echo "stat::number_of_executed_units: ${option#-runs=}"; done
@@ -16,10 +21,10 @@ exit 0
 """
 CONTROL = """#!/bin/bash
 echo "deadly signal, heap-buffer-overflow, LeakSanitizer: detected, signed integer overflow"
-echo "division by zero, outside the range"
+echo "division by zero, outside the range, nobody has announced this"
 exit 1
 """
-CONTROLS = ("property", "memory", "leak", "overflow", "division", "cast", "library")
+CONTROLS = ("property", "memory", "leak", "overflow", "division", "cast", "library", "warning")
 
 
 class Fuzz(unittest.TestCase):
@@ -33,6 +38,7 @@ class Fuzz(unittest.TestCase):
         self.state.mkdir(parents=True)
         self.write("tools/setup.sh", SETUP)
         shutil.copy(ROOT / "tools/fuzz", self.root / "tools/fuzz")
+        self.write("tools/linked-sources", LINKED).chmod(0o755)
         for source in ("src/labels.cpp", "apps/cells.cpp", "tests/fuzz/fuzz_labels.cpp", "tests/fuzz/input.h"):
             self.write(source, "int first;\n")
         for name in ("labels", "cells"):
