@@ -20,6 +20,8 @@ TRAPS = (
 )  # fmt: skip
 MOC = "mocs_compilation.cpp"
 INCLUDE = re.compile(r'^#include [<"](?:plot2d/)?(\w+\.h)[>"]', re.MULTILINE)
+CONDITION = re.compile(r"^[ \t]*#[ \t]*if", re.MULTILINE)
+LINE_MARKER = re.compile(r'# (\d+) "(.*?)"')
 SYSTEM_INCLUDE = re.compile(r"^#include <(?:Q\w+|qwt_\w+\.h|[a-z_]+)>$", re.MULTILINE)
 
 
@@ -44,6 +46,38 @@ def including(header):
         found |= more
 
 
+def compile_commands():
+    """How the build compiles each source, without instruments."""
+    commands = {}
+    for entry in json.loads((BUILD / "compile_commands.json").read_text()):
+        arguments = shlex.split(entry["command"])
+        while not arguments[0].endswith(("++", "g++-12")):
+            arguments.pop(0)
+        commands[entry["file"]] = [a for a in arguments if a not in INSTRUMENTS]
+    return commands
+
+
+def compiled_lines(name, text):
+    """The numbers of a file's lines that the build compiles, None for all; the preprocessor leaves out the others."""
+    if not CONDITION.search(text):
+        return None
+    source = name if name.endswith(".cpp") else min(n for n in including(name) if n.endswith(".cpp"))
+    command = compile_commands()[str(SOURCES / source)]
+    command[command.index("-o") + 1] = "-"
+    command += ["-E", "-fdirectives-only"]
+    output = subprocess.run(command, cwd=BUILD, check=True, capture_output=True, text=True).stdout
+    lines = set()
+    file, number = "", 0
+    for line in output.split("\n"):
+        if marker := LINE_MARKER.match(line):
+            file, number = Path(marker[2]).name, int(marker[1])
+            continue
+        if file == name and line.strip():
+            lines.add(number)
+        number += 1
+    return lines
+
+
 class CompilationError(Exception):
     """A mutant that is no program."""
 
@@ -52,14 +86,7 @@ class Commands:
     """The commands of the build: without instruments, and with a precompiled header of others' headers."""
 
     def __init__(self):
-        entries = json.loads((BUILD / "compile_commands.json").read_text())
-        self.compile = {}
-        for entry in entries:
-            arguments = shlex.split(entry["command"])
-            while not arguments[0].endswith(("++", "g++-12")):
-                arguments.pop(0)
-            kept = [a for a in arguments if a not in INSTRUMENTS]
-            self.compile[str(Path(entry["file"]))] = kept[:1] + list(TRAPS) + kept[1:]
+        self.compile = {file: words[:1] + list(TRAPS) + words[1:] for file, words in compile_commands().items()}
         self.link = self.link_of(LIBRARY.resolve())
         self.header = self._precompiled_header()
 
