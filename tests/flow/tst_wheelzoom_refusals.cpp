@@ -26,6 +26,8 @@ private Q_SLOTS:
     void scalesWithoutARange();
     void boundsBeyondTheDoubles_data();
     void boundsBeyondTheDoubles();
+    void heightsBesideThePrices_data();
+    void heightsBesideThePrices();
     void rangesThatCannotBeDivided_data();
     void rangesThatCannotBeDivided();
     void canvasWithoutHeight();
@@ -156,6 +158,33 @@ void tst_wheelzoom_refusals::boundsBeyondTheDoubles()
         turn(-2 * notch, modifiers);
         compareUnchanged(prices, values);
     }
+}
+
+void tst_wheelzoom_refusals::heightsBesideThePrices_data()
+{
+    QTest::addColumn<QwtInterval>("values");
+    QTest::addColumn<bool>("zooms");
+    // Nine parts of the view lie above what keeps its place, and their product with its height is on the way.
+    QTest::newRow("with a ninefold") << QwtInterval(0.0, 2e307) << true;
+    QTest::newRow("without a ninefold") << QwtInterval(0.0, 1e308) << false;
+}
+
+void tst_wheelzoom_refusals::heightsBesideThePrices()
+{
+    QFETCH(QwtInterval, values);
+    QFETCH(bool, zooms);
+    addData(*m_plot, 0.0, 1.0, 0.0, 1.0);
+    const QwtInterval shown(0.0, 1.0);
+    show(shown, values);
+    putCursor(Place::Prices);
+    const double centre = valueAt(cursorOn(m_plot->axisWidget(QwtPlot::xBottom))).x();
+    turn(notch);
+    if (!zooms) {
+        compareUnchanged(shown, values);
+        return;
+    }
+    COMPARE_RANGES(prices(), zoomed(shown, centre, WheelFactors::in));
+    QCOMPARE(m_labels->count(), 1);
 }
 
 void tst_wheelzoom_refusals::rangesThatCannotBeDivided_data()
