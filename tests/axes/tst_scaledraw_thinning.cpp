@@ -338,7 +338,13 @@ void tst_scaledraw_thinning::overlapsOfTheClass()
 
     axis.setQuote(205, false);
     axis.updateCurKotirIndex({100, 200, 210});
-    QCOMPARE(axis.overlappedLabels({100, 200, 210}), (QList<Pair>{{200, 205}, {205, 210}}));
+    const QList<Pair> withQuote{{200, 205}, {205, 210}};
+    QCOMPARE(axis.overlappedLabels({100, 200, 210}), withQuote);
+    // Switched on, not yet known to be inside, and inside.
+    axis.setQuote(205, true);
+    QCOMPARE(axis.overlappedLabels({100, 200, 210}), withQuote);
+    axis.updateCurKotirStatus();
+    QCOMPARE(axis.overlappedLabels({100, 200, 210}), withQuote);
     // The index is the one found last, whatever the ticks are.
     QCOMPARE(axis.overlappedLabels({100, 200}), (QList<Pair>{{200, 205}}));
     QCOMPARE(axis.overlappedLabels({100}), QList<Pair>{});
