@@ -131,7 +131,7 @@ private:
     int m_axis;
     mutable QList<double> m_labelTicks;
     QFont m_font;
-    int m_labelMargin = 8;
+    int m_labelMargin;
     bool m_paintedOnce = false;
     int m_quoteFlags = 0;
     double m_quote = -1.0;

@@ -56,7 +56,7 @@ private:
     PriceBased2dPlot* m_plot;
     int m_axis;
     decimal m_rescaleFactor;
-    int m_strikePrecision = -1;
+    int m_strikePrecision;
     PriceBased2dPlotScaleDraw* m_scaleDraw = nullptr;
     /// Those of the last division made; inverted at first.
     mutable Arguments m_previous;

@@ -57,6 +57,7 @@ void tst_scaledraw_labels::constructed()
     QVERIFY(!draw.isCurKotirInside());
     QCOMPARE(draw.curKotirValue(), -1.0);
     QCOMPARE(draw.curKotirIndex(), -1);
+    QCOMPARE(draw.equalDigits(), -1);
     QVERIFY(!draw.isConversionEnabled());
 }
 

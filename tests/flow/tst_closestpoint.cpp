@@ -25,6 +25,7 @@ class tst_closestpoint : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void recordDefaults();
     void steps_data();
     void steps();
     void views_data();
@@ -35,6 +36,19 @@ private Q_SLOTS:
     void flatView();
     void randomSamples();
 };
+
+void tst_closestpoint::recordDefaults()
+{
+    const ClosestPointCalcParams params;
+    const double bounds[]
+        = {params.xMin, params.xMax, params.yMin, params.yMax, params.cursorX, params.cursorY};
+    for (const double bound : bounds)
+        QCOMPARE(bound, 0.0);
+    const ClosestPointParams nothing;
+    QVERIFY(!nothing.curve);
+    QCOMPARE(nothing.distance, -1.0);
+    QCOMPARE(nothing.index, -1);
+}
 
 void tst_closestpoint::steps_data()
 {

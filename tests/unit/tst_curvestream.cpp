@@ -53,6 +53,10 @@ void tst_curvestream::recordDefaults()
     QVERIFY(!params.isValid);
     QVERIFY(!params.isVisible);
     QCOMPARE(params.dataType, 0);
+    const PriceBased2dPlotPoint origin;
+    QCOMPARE(origin.x, 0.0);
+    QCOMPARE(origin.y, 0.0);
+    QVERIFY(!origin.marked);
     const PriceBased2dPlotPoint point{1.0, 2.0, true};
     QCOMPARE(point.x, 1.0);
     QCOMPARE(point.y, 2.0);
