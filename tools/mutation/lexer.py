@@ -21,12 +21,14 @@ CLASS_WORDS = {"class", "struct", "union", "enum"}
 
 @dataclass
 class Token:
-    """A token of a source text, and where it stands there."""
+    """A token of a source text, and where it stands there; a value is that of a constant, or what a member begins
+    with."""
 
     kind: str
     text: str
     start: int
     runs: bool = False
+    is_value: bool = False
 
     @property
     def end(self):
@@ -66,7 +68,8 @@ def closing(tokens, index):
 
 
 class _Marker:
-    """Marks what runs: the bodies of functions, what constructors initialise, and the values of constants."""
+    """Marks what runs: the bodies of functions, what constructors initialise, and what constants and members begin
+    with."""
 
     def __init__(self, tokens):
         self.tokens = tokens
@@ -83,7 +86,7 @@ class _Marker:
                 self.head = []
                 i += 1
             elif text == ";":
-                self._mark_constant(i)
+                self._mark_value(i)
                 i += 1
             elif text in ("(", "["):
                 end = closing(self.tokens, i)
@@ -149,11 +152,12 @@ class _Marker:
                 return k + 2
         return None
 
-    def _mark_constant(self, end):
+    def _mark_value(self, end):
+        """Behind a sign of equality, or in the braces right before the semicolon."""
         texts = self._texts()
-        if "=" in texts and ("constexpr" in texts or "const" in texts):
-            value = texts.index("=")
-            if "(" not in texts[:value] and "operator" not in texts and "using" not in texts:
-                for i in range(self.head[value] + 1, end):
-                    self.tokens[i].runs = True
+        sign = next((k for k, text in enumerate(texts) if text in ("=", "{")), len(texts))
+        begins = texts[sign : sign + 1] == ["="] or texts[sign:] and texts[-1] == "}"
+        if begins and "(" not in texts[:sign] and not {"operator", "using", "template"} & set(texts):
+            for i in range(self.head[sign] + 1, end):
+                self.tokens[i].runs = self.tokens[i].is_value = True
         self.head = []

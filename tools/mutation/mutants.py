@@ -29,7 +29,8 @@ NO_CALLS = {"Q_UNUSED", "Q_ASSERT", "Q_ASSERT_X", "static_assert", "Q_STATIC_ASS
 
 @dataclass(frozen=True)
 class Mutant:
-    """A change of the text from `start` to `end`; `scope` is the statement around it, as offsets."""
+    """A change of the text from `start` to `end`; `scope` is the statement around it, as offsets, and `is_value` tells
+    that it changes a constant, or what a member begins with."""
 
     file: str
     line: str
@@ -39,6 +40,7 @@ class Mutant:
     text: str
     number: int
     scope: tuple
+    is_value: bool
 
     @property
     def key(self):
@@ -119,6 +121,8 @@ class _Maker:
                 self._replace(i, "", "- removed")
         elif token.text == "?":
             self._choice(i, token)
+        elif token.text == "(" and self._begins_statement(i):
+            self._call(i)
 
     def _choice(self, i, token):
         """A choice by a plain name or call; the others are covered by the operators of their conditions."""
@@ -209,7 +213,14 @@ class _Maker:
                     break
                 k -= 1
             return self._text(k - 1) in ("if", "for", "while", "constexpr")
-        return before in (";", "{", "}", "else")
+        return before in (";", "{", "}", "else") or (before == ":" and self._ends_label(i - 1))
+
+    def _ends_label(self, i):
+        """Whether a colon ends the label of a case."""
+        i -= 1
+        while i > 0 and self._text(i) not in ("case", "default", ";", "{", "}", "?", ":", "("):
+            i -= 1
+        return self._text(i) in ("case", "default")
 
     def _call(self, i):
         if self.tokens[i].text in KEYWORDS or self.tokens[i].text in NO_CALLS:
@@ -227,8 +238,8 @@ class _Maker:
             else:
                 return
         if end < len(self.tokens) and self._text(end - 1) == ")" and self._text(i + 1) != ";":
-            name = self.tokens[i].text if self.tokens[i].text != "Q_EMIT" else self.tokens[i + 1].text
-            self._add(i, f"{name} removed", self.tokens[i].start, self.tokens[end - 1].end, "")
+            names = [token.text for token in self.tokens[i:end] if token.kind == "name" and token.text != "Q_EMIT"]
+            self._add(i, f"{names[0]} removed", self.tokens[i].start, self.tokens[end - 1].end, "")
 
     def _scope(self, i):
         """The offsets of the statement around a token."""
@@ -251,5 +262,6 @@ class _Maker:
             count = numbers[line, change] = numbers.get((line, change), 0) + 1
             if count > 1:
                 change = f"{change} #{count}"
-            result.append(Mutant(self.name, line, change, start, end, text, number + 1, self._scope(i)))
+            is_value = self.tokens[i].is_value or "constexpr" in line
+            result.append(Mutant(self.name, line, change, start, end, text, number + 1, self._scope(i), is_value))
         return result
