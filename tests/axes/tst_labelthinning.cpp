@@ -376,7 +376,7 @@ void tst_labelthinning::eachRoundMeasuresUpToTheSecondOverlap()
         return label(value, 21);
     };
     const Values candidates = everyTenth(8);
-    LabelThinning::thinned(candidates, {-1.0, -1, false}, measure);
+    LabelThinning::thinned(candidates, {}, measure);
     // The third label is the second overlap, from which on no other matters.
     const Values threeRounds = Values{10, 20, 30} + Values{20, 40, 60} + Values{40, 80};
     QCOMPARE(measured, threeRounds);
