@@ -126,6 +126,7 @@ QString Run::playPiece(int from, int to)
 QString Run::play(int from, int to)
 {
     MemoryWatch memory;
+    settle();
     for (int begin = from; begin < to; begin += plotLength) {
         const int end = std::min(begin + plotLength, to);
         QString broken = playPiece(begin, end);
