@@ -40,7 +40,13 @@ private Q_SLOTS:
     void strikesOfAnotherCode();
 
 private:
-    template <typename Prepare, typename Call> void bear(const Prepare& prepare, const Call& call);
+    /// Of a question nothing is kept.
+    template <typename Call> void bear(const Call& call) { check(exhaust(call)); }
+    template <typename Prepare, typename Call> void bear(const Prepare& prepare, const Call& call)
+    {
+        check(exhaust(prepare, call));
+    }
+    static void check(const Exhausted& found);
 
     std::unique_ptr<TestPlot> m_plot;
 };
@@ -64,10 +70,8 @@ void tst_allocationfaults_host::cleanup()
     TestHost::dropBoards();
 }
 
-template <typename Prepare, typename Call>
-void tst_allocationfaults_host::bear(const Prepare& prepare, const Call& call)
+void tst_allocationfaults_host::check(const Exhausted& found)
 {
-    const Exhausted found = exhaust(prepare, call);
     QVERIFY2(found.problem.isEmpty(), qPrintable(found.problem));
     QVERIFY(found.thrown > 0 || !AllocationFault::coversMalloc());
     qInfo("%ld of %ld faults have ended the call", found.thrown, found.allocations);
@@ -75,12 +79,11 @@ void tst_allocationfaults_host::bear(const Prepare& prepare, const Call& call)
 
 void tst_allocationfaults_host::futures()
 {
-    const auto nothing = [] {};
-    bear(nothing, [this] { return m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1); });
+    bear([this] { return m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1); });
     QVERIFY(m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1));
     m_plot->setIsinId(11);
     m_plot->setBoardId(2);
-    bear(nothing, [this] { return m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1); });
+    bear([this] { return m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1); });
     QVERIFY(m_plot->getFuture() == TestHost::recordAt(m_plot->securitiesTable(), 1));
 }
 
@@ -107,14 +110,13 @@ void tst_allocationfaults_host::pricesOfTheFuture()
 {
     PriceBased2dPlotPicker* picker = m_plot->createPicker();
     m_plot->setPriceInterval(whole);
-    bear([] {},
-        [&] {
-            picker->setPriceStep();
-            return m_plot->priceStep();
-        });
+    bear([&] {
+        picker->setPriceStep();
+        return m_plot->priceStep();
+    });
     QCOMPARE(m_plot->priceStep(), 1.0);
-    bear([] {}, [&] { return m_plot->getKotirFromFutureRecord(m_plot->getFuture()).toDouble(); });
-    bear([] {}, [&] { return m_plot->volatMinMax(m_plot->getFuture()); });
+    bear([&] { return m_plot->getKotirFromFutureRecord(m_plot->getFuture()).toDouble(); });
+    bear([&] { return m_plot->volatMinMax(m_plot->getFuture()); });
 }
 
 void tst_allocationfaults_host::plotPoints()
@@ -124,7 +126,7 @@ void tst_allocationfaults_host::plotPoints()
         m_plot->QwtPlot::setAxisScale(QwtPlot::xBottom, 95.0, 95.0 + width);
         m_plot->updateAxes();
         Manager manager(false, m_plot.get());
-        bear([] {}, [&] { return manager.calcPlotPoints(false); });
+        bear([&] { return manager.calcPlotPoints(false); });
         QVERIFY(manager.calcPlotPoints(false).size() > 2);
     }
 }
