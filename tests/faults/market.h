@@ -36,7 +36,8 @@ public:
         return names[part];
     }
 
-    Market()
+    /// With a point manager on a max-session model or on a base-code model.
+    explicit Market(bool hasSessions = false)
     {
         table = TestHost::createSecurities();
         boards = TestHost::createBoards();
@@ -50,7 +51,9 @@ public:
         picker = plot->createPicker();
         picker->initTimer();
         panner = plot->findChild<PriceBased2dPlotPanner*>();
-        manager = new PriceBased2dPlotPointManager(false, plot);
+        manager = new PriceBased2dPlotPointManager(hasSessions, plot);
+        // A max-session model has no base code before.
+        manager->setPlot(plot);
         model = manager->model();
         legend = new PriceBased2dPlotLegend(plot);
         legend->initCore();

@@ -1,6 +1,8 @@
 #include "faults/market.h"
 #include "support/testmain.h"
 
+#include <basic_models/strikebymaxsessionmodel.h>
+
 #include <functional>
 #include <memory>
 
@@ -60,6 +62,11 @@ void changeCode(Market& market)
     market.manager->setPlot(market.plot);
 }
 
+void addSession(Market&)
+{
+    addOption("155", {{"sess_id", 8}});
+}
+
 /// What sets the price interval off, and how often the manager announces one where the model tells of the
 /// strikes one after the other. The models of some hosts tell of all at once.
 struct Cause {
@@ -80,7 +87,7 @@ const QVector<Cause>& causes()
         {"a strike changes", &changeStrike, 1},
         {"the table is emptied", [](Market& market) { TestHost::clear(market.table); }, 1},
         {"the table goes", [](Market& market) { market.remove(Market::Securities); }, 1},
-        {"another code", &changeCode, 1},
+        {"another code", &changeCode, 1}, {"another session", &addSession, 1},
         {"descending",
             [](Market& market) {
                 market.model->sort(0, Qt::DescendingOrder);
@@ -96,9 +103,9 @@ struct Told {
     int changes = 0;
 };
 
-Told toldOf(const Cause& cause)
+Told toldOf(const Cause& cause, bool hasSessions)
 {
-    Market market;
+    Market market(hasSessions);
     Told told;
     const QObject listener;
     const auto change = [&told] { ++told.changes; };
@@ -132,6 +139,8 @@ QVector<Named> reactions()
     all.append({"empties", whileThere([](Market& market) { TestHost::clear(market.table); })});
     all.append({"changes a strike", whileThere(&changeStrike)});
     all.append({"changes the code", whileThere(&changeCode)});
+    all.append({"adds a session", whileThere(&addSession)});
+    all.append({"filters", whileThere([](Market& market) { market.manager->initCore(FilterParams{1, 2}); })});
     all.append({"turns the order", whileThere([](Market& market) {
                     market.model->sort(0, Qt::DescendingOrder);
                     market.manager->updatePriceInterval();
@@ -147,6 +156,12 @@ QVector<Named> reactions()
     return all;
 }
 
+/// What the name of a row says of the model.
+const char* suffixOf(bool hasSessions)
+{
+    return hasSessions ? ", sessions" : "";
+}
+
 const QVector<Named>& reaction()
 {
     static const QVector<Named> all = reactions();
@@ -160,7 +175,6 @@ class tst_changesmeanwhile : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_market = std::make_unique<Market>(); }
     void cleanup() { m_market.reset(); }
 
     void announcementsOfACause_data();
@@ -177,31 +191,37 @@ private:
 void tst_changesmeanwhile::announcementsOfACause_data()
 {
     QTest::addColumn<int>("cause");
-    for (int cause = 0; cause < causes().size(); ++cause)
-        QTest::newRow(causes().at(cause).name) << cause;
+    QTest::addColumn<bool>("hasSessions");
+    for (int cause = 0; cause < causes().size(); ++cause) {
+        for (const bool hasSessions : {false, true})
+            QTest::addRow("%s%s", causes().at(cause).name, suffixOf(hasSessions)) << cause << hasSessions;
+    }
 }
 
 // At each of them a listener may do what it should not: duringAnInterval() goes through them.
 void tst_changesmeanwhile::announcementsOfACause()
 {
     QFETCH(int, cause);
-    m_market.reset();
-    const Told told = toldOf(causes().at(cause));
+    QFETCH(bool, hasSessions);
+    const Told told = toldOf(causes().at(cause), hasSessions);
     QCOMPARE(told.announcements, told.changes > 1 ? causes().at(cause).announcements : 1);
 }
 
 void tst_changesmeanwhile::duringAnInterval_data()
 {
     QTest::addColumn<int>("cause");
+    QTest::addColumn<bool>("hasSessions");
     QTest::addColumn<int>("does");
     QTest::addColumn<int>("when");
-    for (int cause = 0; cause < causes().size(); ++cause) {
-        const int announcements = toldOf(causes().at(cause)).announcements;
+    for (int row = 0; row < 2 * causes().size(); ++row) {
+        const int cause = row / 2;
+        const bool hasSessions = row % 2 == 1;
+        const int announcements = toldOf(causes().at(cause), hasSessions).announcements;
         for (int does = 0; does < reaction().size(); ++does) {
             for (int when = 1; when <= announcements; ++when)
-                QTest::addRow(
-                    "%s: %s at announcement %d", causes().at(cause).name, reaction().at(does).name, when)
-                    << cause << does << when;
+                QTest::addRow("%s%s: %s at announcement %d", causes().at(cause).name, suffixOf(hasSessions),
+                    reaction().at(does).name, when)
+                    << cause << hasSessions << does << when;
         }
     }
 }
@@ -217,8 +237,10 @@ void tst_changesmeanwhile::checkInterval()
     QCOMPARE(m_market->plot->priceInterval(), told);
     TestPlot other;
     other.setBaseCode(m_market->plot->baseCode());
-    PriceBased2dPlotPointManager found(false, &other);
+    const bool hasSessions = qobject_cast<StrikeByMaxSessionModel*>(m_market->model) != nullptr;
+    PriceBased2dPlotPointManager found(hasSessions, &other);
     QVERIFY(found.model());
+    found.initCore(m_market->manager->filterParams());
     found.model()->setBaseCode(m_market->model->baseCode());
     found.model()->sort(0, Qt::AscendingOrder);
     found.updatePriceInterval();
@@ -228,8 +250,10 @@ void tst_changesmeanwhile::checkInterval()
 void tst_changesmeanwhile::duringAnInterval()
 {
     QFETCH(int, cause);
+    QFETCH(bool, hasSessions);
     QFETCH(int, does);
     QFETCH(int, when);
+    m_market = std::make_unique<Market>(hasSessions);
     Market& market = *m_market;
     int calls = 0;
     const QObject listener;

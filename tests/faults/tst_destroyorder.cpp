@@ -89,6 +89,7 @@ void tst_destroyorder::use(Market& market)
     if (market.table)
         addOption(QByteArray::number(++strike).constData());
     if (market.manager) {
+        market.manager->initCore(FilterParams{1, 2});
         market.manager->updatePriceInterval();
         market.manager->calcPlotPoints(true);
         market.manager->setPlot(market.plot);
@@ -146,7 +147,7 @@ void tst_destroyorder::anyOrder()
         order[i] = Market::Part(i);
     for (int i = 0; i < orders; ++i) {
         std::shuffle(order.begin(), order.end(), random);
-        Market market;
+        Market market(i % 4 > 1);
         if (i % 2) {
             market.plot->show();
             QVERIFY(QTest::qWaitForWindowExposed(market.plot));
@@ -177,9 +178,11 @@ void tst_destroyorder::checkPrices(Market& market)
     if (!market.manager)
         return;
     if (market.model && market.table) {
-        const double last = market.model->strike(market.model->rowCount() - 1).toDouble();
-        QVERIFY(last > 200.0);
-        QCOMPARE(market.manager->interval(), (PriceInterval{100.0, last, 1.0, true}));
+        const int last = market.model->rowCount() - 1;
+        const double highest = market.model->strike(last).toDouble();
+        QVERIFY(highest > 200.0);
+        const double step = market.model->strike(last - 1).toDouble() > 200.0 ? 1.0 : 10.0;
+        QCOMPARE(market.manager->interval(), (PriceInterval{100.0, highest, step, true}));
     } else if (market.model) {
         QCOMPARE(market.manager->interval(), PriceInterval());
     }
@@ -197,6 +200,8 @@ void tst_destroyorder::checkCurves(Market& market)
     QCOMPARE(market.legend->findChildren<QCheckBox*>().size(), curves.size() + 1);
     for (const PriceBased2dPlotCurve* curve : curves) {
         const QString title = curve->title().text();
+        // A curve may have been shown and hidden by others since.
+        market.legend->setCheckBoxChecked(title, true);
         market.legend->setCheckBoxChecked(title, false);
         QVERIFY2(!curve->isVisible(), qPrintable(title));
         market.legend->setCheckBoxChecked(title, true);
@@ -209,12 +214,17 @@ void tst_destroyorder::pairs_data()
 {
     QTest::addColumn<int>("first");
     QTest::addColumn<int>("second");
+    QTest::addColumn<bool>("hasSessions");
+    QTest::addColumn<quint64>("seedOfRow");
+    quint64 seedOfRow = seed;
     for (int first = 0; first < Market::PartCount; ++first) {
         for (int second = 0; second < Market::PartCount; ++second) {
-            if (second != first)
-                QTest::addRow(
-                    "%s, then %s", Market::nameOf(Market::Part(first)), Market::nameOf(Market::Part(second)))
-                    << first << second;
+            if (second == first)
+                continue;
+            for (const bool hasSessions : {false, true})
+                QTest::addRow("%s, then %s%s", Market::nameOf(Market::Part(first)),
+                    Market::nameOf(Market::Part(second)), hasSessions ? ", sessions" : "")
+                    << first << second << hasSessions << seedOfRow++;
         }
     }
 }
@@ -224,9 +234,11 @@ void tst_destroyorder::pairs()
 {
     QFETCH(int, first);
     QFETCH(int, second);
-    std::mt19937_64 random(seed);
+    QFETCH(bool, hasSessions);
+    QFETCH(quint64, seedOfRow);
+    std::mt19937_64 random(seedOfRow);
     const Order order{Market::Part(first), Market::Part(second)};
-    Market market;
+    Market market(hasSessions);
     market.plot->show();
     destroy(market, order, 2, random);
     QCOMPARE(market.parts(), Market::partsWithout({order[0], order[1]}));
