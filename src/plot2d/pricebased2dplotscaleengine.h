@@ -37,8 +37,8 @@ public:
     int strikePrecision() const { return m_strikePrecision; }
 
     /// Links the scale draw that says whether labels can still be told apart. With one, an engine of the
-    /// vertical axis (axis 0) keeps its previous, wider division while auto-scale is off. Not owned; the plot
-    /// sets none.
+    /// vertical axis (axis 0) keeps its previous, wider division while auto-scale is off. Not owned: link
+    /// another or null before it is deleted, as by an axis that gets another draw. The plot sets none.
     void setScaleDraw(PriceBased2dPlotScaleDraw* scaleDraw) { m_scaleDraw = scaleDraw; }
 
 private:
