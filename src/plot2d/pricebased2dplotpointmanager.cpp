@@ -146,7 +146,7 @@ QList<double> PriceBased2dPlotPointManager::calcPlotPoints(bool force)
         return QList<double>();
     const QList<double> base = minStepPoints(first, last, prices.minStep);
     const double priceStep = m_plot->priceStep();
-    if (priceStep < 0.0 || isFuzzyZero(priceStep))
+    if (!(priceStep > 0.0) || isFuzzyZero(priceStep))
         return QList<double>();
 
     const double width = view.high - view.low;

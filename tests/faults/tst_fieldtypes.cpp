@@ -99,6 +99,8 @@ private Q_SLOTS:
     void volatility();
     void priceStep_data() { everyColumn(); }
     void priceStep();
+    void priceStepThatIsNoNumber_data();
+    void priceStepThatIsNoNumber();
     void interval_data() { everyColumn(); }
     void interval();
     void intervalOfASession_data() { everyColumn(); }
@@ -260,6 +262,33 @@ void tst_fieldtypes::priceStep()
     QCOMPARE(answer(refresh), expected);
     if (expected == thrown)
         QCOMPARE(plot->priceStep(), -1.0);
+    QCOMPARE(stateOf(*plot), state);
+}
+
+void tst_fieldtypes::priceStepThatIsNoNumber_data()
+{
+    QTest::addColumn<double>("step");
+    for (const double step : {qQNaN(), qInf(), -qInf()})
+        QTest::addRow("%f", step) << step;
+}
+
+// It rounds nothing, and gives no points.
+void tst_fieldtypes::priceStepThatIsNoNumber()
+{
+    QFETCH(double, step);
+    const auto plot
+        = makePlot({QLatin1String(securities), QStringLiteral("price_step"), FieldType::Double, false});
+    plot->setBaseCode(code);
+    PriceBased2dPlotPicker* picker = plot->createPicker();
+    Manager manager(false, plot.get());
+    picker->setPriceStep();
+    QVERIFY(!manager.calcPlotPoints(true).isEmpty());
+    const QStringList state = stateOf(*plot);
+    TestHost::changeRow(TestHost::recordAt(plot->securitiesTable(), 1), {{"price_step", step}});
+    picker->setPriceStep();
+    QCOMPARE(plot->priceStep(), step);
+    QCOMPARE(plot->roundedXValue(101.3), 101.3);
+    QVERIFY(manager.calcPlotPoints(true).isEmpty());
     QCOMPARE(stateOf(*plot), state);
 }
 

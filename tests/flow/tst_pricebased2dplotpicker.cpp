@@ -98,6 +98,8 @@ void tst_pricebased2dplotpicker::priceSteps_data()
     QTest::newRow("32 bits") << FieldType::Int32 << QVariant(3) << 3.0;
     QTest::newRow("64 bits") << FieldType::Int64 << QVariant(5000000000LL) << 5e9;
     QTest::newRow("double") << FieldType::Double << QVariant(0.1) << 0.1;
+    for (const double none : {qQNaN(), qInf(), -qInf()})
+        QTest::addRow("double, %f", none) << FieldType::Double << QVariant(none) << none;
     QTest::newRow("decimal") << FieldType::Decimal << QVariant("0.25") << 0.25;
     QTest::newRow("null decimal") << FieldType::Decimal << QVariant() << 0.0;
     QTest::newRow("null integer") << FieldType::Int32 << QVariant() << 0.0;

@@ -252,6 +252,13 @@ void tst_securityquote::volatilityBounds_data()
     row("both below the floor", 1e-6, 2e-6, 1e-5, 1e-5);
     row("on the floor", 1e-5, 2e-5, 1e-5, 2e-5);
     row("lower zero, upper below the default minimum", 0.0, lowest / 2.0, lowest, lowest);
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    row("lower NaN", none, 0.3, 1e-5, 0.3);
+    row("upper NaN", 0.2, none, 0.2, 0.2);
+    row("both NaN", none, none, 1e-5, 1e-5);
+    row("lower infinite, negative", -infinity, 0.3, 1e-5, 0.3);
+    row("upper infinite", 0.2, infinity, 0.2, infinity);
+    row("upper infinite, negative", 0.2, -infinity, 0.2, 0.2);
     row("wider than the defaults", lowest / 2.0, highest * 2.0, lowest / 2.0, highest * 2.0);
 }
 
