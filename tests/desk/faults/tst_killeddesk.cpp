@@ -65,36 +65,58 @@ int databaseVersion(const QDir& folder)
     if (chain->series.size() != whole.series.size())
         return broken;
     for (int i = 0; i < whole.series.size(); ++i) {
-        if (chain->series.at(i).forward != whole.series.at(i).forward
-            || chain->series.at(i).quotes.size() != whole.series.at(i).quotes.size())
+        if (!Versions::isSame(chain->series.at(i), whole.series.at(i)))
             return broken;
     }
     return version;
 }
 
-int exportVersion(const QDir& folder)
+int tableVersion(const QDir& folder)
 {
-    QFile file(folder.filePath(Versions::exportFile()));
+    QFile file(folder.filePath(Versions::tableFile()));
     if (!file.open(QIODevice::ReadOnly))
         return 0;
     const QByteArray text = file.readAll();
-    // All versions are of the size of the first one that was seen.
-    static int size = 0;
-    if (!size)
-        size = text.size();
-    const bool isWhole = text.size() == size && text.count('\n') > 150 && text.endsWith("\r\n");
-    return isWhole ? text.left(text.indexOf(',')).toInt() : broken;
+    // Behind the title all versions are the first one that was seen.
+    static QByteArray same;
+    const int end = text.indexOf(',');
+    if (same.isEmpty())
+        same = text.mid(end);
+    const bool isWhole = text.mid(end) == same && text.count('\n') > 150 && text.endsWith("\r\n");
+    return isWhole ? text.left(end).toInt() : broken;
+}
+
+int pictureVersion(const QDir& folder)
+{
+    QFile file(folder.filePath(Versions::pictureFile()));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray bytes = file.readAll();
+    // The chunk that ends each picture.
+    if (!bytes.endsWith("IEND\xae\x42\x60\x82"))
+        return broken;
+    const QImage picture = QImage::fromData(bytes, "PNG");
+    return picture.isNull() ? broken : Versions::versionOf(picture.size());
+}
+
+QStringList filesOf(const QTemporaryDir& folder)
+{
+    return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden);
 }
 
 struct Kind {
     const char* name;
+    /// What it is stored in; what is left unfinished is named after it.
+    QString file;
     std::function<int(const QDir&)> version;
 };
 
 const QVector<Kind>& kinds()
 {
-    static const QVector<Kind> all{{"settings", &settingsVersion}, {"positions", &positionsVersion},
-        {"import", &databaseVersion}, {"export", &exportVersion}};
+    static const QVector<Kind> all{{"settings", Versions::settingsFile(), &settingsVersion},
+        {"positions", Versions::positionsFile(), &positionsVersion},
+        {"import", Versions::database(), &databaseVersion}, {"table", Versions::tableFile(), &tableVersion},
+        {"picture", Versions::pictureFile(), &pictureVersion}};
     return all;
 }
 
@@ -161,10 +183,15 @@ void tst_killeddesk::keepsWhatIsStored()
     const QTemporaryDir folder;
     int last = 0;
     int untold = 0;
-    int leftOver = 0;
+    int unfinished = 0;
     for (int i = 0; i < kills; ++i) {
+        const QStringList before = filesOf(folder);
         const int told = runAndKill(one.name, folder.path(), last);
-        leftOver += QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size() > 1 ? 1 : 0;
+        const QStringList after = filesOf(folder);
+        for (const QString& name : after) {
+            QVERIFY2(name.startsWith(one.file), qPrintable(name));
+            unfinished += name != one.file && !before.contains(name) ? 1 : 0;
+        }
         const int stored = one.version(QDir(folder.path()));
         // One may be stored without the time to tell of it.
         QVERIFY2(stored == told || stored == told + 1,
@@ -176,9 +203,11 @@ void tst_killeddesk::keepsWhatIsStored()
         untold += stored != told ? 1 : 0;
         last = stored;
     }
-    qInfo("%d kills after %d versions, %d of them stored but not told of, %d with files left over", kills,
-        last, untold, leftOver);
+    qInfo("%d kills after %d versions, %d of them stored but not told of; %d unfinished files", kills, last,
+        untold, unfinished);
     QVERIFY(last > 0);
+    // Of few kills none may fall between the beginning of a write and what is told of it.
+    QVERIFY(unfinished + untold > 0 || kills < 100);
 }
 
 PLOT2D_TEST_MAIN(tst_killeddesk)

@@ -44,14 +44,14 @@ Writer importer(const QString& fileName)
     return [data](int version) { return data->import(Versions::chain(version), 0) > 0; };
 }
 
-Writer exporter(const QString& fileName)
+Writer exporter(ExportFormat format, const QString& fileName)
 {
     const auto data = std::make_shared<DeskData>(QString());
     const auto window = std::make_shared<DeskWindow>(*data, DeskView::Volatility);
     window->showSeries(data->import(DeskTest::quotedChain(), 0), SeriesFacts());
-    return [data, window, fileName](int version) {
-        const ExportOptions how{QSize(600, 400), 1, Versions::tableTitle(version), nullptr};
-        PlotExport::save(*window->plot(), ExportFormat::Csv, how, fileName);
+    return [data, window, format, fileName](int version) {
+        const ExportOptions how{Versions::pictureSize(version), 1, Versions::tableTitle(version), nullptr};
+        PlotExport::save(*window->plot(), format, how, fileName);
         return true;
     };
 }
@@ -64,13 +64,15 @@ Writer writerOf(const QString& what, const QDir& folder)
         return positionsWriter(folder.filePath(Versions::positionsFile()));
     if (what == QLatin1String("import"))
         return importer(folder.filePath(Versions::database()));
-    return exporter(folder.filePath(Versions::exportFile()));
+    if (what == QLatin1String("table"))
+        return exporter(ExportFormat::Csv, folder.filePath(Versions::tableFile()));
+    return exporter(ExportFormat::Png, folder.filePath(Versions::pictureFile()));
 }
 
 }
 
 /// Stores versions without end, from a number on, and tells of each that is stored in a line with its number.
-/// Arguments: what is stored (settings, positions, import or export), the folder, the first number.
+/// Arguments: what is stored (settings, positions, import, table or picture), the folder, the first number.
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);

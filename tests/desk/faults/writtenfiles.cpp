@@ -15,6 +15,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 namespace {
 
 QString reason(const std::function<void()>& act)
@@ -110,11 +112,26 @@ OptionChain WrittenFiles::chainOf(int version)
 {
     OptionChain chain = DeskTest::quotedChain();
     chain.series.first().forward = 100.0 + version;
+    for (OptionQuote& quote : chain.series.first().quotes)
+        quote.last = decimal::fromUnits(version, 2);
     for (int month = 5; month < 9; ++month) {
         chain.series.append(chain.series.first());
         chain.series.last().expiry = QDate(2024, month, 2);
     }
     return chain;
+}
+
+namespace {
+
+bool showsTheSame(const OptionSeries& a, const OptionSeries& b)
+{
+    return a.forward == b.forward
+        && std::equal(a.quotes.cbegin(), a.quotes.cend(), b.quotes.cbegin(), b.quotes.cend(),
+            [](const OptionQuote& one, const OptionQuote& other) {
+                return one.type == other.type && one.strike == other.strike && one.last == other.last;
+            });
+}
+
 }
 
 WrittenFiles::Kind WrittenFiles::database()
@@ -134,9 +151,9 @@ WrittenFiles::Kind WrittenFiles::database()
                 return;
             }
             for (const int one : {1, 2}) {
-                const bool isWhole = chain->series.size() == chainOf(one).series.size()
-                    && chain->series.last().quotes.size() == chainOf(one).series.last().quotes.size();
-                if (isWhole && chain->series.last().forward == 100.0 + one)
+                const OptionChain whole = chainOf(one);
+                if (std::equal(chain->series.cbegin(), chain->series.cend(), whole.series.cbegin(),
+                        whole.series.cend(), &showsTheSame))
                     version = one;
             }
         });
