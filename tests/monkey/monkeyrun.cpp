@@ -119,6 +119,7 @@ QString Run::playPiece(int from, int to)
         m_digest = digested(m_digest, after);
         before = after;
     }
+    executor.releaseButtons();
     m_tally.interventions += host.interventions();
     return QString();
 }

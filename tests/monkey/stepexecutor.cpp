@@ -37,6 +37,15 @@ void StepExecutor::run(const Step& step)
     std::visit([this](const auto& one) { perform(one); }, step);
 }
 
+void StepExecutor::releaseButtons()
+{
+    m_plot.show();
+    for (unsigned button = Qt::LeftButton; m_buttons != Qt::NoButton; button <<= 1U) {
+        if (m_buttons.testFlag(Qt::MouseButton(button)))
+            perform(Release{{}, Qt::MouseButton(button)});
+    }
+}
+
 QPointF StepExecutor::resolved(const Place& place) const
 {
     const QRectF window = m_plot.rect();

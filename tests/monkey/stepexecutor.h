@@ -17,6 +17,8 @@ public:
     explicit StepExecutor(Host& host);
 
     void run(const Step& step);
+    /// Qt knows of pressed buttons for the whole process, so that they would change what another plot does.
+    void releaseButtons();
 
 private:
     void perform(const Press& step);
