@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <cstdio>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace Monkey {
@@ -29,7 +30,7 @@ QString tooMuch(qint64 growth, qint64 most)
 }
 
 const qint64 MemoryWatch::mostAtOnce = 256 * mebibyte + ofSanitizer;
-const qint64 MemoryWatch::mostInTheLongRun = 16 * mebibyte + ofSanitizer;
+const qint64 MemoryWatch::mostInTheLongRun = 8 * mebibyte + ofSanitizer;
 
 qint64 residentMemory()
 {
@@ -55,6 +56,8 @@ QString MemoryWatch::afterStep() const
 
 QString MemoryWatch::betweenPlots()
 {
+    // What is free, but lies among what is not, belongs to nobody.
+    malloc_trim(0);
     const qint64 now = residentMemory();
     if (m_afterFirstPlot == 0)
         m_afterFirstPlot = now;

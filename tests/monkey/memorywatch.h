@@ -14,8 +14,8 @@ qint64 residentMemory();
 /// tens of MiB; what runs away passes any bound.
 ///
 /// Between plots, when all of one is deleted and the next not yet made, it may have grown by mostInTheLongRun
-/// since the first plot went, which leaves fonts, styles and caches behind. A leak of 200 bytes in a step
-/// comes to 20 MB in the 100,000 steps of the tests.
+/// since the first plot went, which leaves fonts, styles and caches behind. A leak of 100 bytes in a step
+/// comes to 10 MB in the 100,000 steps of the tests.
 ///
 /// Under AddressSanitizer what is freed stays in quarantine (256 MiB) and every block has a red zone around
 /// it, so that the bounds are larger by that.

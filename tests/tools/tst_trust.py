@@ -140,7 +140,7 @@ class Trust(unittest.TestCase):
         self.check([False, False], "cycles", say.format(1000), 1)
         self.check([False, False], "cycles", PASSED)
 
-    def faults(self, orders=(100,), kills=(20, 20, 20, 20), more=PASSED):
+    def faults(self, orders=(100,), kills=(20, 20, 20, 20, 20), more=PASSED):
         """The output of both rooms."""
         lines = [f"3: QINFO  : tst_destroyorder::survives() {count} orders\n" for count in orders]
         told = [f"4: QINFO  : tst_killeddesk::keeps() {count} kills after 30 versions\n" for count in kills]
@@ -153,8 +153,8 @@ class Trust(unittest.TestCase):
         self.check([False, False], "faults", self.faults(), is_long=True)
         self.check([True, True], "faults", self.faults((5000,), (100,) * 4), is_long=True)
         self.check([False, True], "faults", self.faults(orders=()))
-        self.check([True, False], "faults", self.faults(kills=(20, 20, 20, 0)))
-        self.check([True, False], "faults", self.faults(kills=(20, 20, 20)))
+        self.check([True, False], "faults", self.faults(kills=(20, 20, 20, 20, 0)))
+        self.check([True, False], "faults", self.faults(kills=(20, 20, 20, 20)))
         self.check([False, False], "faults", self.faults(more=PASSED + SKIPPED))
         self.check([False, False], "faults", self.faults(more=""))
 
