@@ -63,11 +63,15 @@ void LegendCheckBox::paintEvent(QPaintEvent* event)
     }
     if (m_picture.size() != size() * devicePixelRatioF())
         m_picture = drawn(option);
+    if (!paintPicture())
+        QCheckBox::paintEvent(event);
+}
+
+bool LegendCheckBox::paintPicture()
+{
     QPainter painter(this);
-    if (isOnPixelsOf(*this, painter)) {
-        painter.drawPixmap(0, 0, m_picture);
-        return;
-    }
-    painter.end();
-    QCheckBox::paintEvent(event);
+    if (!isOnPixelsOf(*this, painter))
+        return false;
+    painter.drawPixmap(0, 0, m_picture);
+    return true;
 }

@@ -34,6 +34,8 @@ private:
 
     bool isSettled() const;
     QPixmap drawn(const QStyleOptionButton& option) const;
+    /// False where the picture does not lie on whole pixels.
+    bool paintPicture();
 
     std::optional<Look> m_look;
     QPixmap m_picture;

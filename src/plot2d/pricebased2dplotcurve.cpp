@@ -12,6 +12,7 @@
 #include <qwt_text.h>
 
 #include <algorithm>
+#include <type_traits>
 
 const QColor PriceBased2dPlotCurve::CurKotirCurveColor(Qt::red);
 
@@ -140,9 +141,8 @@ void PriceBased2dPlotCurve::write(QDataStream& stream) const
 
 void PriceBased2dPlotCurve::read(QDataStream& stream, CurveParams& params)
 {
-    qint32 dataType = 0;
-    stream >> params.isValid >> params.isVisible >> dataType;
-    params.dataType = dataType;
+    static_assert(std::is_same_v<decltype(params.dataType), qint32>);
+    stream >> params.isValid >> params.isVisible >> params.dataType;
     if (stream.status() != QDataStream::Ok)
         params = CurveParams();
 }

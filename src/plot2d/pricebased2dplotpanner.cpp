@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr int allAxes[] = {QwtPlot::yLeft, QwtPlot::yRight, QwtPlot::xBottom, QwtPlot::xTop};
+
 PanLimits::Axis axisOf(const PriceBased2dPlot& plot, int axis)
 {
     const QwtScaleDiv& division = plot.axisScaleDiv(axis);
@@ -130,7 +132,7 @@ bool PriceBased2dPlotPanner::canMove(int dx, int dy) const
 {
     if (dx == 0 && dy == 0)
         return true;
-    for (int axis = 0; axis < QwtPlot::axisCnt; ++axis) {
+    for (const int axis : allAxes) {
         if (!isAxisEnabled(axis) || !QtVersions::isAxisVisible(*m_plot, axis))
             continue;
         const QwtInterval range = movedRange(*m_plot, axis, dx, dy);
@@ -146,7 +148,7 @@ QList<int> PriceBased2dPlotPanner::holdAxes(int dx, int dy)
     // Qwt's panner moves the hidden axes too, whatever comes out: on a canvas without height a hidden
     // vertical axis has no pixels to map its values to.
     QList<int> held;
-    for (int axis = 0; axis < QwtPlot::axisCnt; ++axis) {
+    for (const int axis : allAxes) {
         if (isAxisEnabled(axis) && !isDivisible(*m_plot, axis, movedRange(*m_plot, axis, dx, dy))) {
             setAxisEnabled(axis, false);
             held << axis;

@@ -57,8 +57,9 @@ std::optional<QColor> StyledBackground::painted(
     image.fill(Qt::transparent);
     QStyleOption whole = option;
     whole.rect = QRect(QPoint(0, 0), size);
-    QPainter painter(&image);
-    widget.style()->drawPrimitive(QStyle::PE_Widget, &whole, &painter, &widget);
-    painter.end();
+    {
+        QPainter painter(&image);
+        widget.style()->drawPrimitive(QStyle::PE_Widget, &whole, &painter, &widget);
+    }
     return uniformColor(image);
 }

@@ -151,7 +151,7 @@ class Trust(unittest.TestCase):
         self.check([True, True], "faults", self.faults())
         self.check([False, False], "faults", self.faults(), 8)
         self.check([False, False], "faults", self.faults(), is_long=True)
-        self.check([True, True], "faults", self.faults((5000,), (100,) * 4), is_long=True)
+        self.check([True, True], "faults", self.faults((5000,), (100,) * 5), is_long=True)
         self.check([False, True], "faults", self.faults(orders=()))
         self.check([True, False], "faults", self.faults(kills=(20, 20, 20, 20, 0)))
         self.check([True, False], "faults", self.faults(kills=(20, 20, 20, 20)))

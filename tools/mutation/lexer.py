@@ -17,6 +17,7 @@ PATTERN = re.compile(
 OPENING = {"(": ")", "[": "]", "{": "}"}
 ACCESS = {"public", "private", "protected", "Q_SLOTS", "Q_SIGNALS"}
 CLASS_WORDS = {"class", "struct", "union", "enum"}
+ZEROS = {"0", "0.0", "false", "nullptr"}
 
 
 @dataclass
@@ -36,8 +37,9 @@ class Token:
         return self.start + len(self.text)
 
 
-def tokens_of(source):
-    """The tokens of a text, without space, comments and directives; those that run are marked."""
+def tokens_of(source, is_private):
+    """The tokens of a text, without space, comments and directives; those that run are marked. So is what members begin
+    with, but for the zeros of a private record's fields: {} would give them as well, and who makes one sets them all."""
     tokens = []
     offset = 0
     while offset < len(source):
@@ -50,7 +52,7 @@ def tokens_of(source):
         if kind not in ("space", "comment", "directive"):
             tokens.append(Token(kind, text, offset))
         offset = match.end()
-    _Marker(tokens).mark()
+    _Marker(tokens, is_private).mark()
     return tokens
 
 
@@ -71,8 +73,9 @@ class _Marker:
     """Marks what runs: the bodies of functions, what constructors initialise, and what constants and members begin
     with."""
 
-    def __init__(self, tokens):
+    def __init__(self, tokens, is_private):
         self.tokens = tokens
+        self.is_private = is_private
         self.head = []
 
     def mark(self):
@@ -156,8 +159,10 @@ class _Marker:
         """Behind a sign of equality, or in the braces right before the semicolon."""
         texts = self._texts()
         sign = next((k for k, text in enumerate(texts) if text in ("=", "{")), len(texts))
+        is_zero = len(texts[sign + 1 :]) == 1 and texts[-1] in ZEROS and not texts[sign - 1].startswith("m_")
+        is_zero = is_zero and self.is_private and not {"const", "constexpr"} & set(texts)
         begins = texts[sign : sign + 1] == ["="] or texts[sign:] and texts[-1] == "}"
-        if begins and "(" not in texts[:sign] and not {"operator", "using", "template"} & set(texts):
+        if begins and not is_zero and "(" not in texts[:sign] and not {"operator", "using", "template"} & set(texts):
             for i in range(self.head[sign] + 1, end):
                 self.tokens[i].runs = self.tokens[i].is_value = True
         self.head = []

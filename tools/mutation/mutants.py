@@ -61,7 +61,7 @@ class _Maker:
     def __init__(self, name, source):
         self.name = name
         self.source = source
-        self.tokens = tokens_of(source)
+        self.tokens = tokens_of(source, name.endswith(("_p.h", ".cpp")))
         self.found = []
         self.skipped = self._skipped()
 
