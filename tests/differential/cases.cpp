@@ -29,6 +29,7 @@ QString Differential::firstDifference(
     const qint64 first = std::max<qint64>(only, 0);
     const qint64 end = only >= 0 ? only + 1 : std::max<qint64>(usual / cost, 1);
     qint64 compared = 0;
+    qint64 leftOut = 0;
     QElapsedTimer timer;
     timer.start();
     for (qint64 number = first; number < end; ++number) {
@@ -36,6 +37,7 @@ QString Differential::firstDifference(
         Findings findings;
         run(random, findings);
         compared += findings.comparisons() > 0 ? 1 : 0;
+        leftOut += findings.leftOut();
         if (findings.differ())
             return QStringLiteral("%1, seed %2, PLOT2D_CASE=%3\n%4")
                 .arg(QLatin1String(subject))
@@ -43,8 +45,9 @@ QString Differential::firstDifference(
                 .arg(number)
                 .arg(findings.text());
     }
-    qInfo("%s: %lld of %lld cases, each for %d, in %lld ms", subject, static_cast<long long>(compared),
-        static_cast<long long>(end - first), cost, static_cast<long long>(timer.elapsed()));
+    qInfo("%s: %lld of %lld cases, each for %d, in %lld ms, %lld comparisons left out", subject,
+        static_cast<long long>(compared), static_cast<long long>(end - first), cost,
+        static_cast<long long>(timer.elapsed()), static_cast<long long>(leftOut));
     return compared > 0 || only >= 0
         ? QString()
         : QStringLiteral("%1: nothing is compared\n").arg(QLatin1String(subject));

@@ -22,6 +22,8 @@ public:
         if (!isNear(plain, library, scale))
             note(what, told(plain), told(library));
     }
+    /// Counts what is not compared because either answer is right.
+    void leaveOut() { ++m_leftOut; }
     void note(const char* what, const QString& plain, const QString& library);
 
     /// Says what was asked, in full; `description` is called only where something differs.
@@ -33,11 +35,13 @@ public:
 
     bool differ() const { return !m_text.isEmpty(); }
     int comparisons() const { return m_comparisons; }
+    int leftOut() const { return m_leftOut; }
     QString text() const { return m_text; }
 
 private:
     QString m_text;
     int m_comparisons = 0;
+    int m_leftOut = 0;
 };
 
 /// Runs the cases of a subject until one shows a difference, and gives the text of that; an empty one when

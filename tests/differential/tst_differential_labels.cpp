@@ -16,6 +16,7 @@
 #include <qwt_scale_engine.h>
 
 #include <cmath>
+#include <limits>
 
 using Differential::Findings;
 using Differential::Random;
@@ -58,6 +59,41 @@ void compareTicks(Findings& findings, const Plain::Ticks& plain, const QwtScaleD
     findings.compare("minor ticks", plain.minor, other.minor);
 }
 
+ScaleDivision::Request libraryRequest(const Plain::ScaleRequest& request)
+{
+    return {request.lower, request.upper, request.majorSteps, request.minorSteps, request.step, 10};
+}
+
+QString inWords(const Plain::ScaleRequest& request)
+{
+    return QStringLiteral("%1 to %2, %3 and %4 steps of %5")
+        .arg(told(request.lower), told(request.upper))
+        .arg(request.majorSteps)
+        .arg(request.minorSteps)
+        .arg(told(request.step));
+}
+
+/// Numbers of steps up to the largest, each magnitude as often as another.
+int randomSteps(Random& random)
+{
+    return random.oneIn(2) ? random.whole(-2, 12) : std::numeric_limits<int>::max() >> random.whole(0, 30);
+}
+
+/// Bounds that are close together, or so far apart that few steps are left between them and the limits.
+Plain::ScaleRequest randomRequest(Random& random)
+{
+    Plain::ScaleRequest request;
+    request.lower = random.rarelyBad(random.oneIn(2) ? random.nasty() : random.price(), 20);
+    const double width = random.oneIn(2) ? random.price() : random.nasty();
+    request.upper = random.rarelyBad(random.oneIn(4) ? width : request.lower + width, 20);
+    request.majorSteps = randomSteps(random);
+    request.minorSteps = randomSteps(random);
+    if (random.oneIn(2))
+        request.step = random.rarelyBad(
+            random.oneIn(2) ? random.price() : width * std::pow(10.0, random.between(-11.0, 3.0)), 20);
+    return request;
+}
+
 /// Labels side by side, of widths that make some of them meet, about their places on a screen.
 QHash<double, QRect> randomRectangles(Random& random, const QList<double>& values)
 {
@@ -82,6 +118,7 @@ private Q_SLOTS:
     void rounding();
     void texts();
     void convertedTexts();
+    void divisibility();
     void divisions();
     void anchors();
     void candidates();
@@ -162,6 +199,18 @@ void tst_differential_labels::convertedTexts()
     }));
 }
 
+void tst_differential_labels::divisibility()
+{
+    AGREE("divisibility", 113, 1, ([](Random& random, Findings& findings) {
+        const Plain::ScaleRequest request = randomRequest(random);
+        if (const std::optional<bool> plain = Plain::canBeDivided(request))
+            findings.compare("divisible", *plain, ScaleDivision::isDivisible(libraryRequest(request)));
+        else
+            findings.leaveOut();
+        findings.given([&] { return inWords(request); });
+    }));
+}
+
 void tst_differential_labels::divisions()
 {
     AGREE("divisions", 105, 2, ([](Random& random, Findings& findings) {
@@ -169,12 +218,15 @@ void tst_differential_labels::divisions()
         double x2 = random.oneIn(8) ? random.nasty() : x1 + std::abs(random.price());
         if (random.oneIn(12))
             std::swap(x1, x2);
-        const ScaleDivision::Request request{x1, x2, random.whole(0, 12), random.whole(0, 6),
-            random.oneIn(3) ? std::abs(random.price()) : 0.0, 10};
-        if (!ScaleDivision::isDivisible(request))
+        const Plain::ScaleRequest request{x1, x2, random.whole(0, 12), random.whole(0, 6),
+            random.oneIn(3) ? std::abs(random.price()) : 0.0};
+        const std::optional<bool> isDivisible = Plain::canBeDivided(request);
+        if (!isDivisible)
+            findings.leaveOut();
+        if (!isDivisible.value_or(false))
             return;
         const QwtScaleDiv division = QwtLinearScaleEngine(10).divideScale(
-            x1, x2, request.maxMajorSteps, request.maxMinorSteps, request.step);
+            x1, x2, request.majorSteps, request.minorSteps, request.step);
         const QList<double> major = division.ticks(QwtScaleDiv::MajorTick);
         double price = random.oneIn(4) ? random.oneOf({x1, x2, 0.5 * x1 + 0.5 * x2}) : random.between(x1, x2);
         // On a tick, about one, and in the middle of two.
@@ -186,13 +238,7 @@ void tst_differential_labels::divisions()
             return;
         const Plain::Ticks plain = Plain::movedOnto(ticksOf(division), division.isEmpty(), price, x1, x2);
         compareTicks(findings, plain, ScaleDivision::anchored(division, price, x1, x2));
-        findings.given([&] {
-            return QStringLiteral("%1 to %2, price %3, %4 and %5 steps of %6")
-                .arg(told(x1), told(x2), told(price))
-                .arg(request.maxMajorSteps)
-                .arg(request.maxMinorSteps)
-                .arg(told(request.step));
-        });
+        findings.given([&] { return QStringLiteral("price %1, ").arg(told(price)) + inWords(request); });
     }));
 }
 

@@ -10,7 +10,6 @@
 
 #include <plot2d/pricebased2dplotscaledraw.h>
 #include <plot2d/pricebased2dplotscaleengine.h>
-#include <plot2d/scaledivision_p.h>
 
 #include <qwt_scale_engine.h>
 
@@ -181,19 +180,31 @@ double extentOf(const PriceBased2dPlotScaleDraw& draw, const AxisCase& axis)
     return std::max(size, draw.minimumExtent());
 }
 
-ScaleDivision::Request randomRequest(Random& random)
+Plain::ScaleRequest randomRequest(Random& random)
 {
-    ScaleDivision::Request request;
+    Plain::ScaleRequest request;
     request.lower = random.oneIn(10) ? -random.price() : random.price();
     request.upper = random.oneIn(12) ? random.price() : request.lower + std::abs(random.price());
-    request.maxMajorSteps = random.whole(1, 12);
-    request.maxMinorSteps = random.whole(0, 6);
+    request.majorSteps = random.whole(1, 12);
+    request.minorSteps = random.whole(0, 6);
     request.step = random.oneIn(4) ? std::abs(random.price()) : 0.0;
     return request;
 }
 
+/// The request with a bound or a step that few axes take, or none.
+Plain::ScaleRequest hardRequest(Random& random, Plain::ScaleRequest request)
+{
+    const double width = request.upper - request.lower;
+    if (random.oneIn(2))
+        request.upper = random.oneIn(2) ? random.notFinite() : random.nasty();
+    else
+        request.step
+            = random.oneIn(4) ? random.notFinite() : width * std::pow(10.0, random.between(-12.0, -7.0));
+    return request;
+}
+
 /// None, on the lower bound, on or about a whole number, or anywhere.
-decimal randomFactor(Random& random, const ScaleDivision::Request& request)
+decimal randomFactor(Random& random, const Plain::ScaleRequest& request)
 {
     if (random.oneIn(8))
         return decimal::zero;
@@ -203,19 +214,31 @@ decimal randomFactor(Random& random, const ScaleDivision::Request& request)
     return decimal::fromDouble(random.oneIn(8) ? request.lower : random.about(factor), 12);
 }
 
-void compareDivisions(Findings& findings, PriceBased2dPlotScaleEngine& engine,
-    const ScaleDivision::Request& request, const decimal& factor, int strikeDecimals)
+QwtScaleDiv divided(const QwtScaleEngine& engine, const Plain::ScaleRequest& request)
 {
-    const QwtScaleDiv linear = QwtLinearScaleEngine(10).divideScale(
-        request.lower, request.upper, request.maxMajorSteps, request.maxMinorSteps, request.step);
+    return engine.divideScale(
+        request.lower, request.upper, request.majorSteps, request.minorSteps, request.step);
+}
+
+/// Instead of what it does not divide the engine gives its last division.
+void compareRefusals(
+    Findings& findings, const PriceBased2dPlotScaleEngine& engine, const Plain::ScaleRequest& request)
+{
+    const QwtScaleDiv last = divided(engine, {100.0, 200.0, 8, 5, 0.0});
+    findings.compare("last division", true, divided(engine, request) == last);
+}
+
+void compareDivisions(Findings& findings, PriceBased2dPlotScaleEngine& engine,
+    const Plain::ScaleRequest& request, const decimal& factor, int strikeDecimals)
+{
+    const QwtScaleDiv linear = divided(QwtLinearScaleEngine(10), request);
     Plain::Ticks plain{linear.ticks(QwtScaleDiv::MajorTick), linear.ticks(QwtScaleDiv::MediumTick),
         linear.ticks(QwtScaleDiv::MinorTick)};
     if (factor != decimal::zero && strikeDecimals >= 1)
         plain = Plain::movedOnto(plain, linear.isEmpty(), Plain::anchor(factor.toDouble(), strikeDecimals),
             request.lower, request.upper);
     engine.setRescaleFactor(factor);
-    const QwtScaleDiv division = engine.divideScale(
-        request.lower, request.upper, request.maxMajorSteps, request.maxMinorSteps, request.step);
+    const QwtScaleDiv division = divided(engine, request);
     findings.compare("major ticks", plain.major, division.ticks(QwtScaleDiv::MajorTick));
     findings.compare("medium ticks", plain.medium, division.ticks(QwtScaleDiv::MediumTick));
     findings.compare("minor ticks", plain.minor, division.ticks(QwtScaleDiv::MinorTick));
@@ -296,15 +319,22 @@ void tst_differential_scaledraw::engine()
         PriceBased2dPlotScaleEngine engine(&plot, QwtPlot::xBottom, 10);
         AGREE("divisions of an engine", 903U + static_cast<unsigned>(decimals), 15,
             ([&](Random& random, Findings& findings) {
-                const ScaleDivision::Request request = randomRequest(random);
+                Plain::ScaleRequest request = randomRequest(random);
                 const decimal factor = randomFactor(random, request);
-                if (ScaleDivision::isDivisible(request))
+                if (random.oneIn(8))
+                    request = hardRequest(random, request);
+                const std::optional<bool> isDivisible = Plain::canBeDivided(request);
+                if (!isDivisible)
+                    findings.leaveOut();
+                else if (*isDivisible)
                     compareDivisions(findings, engine, request, factor, decimals);
+                else
+                    compareRefusals(findings, engine, request);
                 findings.given([&] {
                     return QStringLiteral("%1 to %2 about %3, %4 and %5 steps of %6")
                         .arg(told(request.lower), told(request.upper), TestHost::text(factor))
-                        .arg(request.maxMajorSteps)
-                        .arg(request.maxMinorSteps)
+                        .arg(request.majorSteps)
+                        .arg(request.minorSteps)
                         .arg(told(request.step));
                 });
             }));

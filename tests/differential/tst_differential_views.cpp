@@ -1,9 +1,8 @@
 #include "differential/agree.h"
+#include "differential/plaindivision.h"
 #include "differential/plainranges.h"
 #include "differential/realplot.h"
 #include "support/testmain.h"
-
-#include <plot2d/scaledivision_p.h>
 
 #include <qwt_plot_marker.h>
 #include <qwt_symbol.h>
@@ -18,12 +17,16 @@ using Differential::told;
 
 namespace {
 
-/// Whether Qwt could divide a range for an axis: the library keeps what it could not from it.
-bool canBeDivided(const QwtPlot& plot, int axis, const Plain::Bounds& bounds, double step)
+/// Whether an axis takes what it is to show, if anything; nothing where either is right.
+std::optional<bool> canBeDivided(
+    const QwtPlot& plot, int axis, const std::optional<Plain::Bounds>& bounds, double step)
 {
-    return bounds.first < bounds.second
-        && ScaleDivision::isDivisible(
-            {bounds.first, bounds.second, plot.axisMaxMajor(axis), plot.axisMaxMinor(axis), step, 10});
+    if (!bounds)
+        return true;
+    if (!(bounds->first < bounds->second))
+        return false;
+    return Plain::canBeDivided(
+        {bounds->first, bounds->second, plot.axisMaxMajor(axis), plot.axisMaxMinor(axis), step});
 }
 
 double randomBound(Random& random)
@@ -31,23 +34,30 @@ double randomBound(Random& random)
     return random.oneIn(4) ? random.rarelyBad(random.nasty(), 5) : random.whole(-200, 200) * 0.5;
 }
 
-QString setAxis(Random& random, RealPlot& both)
+QString setAxis(Random& random, RealPlot& both, Findings& findings)
 {
     const int axis = random.oneIn(8) ? random.whole(-1, 4) : random.oneIn(2) ? 0 : 2;
     const double min = randomBound(random);
     const double max = random.oneIn(3) ? random.about(min)
         : random.oneIn(2)              ? min + 20.0
                                        : randomBound(random);
-    const double step = random.oneIn(3) ? 2.5 : 0.0;
-    const Plain::Bounds before = axis == 2 ? both.view().prices : both.view().values;
+    const double step = random.oneIn(3) ? random.oneOf({2.5, 2.5, 0.01, 1e-9}) : 0.0;
+    const QString words
+        = QStringLiteral("axis %1 from %2 to %3 by %4").arg(axis).arg(told(min), told(max), told(step));
     if (axis == 0 || axis == 2) {
+        const auto isDivisible = canBeDivided(both.plot(), axis, Plain::shownRange(axis, min, max), step);
+        if (!isDivisible) {
+            findings.leaveOut();
+            return words + QStringLiteral(", left out");
+        }
         Plain::Bounds& bounds = axis == 2 ? both.view().prices : both.view().values;
+        const Plain::Bounds before = bounds;
         both.view().setAxis(axis, min, max);
-        if (!canBeDivided(both.plot(), axis, bounds, step))
+        if (!*isDivisible)
             bounds = before;
     }
     both.plot().setAxisScale(axis, min, max, step);
-    return QStringLiteral("axis %1 from %2 to %3 by %4").arg(axis).arg(told(min), told(max), told(step));
+    return words;
 }
 
 QString moveLine(Random& random, RealPlot& both)
@@ -132,7 +142,9 @@ void tst_differential_views::scales()
         QStringList history;
         for (int changes = random.whole(1, 4); changes > 0 && !findings.differ(); --changes) {
             const int kind = random.whole(0, 4);
-            history << (kind < 2 ? setAxis(random, both) : kind < 4 ? moveLine(random, both) : fit(both));
+            history << (kind < 2 ? setAxis(random, both, findings)
+                    : kind < 4   ? moveLine(random, both)
+                                 : fit(both));
             both.compare(findings);
         }
         findings.given([&] { return told(history) + both.inWords(); });
