@@ -8,11 +8,14 @@
 #include <plot2d/pricebased2dplotpanner.h>
 #include <plot2d/pricebased2dplotpointmanager.h>
 
+#include <qwt_legend_label.h>
+#include <qwt_plot_canvas.h>
 #include <qwt_plot_marker.h>
 #include <qwt_symbol.h>
 
-/// A plot with all that a host puts around it, over the host's tables: strikes from 100 to 140, 10 apart.
-/// Each object may go at any time, by anybody; remove() takes one away that is still there.
+/// A plot with all that a host puts around it, over the host's tables: strikes from 100 to 140, 10 apart. Its
+/// legend also has an entry of a second plot's curve. Each object may go at any time, by anybody; remove()
+/// takes one away that is still there.
 class Market {
 public:
     enum Part {
@@ -20,10 +23,14 @@ public:
         Manager,
         Model,
         Legend,
+        Entries,
+        Canvas,
         Picker,
         Panner,
         Curves,
         Markers,
+        OtherPlot,
+        OtherCurve,
         Securities,
         Boards,
         PartCount
@@ -31,8 +38,8 @@ public:
 
     static const char* nameOf(Part part)
     {
-        static const char* const names[] = {"plot", "manager", "model", "legend", "picker", "panner",
-            "curves", "markers", "securities", "boards"};
+        static const char* const names[] = {"plot", "manager", "model", "legend", "entries", "canvas",
+            "picker", "panner", "curves", "markers", "other plot", "other curve", "securities", "boards"};
         return names[part];
     }
 
@@ -51,6 +58,7 @@ public:
         picker = plot->createPicker();
         picker->initTimer();
         panner = plot->findChild<PriceBased2dPlotPanner*>();
+        canvas = plot->canvas();
         manager = new PriceBased2dPlotPointManager(hasSessions, plot);
         // A max-session model has no base code before.
         manager->setPlot(plot);
@@ -70,12 +78,14 @@ public:
             ->setMarkerSamples({{100.0, 1.0, true}, {120.0, 2.0, false}, {140.0, 3.0, true}});
         plot->QwtPlot::setAxisScale(QwtPlot::xBottom, 95.0, 145.0);
         plot->updateYAxisScale();
+        addOther();
     }
     Market(const Market&) = delete;
     Market& operator=(const Market&) = delete;
     ~Market()
     {
         delete plot;
+        delete other;
         TestHost::dropSecurities();
         TestHost::dropBoards();
     }
@@ -89,6 +99,9 @@ public:
         }
         return nullptr;
     }
+
+    /// That of the other plot, which has but one.
+    PriceBased2dPlotCurve* otherCurve() const { return other ? other->attachedCurves(-1).value(0) : nullptr; }
 
     void remove(Part part)
     {
@@ -105,6 +118,15 @@ public:
         case Legend:
             delete legend;
             break;
+        case Entries:
+            if (legend)
+                removeEntries();
+            break;
+        case Canvas:
+            // Qwt deletes the one for the other; it cannot lay out a plot that has none.
+            if (canvas)
+                plot->setCanvas(new QwtPlotCanvas);
+            break;
         case Picker:
             delete picker;
             break;
@@ -119,6 +141,12 @@ public:
             if (plot)
                 plot->detachItems(QwtPlotItem::Rtti_PlotMarker, true);
             break;
+        case OtherPlot:
+            delete other;
+            break;
+        case OtherCurve:
+            delete otherCurve();
+            break;
         case Securities:
             TestHost::dropSecurities();
             break;
@@ -130,12 +158,14 @@ public:
         }
     }
 
-    /// The names of the parts that are there; curves and markers are as long as there is one.
+    /// The names of the parts that are there; curves, markers and entries are as long as there is one that
+    /// remove() takes away.
     QStringList parts() const
     {
         const bool there[] = {!plot.isNull(), !manager.isNull(), !model.isNull(), !legend.isNull(),
-            !picker.isNull(), !panner.isNull(), plot && !plot->attachedCurves(-1).isEmpty(),
-            plot && !plot->attachedMarkers().isEmpty(), !table.isNull(), !boards.isNull()};
+            legend && !ownEntries().isEmpty(), !canvas.isNull(), !picker.isNull(), !panner.isNull(),
+            plot && !plot->attachedCurves(-1).isEmpty(), plot && !plot->attachedMarkers().isEmpty(),
+            !other.isNull(), otherCurve() != nullptr, !table.isNull(), !boards.isNull()};
         QStringList names;
         for (int part = 0; part < PartCount; ++part) {
             if (there[part])
@@ -144,15 +174,12 @@ public:
         return names;
     }
 
-    /// The names of those that are there after others were removed: a plot takes with it all but the tables,
-    /// a manager its model.
+    /// The names of those that are there after others were removed.
     static QStringList partsWithout(const QVector<Part>& removed)
     {
         QStringList names;
         for (int part = 0; part < PartCount; ++part) {
-            const bool goesWithPlot = part != Securities && part != Boards && removed.contains(Plot);
-            const bool goesWithManager = part == Model && removed.contains(Manager);
-            if (!removed.contains(Part(part)) && !goesWithPlot && !goesWithManager)
+            if (!isGone(Part(part), removed))
                 names << QString::fromLatin1(nameOf(Part(part)));
         }
         return names;
@@ -168,6 +195,18 @@ public:
         }
     }
 
+    /// The widgets of the entries of the library's curves.
+    QList<QWidget*> ownEntries() const
+    {
+        QList<QWidget*> entries;
+        const auto labels = legend->findChildren<QwtLegendLabel*>();
+        for (const QwtLegendLabel* label : labels) {
+            if (label->text().text() != QLatin1String("other"))
+                entries << label->parentWidget();
+        }
+        return entries;
+    }
+
     QPointer<Table> table;
     QPointer<Table> boards;
     QPointer<TestPlot> plot;
@@ -176,4 +215,55 @@ public:
     QPointer<PriceBased2dPlotLegend> legend;
     QPointer<PriceBased2dPlotPicker> picker;
     QPointer<PriceBased2dPlotPanner> panner;
+    QPointer<QWidget> canvas;
+    QPointer<TestPlot> other;
+
+private:
+    /// Whether a part has gone, by itself or with one that took it along.
+    static bool isGone(Part part, const QVector<Part>& removed)
+    {
+        const auto isRemoved = [&removed](Part one) { return isGone(one, removed); };
+        if (removed.contains(part))
+            return true;
+        switch (part) {
+        case Model:
+            return isRemoved(Manager);
+        case Entries:
+            return isRemoved(Legend) || (isRemoved(Curves) && isRemoved(OtherCurve));
+        case Picker:
+        case Panner:
+            return isRemoved(Canvas);
+        case OtherCurve:
+            return isRemoved(OtherPlot);
+        case Manager:
+        case Legend:
+        case Canvas:
+        case Curves:
+        case Markers:
+            return isRemoved(Plot);
+        default:
+            return false;
+        }
+    }
+
+    /// The host shows and hides the other plot's curve by this plot's legend.
+    void addOther()
+    {
+        other = new TestPlot;
+        other->setBaseCode(QStringLiteral("Amber"));
+        addCurve(*other, 10, {{100.0, 1.0}, {140.0, 2.0}}, QStringLiteral("elsewhere"));
+        QObject::connect(other, SIGNAL(legendDataChanged(QVariant, QList<QwtLegendData>)), legend,
+            SLOT(updateLegend(QVariant, QList<QwtLegendData>)));
+        QObject::connect(
+            legend, SIGNAL(visibilityChanged(QString, bool)), other, SLOT(setCurveVisible(QString, bool)));
+        other->updateLegend();
+    }
+
+    // All but the one that is not of the library, see removeCurves().
+    void removeEntries()
+    {
+        const QList<QWidget*> entries = ownEntries();
+        for (const QPointer<QWidget> entry : entries)
+            delete entry;
+    }
 };

@@ -33,7 +33,8 @@ QString nameOf(const Order& order, int length)
 /// The parts of a plot destroyed in every order, with events on their way to them, while what is left goes
 /// on.
 ///
-/// PLOT2D_ORDERS says how many orders; there are 3628800, of which 100 are taken unless it says otherwise.
+/// PLOT2D_ORDERS says how many orders; there are 87178291200, of which 100 are taken unless it says
+/// otherwise.
 class tst_destroyorder : public QObject {
     Q_OBJECT
 
@@ -89,14 +90,14 @@ void tst_destroyorder::use(Market& market)
     if (market.table)
         addOption(QByteArray::number(++strike).constData());
     if (market.manager) {
+        market.manager->setPlot(market.plot);
         market.manager->initCore(FilterParams{1, 2});
         market.manager->updatePriceInterval();
         market.manager->calcPlotPoints(true);
-        market.manager->setPlot(market.plot);
     }
     if (market.picker) {
         market.picker->setPriceStep();
-        market.picker->getClosestCurveParams(market.picker->usedCurves());
+        market.picker->getClosestCurveParams(market.picker->usedCurves() << market.otherCurve());
     }
     Settings settings(m_folder.filePath(QStringLiteral("s.ini")));
     if (market.legend) {
@@ -107,6 +108,8 @@ void tst_destroyorder::use(Market& market)
         market.legend->restoreUncheckedItems();
         market.legend->restore(settings);
     }
+    if (market.otherCurve())
+        market.otherCurve()->setVisible(!market.otherCurve()->isVisible());
     if (!market.plot)
         return;
     market.plot->updateYAxisScale();
@@ -123,9 +126,12 @@ void tst_destroyorder::use(Market& market)
 void tst_destroyorder::destroy(Market& market, const Order& order, int length, std::mt19937_64& random)
 {
     for (int i = 0; i < length; ++i) {
-        // At any of these moments: before or after use, with events posted or with them delivered.
+        // At any of these moments: before or after use, with the manager serving another plot, with events
+        // posted or with them delivered.
         if (random() & 1U)
             use(market);
+        if (market.manager && random() & 1U)
+            market.manager->setPlot(market.other);
         postEvents(market);
         if (random() & 1U)
             QCoreApplication::processEvents();
@@ -154,7 +160,7 @@ void tst_destroyorder::anyOrder()
         }
         destroy(market, order, Market::PartCount, random);
         QVERIFY2(!market.plot && !market.manager && !market.model && !market.legend && !market.picker
-                && !market.panner && !market.table,
+                && !market.panner && !market.canvas && !market.other && !market.table,
             qPrintable(nameOf(order, Market::PartCount)));
     }
     qInfo("%d orders", orders);
@@ -190,13 +196,20 @@ void tst_destroyorder::checkPrices(Market& market)
     QCOMPARE(market.manager->calcPlotPoints(true).isEmpty(), !hasPoints);
 }
 
-// The legend has an entry for each curve that is left and for the one that is not of the library, and the
-// curves follow their check boxes.
+// The legend has an entry for each curve that is left and for the one that is not of the library, once the
+// plots tell it anew of those whose widgets have gone, and the curves follow their check boxes.
 void tst_destroyorder::checkCurves(Market& market)
 {
     if (!market.plot || !market.legend)
         return;
-    const QList<PriceBased2dPlotCurve*> curves = market.plot->attachedCurves(-1);
+    QList<PriceBased2dPlotCurve*> curves = market.plot->attachedCurves(-1);
+    if (market.otherCurve())
+        curves << market.otherCurve();
+    if (market.ownEntries().isEmpty()) {
+        market.plot->updateLegend();
+        if (market.other)
+            market.other->updateLegend();
+    }
     QCOMPARE(market.legend->findChildren<QCheckBox*>().size(), curves.size() + 1);
     for (const PriceBased2dPlotCurve* curve : curves) {
         const QString title = curve->title().text();

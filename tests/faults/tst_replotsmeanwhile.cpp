@@ -101,8 +101,10 @@ QStringList shownAfterAll(Market& market, Market::Part gone)
 {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
-    // Curves and the panner's flag make the vertical scale, which may not have been found before they went.
-    QStringList shown = gone == Market::Curves || gone == Market::Panner ? QStringList() : shownBy(market);
+    // Curves and the flag of the panner, which goes with the canvas, make the vertical scale, which may not
+    // have been found before they went.
+    const bool isPlain = gone != Market::Curves && gone != Market::Panner && gone != Market::Canvas;
+    QStringList shown = isPlain ? shownBy(market) : QStringList();
     if (market.plot)
         market.plot->updateYAxisScale();
     return shown + shownBy(market);
