@@ -99,8 +99,8 @@ private Q_SLOTS:
     void volatility();
     void priceStep_data() { everyColumn(); }
     void priceStep();
-    void priceStepThatIsNoNumber_data();
-    void priceStepThatIsNoNumber();
+    void priceStepOfNoUse_data();
+    void priceStepOfNoUse();
     void interval_data() { everyColumn(); }
     void interval();
     void intervalOfASession_data() { everyColumn(); }
@@ -265,15 +265,15 @@ void tst_fieldtypes::priceStep()
     QCOMPARE(stateOf(*plot), state);
 }
 
-void tst_fieldtypes::priceStepThatIsNoNumber_data()
+void tst_fieldtypes::priceStepOfNoUse_data()
 {
     QTest::addColumn<double>("step");
-    for (const double step : {qQNaN(), qInf(), -qInf()})
-        QTest::addRow("%f", step) << step;
+    for (const double step : {qQNaN(), qInf(), -qInf(), 1e-13})
+        QTest::addRow("%g", step) << step;
 }
 
 // It rounds nothing, and gives no points.
-void tst_fieldtypes::priceStepThatIsNoNumber()
+void tst_fieldtypes::priceStepOfNoUse()
 {
     QFETCH(double, step);
     const auto plot
