@@ -119,8 +119,9 @@ public:
             delete legend;
             break;
         case Entries:
+            // All but the one that is not of the library, see removeCurves().
             if (legend)
-                removeEntries();
+                qDeleteAll(ownEntries());
             break;
         case Canvas:
             // Qwt deletes the one for the other; it cannot lay out a plot that has none.
@@ -246,24 +247,21 @@ private:
         }
     }
 
-    /// The host shows and hides the other plot's curve by this plot's legend.
+    /// The host shows and hides the other plot's curve by this plot's legend. The curve was made for this
+    /// plot, whose markers follow it.
     void addOther()
     {
         other = new TestPlot;
         other->setBaseCode(QStringLiteral("Amber"));
-        addCurve(*other, 10, {{100.0, 1.0}, {140.0, 2.0}}, QStringLiteral("elsewhere"));
+        auto* curve = new PriceBased2dPlotCurve(plot, QStringLiteral("elsewhere"));
+        curve->setDataType(PriceBased2dPlotCurve::markedType);
+        curve->setSamples(QVector<QPointF>{{100.0, 1.0}, {140.0, 2.0}});
+        curve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+        curve->attach(other);
         QObject::connect(other, SIGNAL(legendDataChanged(QVariant, QList<QwtLegendData>)), legend,
             SLOT(updateLegend(QVariant, QList<QwtLegendData>)));
         QObject::connect(
             legend, SIGNAL(visibilityChanged(QString, bool)), other, SLOT(setCurveVisible(QString, bool)));
         other->updateLegend();
-    }
-
-    // All but the one that is not of the library, see removeCurves().
-    void removeEntries()
-    {
-        const QList<QWidget*> entries = ownEntries();
-        for (const QPointer<QWidget> entry : entries)
-            delete entry;
     }
 };

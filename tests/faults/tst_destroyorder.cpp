@@ -108,8 +108,8 @@ void tst_destroyorder::use(Market& market)
         market.legend->restoreUncheckedItems();
         market.legend->restore(settings);
     }
-    if (market.otherCurve())
-        market.otherCurve()->setVisible(!market.otherCurve()->isVisible());
+    if (PriceBased2dPlotCurve* curve = market.otherCurve())
+        curve->setVisible(!curve->isVisible());
     if (!market.plot)
         return;
     market.plot->updateYAxisScale();
