@@ -1,5 +1,5 @@
+#include "differential/plainstored.h"
 #include "fuzzinput.h"
-#include "storedlegend.h"
 
 #include <plot2d/legendstate_p.h>
 
@@ -8,18 +8,18 @@
 namespace {
 
 /// The valid records for the types, the first of each, and no others.
-void expectRecords(
-    const QVector<PriceBased2dPlotCurve::CurveParams>& records, const QByteArray& bytes, QSet<int> left)
+void expectRecords(const QVector<PriceBased2dPlotCurve::CurveParams>& records, const QByteArray& bytes,
+    const QSet<int>& types)
 {
     int found = 0;
-    StoredLegend::forEachRecord(bytes, [&](const StoredLegend::Record& stored) {
-        if (!stored.isValid || !left.remove(stored.type))
-            return;
+    for (const Plain::StoredCurve& stored : Plain::storedCurves(bytes)) {
+        if (!types.contains(stored.type))
+            continue;
         FUZZ_EXPECT(found < records.size());
         const auto& record = records[found];
-        FUZZ_EXPECT(record.isValid && record.dataType == stored.type && record.isVisible == stored.isVisible);
+        FUZZ_EXPECT(record.isValid && record.dataType == stored.type && record.isVisible == stored.visible);
         ++found;
-    });
+    }
     FUZZ_EXPECT(found == records.size());
 }
 

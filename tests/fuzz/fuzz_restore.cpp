@@ -1,6 +1,7 @@
+#include "differential/plainstored.h"
 #include "flow/legendplot.h"
 #include "fuzzinput.h"
-#include "storedlegend.h"
+#include "support/runtimefolder.h"
 
 #include <database/settings.h>
 
@@ -32,7 +33,10 @@ QApplication& application()
     static int argc = 1;
     static char name[] = "fuzz_restore";
     static char* argv[] = {name, nullptr};
-    static auto* const instance = new QApplication(argc, argv);
+    static auto* const instance = [] {
+        TestSupport::nameRuntimeFolder();
+        return new QApplication(argc, argv);
+    }();
     return *instance;
 }
 
@@ -112,16 +116,12 @@ Desk& desk()
 /// The states that the bytes leave behind.
 QMap<QString, bool> restored(const QByteArray& bytes, QMap<QString, bool> states)
 {
-    QVector<qint32> taken;
-    StoredLegend::forEachRecord(bytes, [&](const StoredLegend::Record& record) {
-        if (!record.isValid || taken.contains(record.type))
-            return;
-        taken.append(record.type);
+    for (const Plain::StoredCurve& record : Plain::storedCurves(bytes)) {
         for (const Kind& kind : kinds) {
             if (kind.type == record.type && kind.isAlone && kind.isListed)
-                states[titleOf(kind)] = record.isVisible;
+                states[titleOf(kind)] = record.visible;
         }
-    });
+    }
     return states;
 }
 

@@ -1,5 +1,7 @@
 #include "support/loudapplication.h"
 
+#include "support/runtimefolder.h"
+
 #include <QEvent>
 #include <QMetaMethod>
 #include <QPointer>
@@ -63,6 +65,7 @@ private:
 LoudApplication::LoudApplication(int& argc, char** argv)
     : QApplication(argc, argv)
 {
+    nameRuntimeFolder();
 }
 
 bool LoudApplication::notify(QObject* receiver, QEvent* event)

@@ -1,5 +1,6 @@
 #include "desk/faults/writtenfiles.h"
 
+#include "desk/faults/versions.h"
 #include "desk/window/desktest.h"
 
 #include <position/positionfile.h>
@@ -121,19 +122,6 @@ OptionChain WrittenFiles::chainOf(int version)
     return chain;
 }
 
-namespace {
-
-bool showsTheSame(const OptionSeries& a, const OptionSeries& b)
-{
-    return a.forward == b.forward
-        && std::equal(a.quotes.cbegin(), a.quotes.cend(), b.quotes.cbegin(), b.quotes.cend(),
-            [](const OptionQuote& one, const OptionQuote& other) {
-                return one.type == other.type && one.strike == other.strike && one.last == other.last;
-            });
-}
-
-}
-
 WrittenFiles::Kind WrittenFiles::database()
 {
     const auto write = [](const QString& fileName, int version) {
@@ -153,7 +141,7 @@ WrittenFiles::Kind WrittenFiles::database()
             for (const int one : {1, 2}) {
                 const OptionChain whole = chainOf(one);
                 if (std::equal(chain->series.cbegin(), chain->series.cend(), whole.series.cbegin(),
-                        whole.series.cend(), &showsTheSame))
+                        whole.series.cend(), &Versions::isSame))
                     version = one;
             }
         });
