@@ -268,7 +268,7 @@ void tst_fieldtypes::priceStep()
 void tst_fieldtypes::priceStepOfNoUse_data()
 {
     QTest::addColumn<double>("step");
-    for (const double step : {qQNaN(), qInf(), -qInf(), 1e-13})
+    for (const double step : {qQNaN(), qInf(), -qInf(), 1e-13, -0.5})
         QTest::addRow("%g", step) << step;
 }
 
