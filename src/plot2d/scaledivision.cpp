@@ -42,9 +42,12 @@ QList<double> moved(const QList<double>& ticks, double pivot, double price, doub
 
 bool ScaleDivision::isDivisible(const Request& request)
 {
-    const double width = std::abs(request.upper - request.lower);
-    if (!std::isfinite(width) || !std::isfinite(request.step))
+    // Qwt measures the range in this type as well, and warns where only that shows it to be beyond the
+    // doubles.
+    const long double wholeWidth = std::abs(static_cast<long double>(request.upper) - request.lower);
+    if (!(wholeWidth <= std::numeric_limits<double>::max()) || !std::isfinite(request.step))
         return false;
+    const double width = std::abs(request.upper - request.lower);
     if (width == 0.0)
         return true;
 

@@ -23,8 +23,8 @@ struct Request {
 /// Whether Qwt's linear division of the request ends with a modest number of ticks. A range of no width is
 /// divisible: into nothing.
 ///
-/// Not divisible are bounds and a step that are not finite; a finite range of infinite width; one so wide
-/// that the step chosen for it overflows (its minor steps are then counted by a NaN, up to two thousand
+/// Not divisible are bounds and a step that are not finite; a range wider than the largest double; one so
+/// wide that the step chosen for it overflows (its minor steps are then counted by a NaN, up to two thousand
 /// million) and one so narrow that it cannot be mapped to pixels; more steps than an int counts; and minor
 /// steps that come to more than ten million ticks.
 bool isDivisible(const Request& request);

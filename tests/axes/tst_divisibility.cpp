@@ -52,6 +52,7 @@ constexpr NamedRequest refused[] = {
     {"infinite above", {0.0, infinity, 5, 5, 0.0}},
     {"both infinite", {infinity, infinity, 5, 5, 0.0}},
     {"of infinite width", {-largest, largest, 10, 5, 0.0}},
+    {"wider than the largest double by less than that can be rounded to", {-1e290, largest, 10, 5, 0.0}},
     {"NaN as step", {0.0, 1.0, 5, 5, notANumber}},
     {"infinite step", {0.0, 1.0, 5, 5, infinity}},
     {"more steps than an int counts", {0.0, 1.0, 5, 5, 1e-10}},

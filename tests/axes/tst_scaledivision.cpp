@@ -74,6 +74,11 @@ void tst_scaledivision::divisible_data()
     }
     row("of infinite width", no, {-largest, largest, 8, 5, 0.0});
     row("of infinite width, step", no, {-largest, largest, 8, 5, 1e308});
+    row("as wide as the largest double", yes, {0.0, largest, 8, 5, 1e307});
+    // As doubles, the difference of these is the largest.
+    row("hardly wider", no, {-1e290, largest, 8, 5, 0.0});
+    row("hardly wider, step", no, {-1e290, largest, 8, 5, 1e307});
+    row("hardly wider, inverted", no, {1e290, -largest, 8, 5, 0.0});
     row("chosen step overflows", no, {0.0, largest, 1, 0, 0.0});
     row("no major steps, chosen step overflows", no, {0.0, largest, 0, 0, 0.0});
     row("no major steps", yes, {0.0, 100.0, 0, 5, 0.0});
