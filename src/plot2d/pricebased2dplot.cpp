@@ -194,7 +194,8 @@ void PriceBased2dPlot::setGridEnabled(bool enabled)
 
 void PriceBased2dPlot::updateScaleLabels()
 {
-    // After the wheel, scales wait for their replot: labels chosen before it would be of those that were.
+    // A turned wheel and a dragged axis leave scales that wait for their replot: labels chosen before it
+    // would be of those that were.
     updateAxes();
     for (PriceBased2dPlotScaleDraw* draw : {xScaleDraw(), yScaleDraw()}) {
         if (draw)

@@ -1,6 +1,10 @@
 #include "flow/dragtest.h"
 #include "support/testmain.h"
 
+#include <plot2d/pricebased2dplotscaledraw.h>
+
+#include <algorithm>
+
 /// Which range a drag on a scale gives it.
 class tst_axisdrag : public DragTest {
     Q_OBJECT
@@ -10,6 +14,8 @@ private Q_SLOTS:
     void values();
     void directions_data();
     void directions();
+    void labelsFollow_data();
+    void labelsFollow();
     void endsOfTheData_data();
     void endsOfTheData();
     void smallestStep_data();
@@ -85,6 +91,32 @@ void tst_axisdrag::directions()
     move(onScale(axis) + offset);
     COMPARE_RANGES(range(axis), expected);
     QCOMPARE(labels.count(), 0);
+}
+
+void tst_axisdrag::labelsFollow_data()
+{
+    QTest::addColumn<int>("axis");
+    QTest::newRow("prices") << int(QwtPlot::xBottom);
+    QTest::newRow("values") << int(QwtPlot::yLeft);
+}
+
+// Far enough that the ticks become others.
+void tst_axisdrag::labelsFollow()
+{
+    QFETCH(int, axis);
+    addData(*m_plot, 0.0, 1000.0, 0.0, 100.0);
+    const auto* const draw = dynamic_cast<const PriceBased2dPlotScaleDraw*>(m_plot->axisScaleDraw(axis));
+    QVERIFY(draw);
+    const QList<double> before = draw->getTicks(m_plot->axisScaleDiv(axis));
+    press(onScale(axis));
+    for (int step = 1; step <= 8; ++step) {
+        move(onScale(axis) + QPointF(step, step));
+        const QList<double> ticks = draw->getTicks(m_plot->axisScaleDiv(axis));
+        const QList<double> labels = draw->labelTicks();
+        QVERIFY(!labels.isEmpty());
+        QVERIFY(std::includes(ticks.cbegin(), ticks.cend(), labels.cbegin(), labels.cend()));
+    }
+    QVERIFY(draw->getTicks(m_plot->axisScaleDiv(axis)) != before);
 }
 
 void tst_axisdrag::endsOfTheData_data()
