@@ -68,7 +68,7 @@ public:
         QObject::connect(
             legend, SIGNAL(visibilityChanged(QString, bool)), plot, SLOT(setCurveVisible(QString, bool)));
         plot->insertLegend(legend, QwtPlot::RightLegend);
-        (new QwtPlotCurve(QStringLiteral("other")))->attach(plot);
+        (new QwtPlotCurve(QStringLiteral("plain")))->attach(plot);
         addCurve(*plot, PriceBased2dPlotCurve::quoteLineType, {{118.0, 0.0}, {118.0, 1.0}},
             QStringLiteral("quote"));
         for (const int type : {9, 10, 13})
@@ -202,7 +202,7 @@ public:
         QList<QWidget*> entries;
         const auto labels = legend->findChildren<QwtLegendLabel*>();
         for (const QwtLegendLabel* label : labels) {
-            if (label->text().text() != QLatin1String("other"))
+            if (label->text().text() != QLatin1String("plain"))
                 entries << label->parentWidget();
         }
         return entries;

@@ -44,9 +44,11 @@ void tst_legendmeanwhile::duringAToggle_data()
     QTest::addColumn<QString>("way");
     QTest::addColumn<int>("part");
     QTest::addColumn<int>("when");
-    for (const char* way : {"one", "list", "stored", "click"}) {
+    // One entry, or all three.
+    const QVector<QPair<const char*, int>> ways{{"one", 1}, {"list", 3}, {"stored", 3}, {"click", 1}};
+    for (const auto& [way, signalCount] : ways) {
         for (int part = 0; part < Market::PartCount; ++part) {
-            for (int when = 1; when <= 3; ++when)
+            for (int when = 1; when <= signalCount; ++when)
                 QTest::addRow("%s: %s at signal %d", way, Market::nameOf(Market::Part(part)), when)
                     << way << part << when;
         }
@@ -90,7 +92,7 @@ void tst_legendmeanwhile::duringAToggle()
         if (label)
             QTest::mouseRelease(label, Qt::LeftButton);
     }
-    QVERIFY(calls > 0);
+    QVERIFY(calls >= when);
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
 }

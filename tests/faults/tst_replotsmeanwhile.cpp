@@ -103,8 +103,8 @@ QStringList shownAfterAll(Market& market, Market::Part gone)
     QCoreApplication::processEvents();
     // Curves and the flag of the panner, which goes with the canvas, make the vertical scale, which may not
     // have been found before they went.
-    const bool isPlain = gone != Market::Curves && gone != Market::Panner && gone != Market::Canvas;
-    QStringList shown = isPlain ? shownBy(market) : QStringList();
+    const bool isScaled = gone != Market::Curves && gone != Market::Panner && gone != Market::Canvas;
+    QStringList shown = isScaled ? shownBy(market) : QStringList();
     if (market.plot)
         market.plot->updateYAxisScale();
     return shown + shownBy(market);

@@ -53,5 +53,4 @@ if(NOT flags)
     endif()
 endif()
 
-set_tests_properties(${users} PROPERTIES ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0")
+set_tests_properties(${users} PROPERTIES ENVIRONMENT "${test_environment}")

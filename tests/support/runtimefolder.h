@@ -7,8 +7,8 @@
 
 namespace TestSupport {
 
-/// Outside of a session, as in a container, every application of Qt would complain that this is not set: this
-/// one, where it is not made yet, and those that it starts.
+/// Outside of a session, as in a container, an application of Qt that is made before this complains that
+/// there is no such folder, and so do the programs that it starts.
 inline void nameRuntimeFolder()
 {
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))

@@ -51,12 +51,18 @@ inline QVector<Position::Leg> legs(int version)
         legCount, {Position::LegKind::Call, QDate(2024, 4, 2), version, 100.0, double(version)});
 }
 
-inline OptionChain chain(int version)
+/// Lets the first series of a chain show a version.
+inline void mark(OptionChain& chain, int version)
 {
-    OptionChain chain = DeskTest::chain();
     chain.series.first().forward = 100.0 + version;
     for (OptionQuote& quote : chain.series.first().quotes)
         quote.last = decimal::fromUnits(version, 2);
+}
+
+inline OptionChain chain(int version)
+{
+    OptionChain chain = DeskTest::chain();
+    mark(chain, version);
     while (chain.series.size() < seriesCount) {
         chain.series.append(chain.series.first());
         chain.series.last().expiry = chain.series.last().expiry.addMonths(chain.series.size());

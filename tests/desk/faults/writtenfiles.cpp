@@ -112,9 +112,7 @@ WrittenFiles::Kind WrittenFiles::positions()
 OptionChain WrittenFiles::chainOf(int version)
 {
     OptionChain chain = DeskTest::quotedChain();
-    chain.series.first().forward = 100.0 + version;
-    for (OptionQuote& quote : chain.series.first().quotes)
-        quote.last = decimal::fromUnits(version, 2);
+    Versions::mark(chain, version);
     for (int month = 5; month < 9; ++month) {
         chain.series.append(chain.series.first());
         chain.series.last().expiry = QDate(2024, month, 2);
