@@ -30,8 +30,8 @@ class Results:
         self._keep()
 
     def killers(self):
-        """The names of the tests that have killed."""
-        return {fate["test"] for fate in self.fates.values() if fate["fate"] in KILLED}
+        """The tests that have killed, by name, each with a file whose mutants it has killed."""
+        return {(fate["test"], key.split("\t")[0]) for key, fate in self.fates.items() if fate["fate"] in KILLED}
 
     def forget(self, tests):
         """Drops what tests have killed that cannot be trusted."""

@@ -78,6 +78,15 @@ def find_tests():
     return found
 
 
+def are_built(tests):
+    """Whether the programs of tests, and so the library that they load, are newer than all they are made of."""
+    programs = sorted({str(Path(test.command[0]).relative_to(BUILD)) for test in tests})
+    planned = subprocess.run(
+        ["ninja", "-C", str(BUILD), "-n"] + programs, check=False, capture_output=True, text=True
+    ).stdout
+    return "no work to do" in planned
+
+
 def run(test, environment, program=None, limit=None):
     """Runs a test until it fails, within limits of memory, of time and of the processor's time, which does not
     depend on what else the machine does; the limit is in seconds."""
