@@ -90,8 +90,8 @@ class Trust(unittest.TestCase):
     def test_fuzz(self):
         """Enough inputs or seconds, of the code as it is, and no findings."""
         self.check([True, True], "fuzz", self.fuzzed(), is_long=True)
-        self.check([False, True], "fuzz", self.fuzzed(executions=10**8 - 1), is_long=True)
-        self.check([True, False], "fuzz", self.fuzzed(seconds=599.0), is_long=True)
+        self.check([True, False], "fuzz", self.fuzzed(executions=10**8 - 1), is_long=True)
+        self.check([False, True], "fuzz", self.fuzzed(seconds=599.0), is_long=True)
         self.check([False], "fuzz", self.fuzzed(executions=0))
         self.check([False], "fuzz", self.fuzzed(findings=1))
         self.check([False], "fuzz", self.fuzzed(), 1)
@@ -111,15 +111,18 @@ class Trust(unittest.TestCase):
         program.parent.mkdir(parents=True)
         self.check([False], "differential", "")
         program.touch(0o755)
-        plain, dear = ": {} of 1000000 cases, each for 1, in", "\n: 4000 of {} cases, each for 200, in"
+        plain = ": {} of 1000000 cases, each for 1, in 9 ms, 100000 comparisons left out"
+        dear = "\n: 4000 of {} cases, each for 200, in 9 ms, 0 comparisons left out"
         self.check([True], "differential", plain.format(500000) + dear.format(5000), is_long=True)
         self.check([False], "differential", plain.format(499999) + dear.format(5000), is_long=True)
         self.check([False], "differential", plain.format(500000) + dear.format(4999), is_long=True)
         self.check([False], "differential", plain.format(500000) + dear.format(5000), 1, is_long=True)
+        self.check([False], "differential", plain.replace("100000 ", "100001 ").format(500000), is_long=True)
+        self.check([False], "differential", plain.replace(", 100000 comp", "").format(500000), is_long=True)
         self.check([False], "differential", plain.format(500000))
         self.check([False], "differential", PASSED)
         self.check([True], "differential", lambda _, variables:
-                   f": 40000 of {variables['PLOT2D_CASES']} cases, each for 1, in")
+                   f": 40000 of {variables['PLOT2D_CASES']} cases, each for 1, in 9 ms, 0 comparisons left out")
 
     def test_monkey(self):
         """All steps, and each kind of event among them."""
