@@ -123,6 +123,19 @@ class Fuzz(unittest.TestCase):
         self.assertEqual(self.fuzz("--adopt", "HEAD")[0], 0, self.said)
         self.check("--runs 700 labels", 1, labels=(700, 700, "other"))
 
+    def test_adopted_commit_without_a_source(self):
+        """A commit that lacks a source of one fuzzer cannot be what its inputs are of; those of others can."""
+        self.commit()
+        sources = (self.root / "tools/linked-sources").read_text()
+        self.write("tools/linked-sources", sources.replace("echo apps/cells.cpp", "echo apps/cells.cpp src/new.cpp"))
+        self.write("src/new.cpp", "int first;\n")
+        for name in ("cells", "labels"):
+            (self.state / name).write_text("700 1.5\n")
+        self.assertNotEqual(self.fuzz("--adopt", "HEAD", "cells", "labels")[0], 0)
+        self.assertIn("cells is made of sources that HEAD lacks", self.said)
+        self.assertNotIn("cells: 700 inputs", self.said)
+        self.check("--runs 700 cells labels", 1, cells=(700, 700, "unknown"), labels=(700, 700, "this"))
+
 
 if __name__ == "__main__":
     unittest.main()
