@@ -88,6 +88,7 @@ void tst_scaledivision::divisible_data()
     row("narrow, with a wide step", no, {0.0, 0.5e-300, 8, 5, 1.0});
     row("the most steps", yes, {0.0, 2e9, 8, 0, 1.0});
     row("the most steps downwards", yes, {0.0, 2e9, 8, 0, -1.0});
+    row("the most steps far from zero", yes, {1e12, 1e12 + 2e9, 8, 0, 1.0});
     row("more steps", no, {0.0, 2e9 + 1.0, 8, 0, 1.0});
     row("more steps downwards", no, {0.0, 2e9 + 1.0, 8, 0, -1.0});
     // The ends of the range add three to the steps.
