@@ -50,6 +50,7 @@ private Q_SLOTS:
     void standBetweenWhatHasNoPlace();
     void endWhereAScaleHasNoPlace();
     void endWherePixelsAreInfinite();
+    void askForNoSampleThatTheIndexKnows();
 };
 
 void tst_SampleRuns::standBetweenWhatHasNoPlace_data()
@@ -123,6 +124,31 @@ void tst_SampleRuns::endWherePixelsAreInfinite()
         const Samples falling{{-1e300, 1.0}, {1.0, 2.0}};
         QCOMPARE(runs(falling, isIndexed, narrow, map(0.0, 10.0), 0, 2), (Runs{{1, 1}}));
     }
+}
+
+void tst_SampleRuns::askForNoSampleThatTheIndexKnows()
+{
+    class Counting : public QwtPointSeriesData {
+    public:
+        using QwtPointSeriesData::QwtPointSeriesData;
+        QPointF sample(std::size_t i) const override
+        {
+            ++asked;
+            return QwtPointSeriesData::sample(i);
+        }
+        mutable int asked = 0;
+    };
+    const Samples samples{{1.0, 1.0}, {2.0, 5.0}, {3.0, 2.0}};
+    const QwtPointSeriesData indexed(samples);
+    const Counting counting(samples);
+    const auto index = SampleIndex::of(&indexed);
+    Runs found;
+    const auto add = [&found](int first, int last) { found.append({first, last}); };
+    SampleRuns::forEach(counting, index.get(), map(0.0, 10.0), map(0.0, 10.0), 0, 3, add);
+    QCOMPARE(found, (Runs{{0, 2}}));
+    QCOMPARE(counting.asked, 0);
+    SampleRuns::forEach(counting, nullptr, map(0.0, 10.0), map(0.0, 10.0), 0, 3, add);
+    QCOMPARE(counting.asked, 3);
 }
 
 PLOT2D_TEST_MAIN(tst_SampleRuns)

@@ -1,0 +1,126 @@
+#include "support/testmain.h"
+
+#include <plot2d/closestpoint_p.h>
+#include <plot2d/sampleindex_p.h>
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <qwt_point_data.h>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <memory>
+
+namespace {
+
+constexpr int count = 1 << 20;
+// The index takes a few thousandths of what a walk does; a tenth leaves room for other builds and machines.
+constexpr int leastGain = 10;
+
+/// The least time of some runs, in nanoseconds: what else the machine does only adds to it.
+qint64 leastTime(const std::function<void()>& work)
+{
+    constexpr int runs = 7;
+    qint64 least = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < runs; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        least = std::min(least, timer.nsecsElapsed());
+    }
+    return least;
+}
+
+void compareTimes(const std::function<void()>& indexed, const std::function<void()>& walk)
+{
+    const qint64 indexedTime = leastTime(indexed);
+    const qint64 walkTime = leastTime(walk);
+    QVERIFY2(indexedTime * leastGain < walkTime,
+        qPrintable(QStringLiteral("%1 ns, and %2 ns for a walk").arg(indexedTime).arg(walkTime)));
+}
+
+/// Samples of one value at the whole prices from 0 on.
+QVector<QPointF> levelSamples(double value)
+{
+    QVector<QPointF> samples;
+    samples.reserve(count);
+    for (int i = 0; i < count; ++i)
+        samples.append(QPointF(i, value));
+    return samples;
+}
+
+}
+
+/// What is asked of many indexed samples costs a small part of a walk over them.
+class tst_SearchCost : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ofTheClosest_data();
+    void ofTheClosest();
+    void ofBounds();
+};
+
+void tst_SearchCost::ofTheClosest_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<bool>("isFound");
+    // Half the view is between the cursor and the samples, so that their prices alone rule none of them out.
+    QTest::newRow("below the cursor") << 0.0 << true;
+    QTest::newRow("above the cursor") << 2.0 << true;
+    QTest::newRow("outside the view") << 3.0 << false;
+}
+
+void tst_SearchCost::ofTheClosest()
+{
+    QFETCH(double, value);
+    QFETCH(bool, isFound);
+    const QVector<QPointF> samples = levelSamples(value);
+    const QwtPointSeriesData series(samples);
+    const std::unique_ptr<SampleIndex> index = SampleIndex::of(&series);
+    QVERIFY(index);
+
+    ClosestPointCalcParams params;
+    params.xMin = 0.0;
+    params.xMax = count;
+    params.yMin = 0.0;
+    params.yMax = 2.0;
+    params.cursorX = count / 2;
+    params.cursorY = 1.0;
+    const int expected = isFound ? count / 2 : ClosestPointParams().index;
+    compareTimes([&] { QCOMPARE(ClosestPoint::find(*index, params).index, expected); },
+        [&] {
+            const auto sample = [&samples](int i) { return samples.at(i); };
+            QCOMPARE(ClosestPoint::find(count, sample, params).index, expected);
+        });
+}
+
+void tst_SearchCost::ofBounds()
+{
+    QVector<QPointF> samples = levelSamples(1.0);
+    samples[count / 2].setY(2.0);
+    const QwtPointSeriesData series(samples);
+    const std::unique_ptr<SampleIndex> index = SampleIndex::of(&series);
+    QVERIFY(index);
+    compareTimes(
+        [&] {
+            const SampleIndex::Bounds bounds = index->bounds(1, count - 1);
+            QCOMPARE(bounds.low, 1.0);
+            QCOMPARE(bounds.high, 2.0);
+        },
+        [&] {
+            double low = samples.at(1).y();
+            double high = low;
+            for (int i = 1; i < count - 1; ++i) {
+                low = std::min(low, samples.at(i).y());
+                high = std::max(high, samples.at(i).y());
+            }
+            QCOMPARE(low, 1.0);
+            QCOMPARE(high, 2.0);
+        });
+}
+
+PLOT2D_TEST_MAIN(tst_SearchCost)
+#include "tst_searchcost.moc"
