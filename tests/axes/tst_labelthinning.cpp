@@ -61,6 +61,7 @@ private Q_SLOTS:
     void parityIsThatOfTheSlot_data();
     void parityIsThatOfTheSlot();
     void indexIsKeptAfterASingleRemoval();
+    void indexIsReadAnewInTheFirstRound();
     void singleRemovalEndsARound();
     void wideQuoteMayReachASecondLabel();
     void roundsRunOut();
@@ -311,6 +312,15 @@ void tst_labelthinning::indexIsKeptAfterASingleRemoval()
     const LabelThinning::Result result = LabelThinning::thinned(ticks, drawnQuote(45, ticks), labels(11));
     QCOMPARE(result.ticks, (Values{10, 70}));
     QCOMPARE(result.quoteIndex, 2);
+}
+
+void tst_labelthinning::indexIsReadAnewInTheFirstRound()
+{
+    // A host's axis may count the quote elsewhere. No label goes, and the quote comes to stand between both.
+    const auto measure = [](double value) { return label(value, value == 15 ? 0 : 14); };
+    const LabelThinning::Result result = LabelThinning::thinned({10, 20}, {15.0, 0, false}, measure);
+    QCOMPARE(result.ticks, (Values{10, 20}));
+    QCOMPARE(result.quoteIndex, 1);
 }
 
 void tst_labelthinning::singleRemovalEndsARound()
