@@ -73,6 +73,7 @@ void tst_SoftFolding::countsPasses_data()
     row("up, and not quite half down", {0, 10, 6}, 0);
     row("up and half down", {0, 10, 5}, 2);
     row("up and down", {0, 10, 0}, 2);
+    row("up and down by a row", {0, 1, 0}, 2);
     row("up and down, and up", {0, 10, 0, 10}, 3);
     row("with a detour", {0, 6, 3, 10}, 2);
     row("with a smaller detour", {0, 6, 4, 10}, 0);
