@@ -16,6 +16,7 @@
 namespace {
 
 constexpr int count = 1 << 20;
+constexpr int middle = count / 2;
 // The index takes a few thousandths of what a walk does; a tenth leaves room for other builds and machines.
 constexpr int leastGain = 10;
 
@@ -87,9 +88,9 @@ void tst_SearchCost::ofTheClosest()
     params.xMax = count;
     params.yMin = 0.0;
     params.yMax = 2.0;
-    params.cursorX = count / 2;
+    params.cursorX = middle;
     params.cursorY = 1.0;
-    const int expected = isFound ? count / 2 : ClosestPointParams().index;
+    const int expected = isFound ? middle : ClosestPointParams().index;
     compareTimes([&] { QCOMPARE(ClosestPoint::find(*index, params).index, expected); },
         [&] {
             const auto sample = [&samples](int i) { return samples.at(i); };
@@ -100,7 +101,7 @@ void tst_SearchCost::ofTheClosest()
 void tst_SearchCost::ofBounds()
 {
     QVector<QPointF> samples = levelSamples(1.0);
-    samples[count / 2].setY(2.0);
+    samples[middle].setY(2.0);
     const QwtPointSeriesData series(samples);
     const std::unique_ptr<SampleIndex> index = SampleIndex::of(&series);
     QVERIFY(index);
