@@ -316,9 +316,9 @@ void tst_labelthinning::indexIsKeptAfterASingleRemoval()
 
 void tst_labelthinning::indexIsReadAnewInTheFirstRound()
 {
-    // A host's axis may count the quote elsewhere. No label goes, and the quote comes to stand between both.
+    // No label goes, but the quote, which was kept out, comes to stand between both.
     const auto measure = [](double value) { return label(value, value == 15 ? 0 : 14); };
-    const LabelThinning::Result result = LabelThinning::thinned({10, 20}, {15.0, 0, false}, measure);
+    const LabelThinning::Result result = LabelThinning::thinned({10, 20}, {15.0, -1, false}, measure);
     QCOMPARE(result.ticks, (Values{10, 20}));
     QCOMPARE(result.quoteIndex, 1);
 }

@@ -68,7 +68,8 @@ void tst_SearchCost::ofTheClosest_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<bool>("isFound");
-    // Half the view is between the cursor and the samples, so that their prices alone rule none of them out.
+    // The samples are half the view or more away from the cursor, so that their prices alone rule none of
+    // them out.
     QTest::newRow("below the cursor") << 0.0 << true;
     QTest::newRow("above the cursor") << 2.0 << true;
     QTest::newRow("outside the view") << 3.0 << false;
@@ -105,16 +106,19 @@ void tst_SearchCost::ofBounds()
     const QwtPointSeriesData series(samples);
     const std::unique_ptr<SampleIndex> index = SampleIndex::of(&series);
     QVERIFY(index);
+    // Neither end is one of a block.
+    constexpr int begin = 1001;
+    constexpr int end = count - 1;
     compareTimes(
         [&] {
-            const SampleIndex::Bounds bounds = index->bounds(1, count - 1);
+            const SampleIndex::Bounds bounds = index->bounds(begin, end);
             QCOMPARE(bounds.low, 1.0);
             QCOMPARE(bounds.high, 2.0);
         },
         [&] {
-            double low = samples.at(1).y();
+            double low = samples.at(begin).y();
             double high = low;
-            for (int i = 1; i < count - 1; ++i) {
+            for (int i = begin; i < end; ++i) {
                 low = std::min(low, samples.at(i).y());
                 high = std::max(high, samples.at(i).y());
             }

@@ -143,6 +143,8 @@ void tst_panlimits::limits_data()
     QTest::addColumn<QRectF>("expected"); // null for none
     QTest::newRow("usual") << between(1.0, 2.0, 3.0, 4.0) << between(1.0, 2.0, 3.0, 4.0);
     QTest::newRow("one value") << between(1.0, 2.0, 3.0, 3.0) << between(1.0, 2.0, -7.0, 13.0);
+    constexpr double largest = std::numeric_limits<double>::max();
+    QTest::newRow("the largest value") << QRectF(1.0, largest, 1.0, 0.0) << QRectF(1.0, largest, 1.0, 20.0);
     QTest::newRow("one price") << between(1.0, 1.0, 3.0, 4.0) << QRectF();
     QTest::newRow("no curves") << QRectF() << QRectF();
     QTest::newRow("negative height") << between(1.0, 2.0, 4.0, 3.0) << QRectF();
