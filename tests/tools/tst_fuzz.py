@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""tools/fuzz: of which code the counted inputs are. Fuzzers that only count stand in for those of libFuzzer."""
+"""tools/fuzz: of which code the counted inputs are, and whether planted bugs are found.
+
+Scripts that only count, or only say what they have found, stand in for the fuzzers of libFuzzer.
+"""
 
 import json
 import pathlib
@@ -73,6 +76,23 @@ class Fuzz(unittest.TestCase):
         git = ["git", "-c", "user.name=a", "-c", "user.email=a@b", "-c", "init.defaultBranch=main", "-C", str(self.root)]
         for command in (["init", "-q"], ["add", "src", "apps", "tests"], ["commit", "-q", "-m", "All"]):
             subprocess.run(git + command, check=True)
+
+    def plant(self, body):
+        """Puts something else in the place of the fuzzer that is to find a leak."""
+        self.write("build/fuzz/tests/fuzz/fuzzer_control_leak", "#!/bin/bash\n" + body).chmod(0o755)
+
+    def test_planted_bugs(self):
+        """Each planted bug is found by one of four searches, which differ, and by the one who is to find it."""
+        for control in CONTROLS:
+            self.write(f"build/fuzz/tests/fuzz/fuzzer_control_{control}", CONTROL).chmod(0o755)
+        self.assertEqual(self.fuzz("--self-check")[0], 0, self.said)
+        self.plant('[[ " $* " == *" -seed=4 "* ]] || exit 0\necho "LeakSanitizer: detected"\nexit 1\n')
+        self.assertEqual(self.fuzz("--self-check")[0], 0, self.said)
+        self.plant("exit 0\n")
+        self.assertEqual(self.fuzz("--self-check")[0], 1, self.said)
+        self.assertIn('not even the planted bug "leak"', self.said)
+        self.plant('echo "deadly signal"\nexit 1\n')
+        self.assertEqual(self.fuzz("--self-check")[0], 1, self.said)
 
     def test_counts_go_on(self):
         """A call goes on where the one before has ended."""
