@@ -3,10 +3,11 @@
 #include "position/legtexts.h"
 #include "position/positionjson.h"
 
+#include <database/filelock.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -89,7 +90,7 @@ bool PositionFile::setLegs(const QString& baseCode, const QVector<Leg>& legs)
         return true;
     }
     QDir().mkpath(QFileInfo(m_fileName).absolutePath());
-    QLockFile lock(m_fileName + QStringLiteral(".lock"));
+    FileLock lock(m_fileName + QStringLiteral(".lock"));
     const bool isOurs = lock.tryLock(patience);
     if (isOurs) {
         if (const auto others = readFile(m_fileName))

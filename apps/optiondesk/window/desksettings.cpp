@@ -3,12 +3,12 @@
 #include "window/desktexts.h"
 #include "window/settingsfile.h"
 
+#include <database/filelock.h>
 #include <database/settings.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QStandardPaths>
 
 QString DeskSettings::userFileName()
@@ -22,7 +22,7 @@ DeskSettings::DeskSettings(const QString& fileName, Broken broken)
     if (open(fileName))
         return;
     // Another desk may be about to set the same file aside, and then to write a new one.
-    QLockFile lock(fileName + QStringLiteral(".aside"));
+    FileLock lock(fileName + QStringLiteral(".aside"));
     constexpr int patience = 5000;
     const bool isOurs = broken == Broken::SetAside && lock.tryLock(patience);
     if (isOurs && open(fileName))

@@ -1,5 +1,7 @@
 #include "database/settings.h"
 
+#include "database/filelock.h"
+
 #include <QCoreApplication>
 #include <QDataStream>
 #include <QDir>
@@ -67,6 +69,14 @@ bool hasRoom(const QString& fileName, qint64 size)
         && trial.write(QByteArray(static_cast<int>(size), ' ')) == size && trial.flush();
 }
 
+/// Whether a file's lock, under the name that QSettings gives it, is or becomes free: QSettings waits without
+/// end for one, and half a minute for the lock of a program that was killed.
+bool canBeLocked(const QString& fileName)
+{
+    constexpr int patience = 2000; // milliseconds
+    return FileLock(fileName + QLatin1String(".lock")).tryLock(patience);
+}
+
 }
 
 struct Settings::Private {
@@ -131,7 +141,9 @@ qint64 Settings::Private::largestSize() const
 
 bool Settings::Private::write()
 {
-    if (placeOf(fileName) != Place::Usable || (!changes.isEmpty() && !hasRoom(fileName, largestSize())))
+    if (placeOf(fileName) != Place::Usable)
+        return false;
+    if (!changes.isEmpty() && !(hasRoom(fileName, largestSize()) && canBeLocked(fileName)))
         return false;
     // A QSettings keeps its first error for good; hence a new one for each attempt.
     auto attempt = std::make_unique<QSettings>(fileName, QSettings::IniFormat);

@@ -1,4 +1,5 @@
 #include "positiontest.h"
+#include "support/locks.h"
 #include "support/testmain.h"
 
 #include <position/positionfile.h>
@@ -44,6 +45,7 @@ private Q_SLOTS:
     void init();
     void comesBack();
     void ofEachUnderlying();
+    void lockOfAKilledDesk();
     void withoutFile();
     void brokenIsKeptAside_data();
     void brokenIsKeptAside();
@@ -93,6 +95,14 @@ void tst_positionfile::ofEachUnderlying()
     QVERIFY(one.setLegs(
         QStringLiteral("OIL"), {leg(LegKind::Call, 0, 5.0, 1.0), leg(LegKind::Call, 1, 5.0, 1.0)}));
     QCOMPARE(PositionFile(file()).legs(QStringLiteral("OIL")).size(), 1);
+}
+
+void tst_positionfile::lockOfAKilledDesk()
+{
+    QVERIFY(TestSupport::leaveLock(file() + QStringLiteral(".lock")));
+    PositionFile positions(file());
+    QVERIFY(positions.setLegs(QStringLiteral("OIL"), someLegs()));
+    QCOMPARE(PositionFile(file()).legs(QStringLiteral("OIL")), someLegs());
 }
 
 void tst_positionfile::withoutFile()

@@ -1,4 +1,5 @@
 #include "desktest.h"
+#include "support/locks.h"
 #include "support/testmain.h"
 
 #include <window/desksettings.h>
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void brokenFileIsSetAside_data();
     void brokenFileIsSetAside();
     void keepsEveryBrokenFile();
+    void setsAsideWhereADeskWasKilled();
     void leavesWhatCannotBeSetAside();
     void takesOrdinaryValues_data();
     void takesOrdinaryValues();
@@ -143,6 +145,15 @@ void tst_desksettings::keepsEveryBrokenFile()
     QCOMPARE(content(path("s.ini.broken")), QByteArray("first"));
     QCOMPARE(content(path("s.ini.broken2")), QByteArray("second"));
     QCOMPARE(content(path("s.ini.broken3")), QByteArray("third"));
+}
+
+void tst_desksettings::setsAsideWhereADeskWasKilled()
+{
+    const QString file = DeskTest::write(path("s.ini"), "no settings at all\n");
+    QVERIFY(TestSupport::leaveLock(file + QStringLiteral(".aside")));
+    const DeskSettings settings(file);
+    QVERIFY(settings.host());
+    QVERIFY(QFile::exists(path("s.ini.broken")));
 }
 
 void tst_desksettings::leavesWhatCannotBeSetAside()

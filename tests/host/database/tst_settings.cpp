@@ -1,4 +1,6 @@
+#include "database/filelock.h"
 #include "database/settings.h"
+#include "support/locks.h"
 #include "support/testmain.h"
 
 #include <random>
@@ -51,6 +53,8 @@ private Q_SLOTS:
     void unwritableFolder();
     void folderInPlaceOfFile();
     void twoOnOneFile();
+    void lockOfAKilledProgram();
+    void lockOfALivingProgram();
     void userSettings();
 
 private:
@@ -304,6 +308,35 @@ void tst_settings::twoOnOneFile()
     QVERIFY(first.sync());
     QCOMPARE(first.value(QStringLiteral("b")).toInt(), 2);
     QCOMPARE(second.value(QStringLiteral("a")).toInt(), 1);
+}
+
+void tst_settings::lockOfAKilledProgram()
+{
+    QVERIFY(TestSupport::leaveLock(path("a.ini.lock")));
+    Settings settings(path("a.ini"));
+    settings.setValue(QStringLiteral("a"), 1);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(settings.sync());
+    QVERIFY(timer.elapsed() < TestSupport::keptByItself / 2);
+    QCOMPARE(Settings(path("a.ini")).value(QStringLiteral("a")).toInt(), 1);
+    QVERIFY(!QFile::exists(path("a.ini.lock")));
+}
+
+void tst_settings::lockOfALivingProgram()
+{
+    FileLock living(path("a.ini.lock"));
+    QVERIFY(living.tryLock(0));
+    Settings settings(path("a.ini"));
+    // What only reads needs no lock.
+    QVERIFY(settings.sync());
+    settings.setValue(QStringLiteral("a"), 1);
+    QVERIFY(!settings.sync());
+    QCOMPARE(settings.value(QStringLiteral("a")).toInt(), 1);
+    QVERIFY(!QFile::exists(path("a.ini")));
+    living.unlock();
+    QVERIFY(settings.sync());
+    QCOMPARE(Settings(path("a.ini")).value(QStringLiteral("a")).toInt(), 1);
 }
 
 void tst_settings::userSettings()

@@ -1,5 +1,6 @@
 #include "../database/storagefixture.h"
 #include "sharingtest.h"
+#include "support/locks.h"
 #include "support/testmain.h"
 
 #include <QDir>
@@ -37,6 +38,8 @@ void tst_sharedjournal::unsentCommitsOfAnEndedProgram()
     QVERIFY(!content.contains(PostgresServer::password().toUtf8()));
     const auto access = QFile(unsent + QLatin1Char('/') + files.first()).permissions();
     QVERIFY(!(access & (QFileDevice::ReadGroup | QFileDevice::ReadOther)));
+    // The next program has taken the file over and was killed then.
+    QVERIFY(TestSupport::leaveLock(unsent + QLatin1Char('/') + files.first() + QLatin1String(".lock")));
     server().start();
     const SharingDesk next(address(), unsent);
     QCOMPARE(SampleTable::ids(next.table), (QVector<int>{2, 3, 4, 5, 6, 7}));

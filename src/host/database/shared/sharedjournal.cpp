@@ -1,10 +1,11 @@
 #include "database/shared/sharedjournal_p.h"
 
+#include "database/filelock.h"
+
 #include <QCryptographicHash>
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
-#include <QLockFile>
 #include <QSaveFile>
 
 namespace {
@@ -76,9 +77,7 @@ bool SharedJournal::lock()
 {
     if (m_lock)
         return true;
-    auto lock = std::make_unique<QLockFile>(fileName() + QLatin1String(".lock"));
-    // Age does not matter, whether the program still runs does.
-    lock->setStaleLockTime(0);
+    auto lock = std::make_unique<FileLock>(fileName() + QLatin1String(".lock"));
     if (!lock->tryLock(0))
         return false;
     m_lock = std::move(lock);

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-class QLockFile;
+class FileLock;
 
 /// A file that keeps the commits which a program has made and the database has not, should the program end
 /// first.
@@ -38,5 +38,5 @@ private:
     const QString m_identity;
     const QString m_writer;
     QVector<SharedCommit> m_commits;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<FileLock> m_lock;
 };
