@@ -12,8 +12,8 @@ public:
     /// In a folder that is there already.
     explicit FileLock(const QString& fileName);
 
-    /// Whether the lock is ours now. Others are waited for so long, in milliseconds; 0 waits for nobody. False
-    /// at once where no file can be made.
+    /// Whether the lock is ours now. Others are waited for so long, in milliseconds, with 0 not at all. Where
+    /// no file can be made it is false at once.
     bool tryLock(int patience);
     /// Gives up a lock that is ours, as the destructor does.
     void unlock();

@@ -21,6 +21,8 @@ namespace {
 constexpr quint64 seed = 20241120;
 /// There is no version that is whole.
 constexpr int broken = -1;
+/// With a writer, in milliseconds.
+constexpr int patience = 60000;
 
 int settingsVersion(const QDir& folder)
 {
@@ -125,15 +127,20 @@ const QVector<Kind>& kinds()
 /// A desk that is killed while it stores: what it has told to be stored is there, as a whole, and the next
 /// desk goes on with it.
 ///
-/// PLOT2D_KILLS is the number of kills of each kind, 20 unless it says otherwise.
+/// PLOT2D_KILLS is the number of kills of each kind at random moments, 20 unless it says otherwise.
 class tst_killeddesk : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void keepsWhatIsStored_data();
     void keepsWhatIsStored();
+    void goesOnAfterAKillAtAnyCall_data() { keepsWhatIsStored_data(); }
+    void goesOnAfterAKillAtAnyCall();
 
 private:
+    static void start(QProcess& writer, const char* kind, const QString& folder, const QStringList& rest);
+    /// The last version that a writer told of, whose last one before was another.
+    static int told(const QByteArray& output, int before);
     /// Runs a writer for a while and kills it; the last version that it told of.
     int runAndKill(const char* kind, const QString& folder, int last);
 
@@ -147,12 +154,21 @@ void tst_killeddesk::keepsWhatIsStored_data()
         QTest::newRow(kinds().at(kind).name) << kind;
 }
 
+void tst_killeddesk::start(QProcess& writer, const char* kind, const QString& folder, const QStringList& rest)
+{
+    writer.start(QStringLiteral(VERSION_WRITER), QStringList{QString::fromLatin1(kind), folder} + rest);
+}
+
+int tst_killeddesk::told(const QByteArray& output, int before)
+{
+    const int whole = output.lastIndexOf('\n');
+    return whole < 0 ? before : output.left(whole).split('\n').last().toInt();
+}
+
 int tst_killeddesk::runAndKill(const char* kind, const QString& folder, int last)
 {
-    constexpr int patience = 60000;
     QProcess writer;
-    writer.start(
-        QStringLiteral(VERSION_WRITER), {QString::fromLatin1(kind), folder, QString::number(last + 1)});
+    start(writer, kind, folder, {QString::number(last + 1)});
     QByteArray output;
     QElapsedTimer timer;
     timer.start();
@@ -170,8 +186,7 @@ int tst_killeddesk::runAndKill(const char* kind, const QString& folder, int last
     const QByteArray errors = writer.readAllStandardError();
     if (writer.exitStatus() != QProcess::CrashExit || output.count('\n') < first || !errors.isEmpty())
         qWarning("the writer stopped or complained: %s", errors.constData());
-    const int whole = output.lastIndexOf('\n');
-    return whole < 0 ? last : output.left(whole).split('\n').last().toInt();
+    return told(output, last);
 }
 
 void tst_killeddesk::keepsWhatIsStored()
@@ -186,7 +201,7 @@ void tst_killeddesk::keepsWhatIsStored()
     int unfinished = 0;
     for (int i = 0; i < kills; ++i) {
         const QStringList before = filesOf(folder);
-        const int told = runAndKill(one.name, folder.path(), last);
+        const int lastTold = runAndKill(one.name, folder.path(), last);
         const QStringList after = filesOf(folder);
         for (const QString& name : after) {
             QVERIFY2(name.startsWith(one.file), qPrintable(name));
@@ -194,13 +209,13 @@ void tst_killeddesk::keepsWhatIsStored()
         }
         const int stored = one.version(QDir(folder.path()));
         // One may be stored without the time to tell of it.
-        QVERIFY2(stored == told || stored == told + 1,
+        QVERIFY2(stored == lastTold || stored == lastTold + 1,
             qPrintable(QStringLiteral("seed %1, kill %2: version %3 told of, %4 stored")
                            .arg(seed)
                            .arg(i)
-                           .arg(told)
+                           .arg(lastTold)
                            .arg(stored)));
-        untold += stored != told ? 1 : 0;
+        untold += stored != lastTold ? 1 : 0;
         last = stored;
     }
     qInfo("%d kills after %d versions, %d of them stored but not told of; %d unfinished files", kills, last,
@@ -208,6 +223,31 @@ void tst_killeddesk::keepsWhatIsStored()
     QVERIFY(last > 0);
     // Of few kills none may fall between the beginning of a write and what is told of it.
     QVERIFY(unfinished + untold > 0 || kills < 100);
+}
+
+void tst_killeddesk::goesOnAfterAKillAtAnyCall()
+{
+    QFETCH(int, kind);
+    const Kind one = kinds().at(kind);
+    const QTemporaryDir folder;
+    int last = 0;
+    int call = 1;
+    for (bool isKilled = true; isKilled; ++call) {
+        QProcess writer;
+        start(writer, one.name, folder.path(), {QString::number(last + 1), QString::number(call)});
+        // Half a minute is what a lock of nobody may cost.
+        constexpr int longest = 15000;
+        QVERIFY2(writer.waitForFinished(longest), QByteArray::number(call));
+        QCOMPARE(writer.readAllStandardError(), QByteArray());
+        isKilled = writer.exitStatus() == QProcess::CrashExit;
+        const int lastTold = told(writer.readAllStandardOutput(), last);
+        QCOMPARE(lastTold, isKilled ? last + 1 : last + 2);
+        const int stored = one.version(QDir(folder.path()));
+        QVERIFY2(stored == lastTold || (isKilled && stored == lastTold + 1), QByteArray::number(call));
+        last = stored;
+    }
+    qInfo("%d calls", call - 2);
+    QVERIFY(call > 5);
 }
 
 PLOT2D_TEST_MAIN(tst_killeddesk)

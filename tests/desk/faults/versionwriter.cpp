@@ -1,3 +1,4 @@
+#include "desk/faults/killpoints.h"
 #include "desk/faults/versions.h"
 
 #include <output/plotexport.h>
@@ -72,16 +73,23 @@ Writer writerOf(const QString& what, const QDir& folder)
 }
 
 /// Stores versions without end, from a number on, and tells of each that is stored in a line with its number.
-/// Arguments: what is stored (settings, positions, import, table or picture), the folder, the first number.
+/// Arguments: what is stored (settings, positions, import, table or picture), the folder, the first number;
+/// and, to store two versions only, the call of the second one before which the program is killed.
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     try {
         const Writer write = writerOf(arguments.at(1), QDir(arguments.at(2)));
-        for (int version = arguments.at(3).toInt(); write(version); ++version) {
+        const int first = arguments.at(3).toInt();
+        const int killedAt = arguments.value(4).toInt();
+        for (int version = first; write(version); ++version) {
+            KillPoints::disarm();
             std::printf("%d\n", version);
             std::fflush(stdout);
+            if (killedAt > 0 && version > first)
+                return 0;
+            KillPoints::arm(killedAt);
         }
         std::fprintf(stderr, "it cannot be written\n");
     } catch (const Exception& error) {
