@@ -4,6 +4,7 @@
 #include "pixelvalue_p.h"
 #include "valuerange_p.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -52,7 +53,9 @@ std::optional<QRectF> PanLimits::limits(const QRectF& curves, const QRectF& view
         return std::nullopt;
     if (result.height() == 0.0) {
         const double margin = view.height() * 0.5 * 0.5;
-        result = QRectF(curves.x(), curves.y() - margin, curves.width(), 2.0 * margin);
+        // A rectangle that begins at minus infinity would end there as well.
+        const double low = std::max(curves.y() - margin, std::numeric_limits<double>::lowest());
+        result = QRectF(curves.x(), low, curves.width(), 2.0 * margin);
     }
     return ValueRange::canBeViewed(result) ? std::optional<QRectF>(result) : std::nullopt;
 }

@@ -52,6 +52,7 @@ private Q_SLOTS:
 
     void limits_data();
     void limits();
+    void limitsAtTheEndsOfTheNumbers();
     void overlap_data();
     void overlap();
     void inside_data();
@@ -164,6 +165,21 @@ void tst_panlimits::limits()
     const double none = std::numeric_limits<double>::quiet_NaN();
     QVERIFY(PanLimits::limits(between(1.0, 2.0, 3.0, 3.0), QRectF(0.0, 0.0, 10.0, none)));
     QVERIFY(!PanLimits::limits(between(1.0, 2.0, 3.0, 3.0), QRectF(0.0, 0.0, 10.0, -40.0)));
+}
+
+void tst_panlimits::limitsAtTheEndsOfTheNumbers()
+{
+    constexpr double lowest = std::numeric_limits<double>::lowest();
+    const QRectF view(0.0, lowest, 10.0, 1e308);
+    const auto limits = PanLimits::limits(QRectF(1.0, lowest, 1.0, 0.0), view);
+    QVERIFY(limits);
+    QCOMPARE(limits->top(), lowest);
+    QCOMPARE(limits->height(), 0.5e308);
+    // An end that is no number limits nothing.
+    const auto endless = PanLimits::limits(QRectF(1.0, -lowest, 1.0, 0.0), view);
+    QVERIFY(endless && std::isinf(endless->bottom()));
+    const PanLimits::Axis low = values(-2e307, 0.0);
+    QCOMPARE(PanLimits::limitedShiftY(low, between(0.0, 10.0, -1e307, 1e307), *endless, 5.0), 5.0);
 }
 
 void tst_panlimits::overlap_data()

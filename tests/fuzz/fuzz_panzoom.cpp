@@ -145,7 +145,11 @@ void expectLimits(const QRectF& curves, const QRectF& view)
     if (curves.height() > 0.0) {
         FUZZ_EXPECT(limits->height() == curves.height());
         FUZZ_EXPECT(limits->top() == curves.top() || std::isnan(curves.top()));
-    } else if (std::abs(curves.top()) < 1e3 * view.height() && view.height() >= 1e-300
+        return;
+    }
+    const bool hasPlace = std::isfinite(curves.top()) && std::isfinite(view.height());
+    FUZZ_EXPECT(!hasPlace || std::isfinite(limits->top()));
+    if (std::abs(curves.top()) < 1e3 * view.height() && view.height() >= 1e-300
         && std::isfinite(std::abs(curves.top()) + view.height())) {
         FUZZ_EXPECT(isClose(limits->height(), 0.5 * view.height(), 1e-9 * view.height()));
         FUZZ_EXPECT(isClose(limits->center().y(), curves.top(), 1e-9 * view.height()));
