@@ -8,7 +8,8 @@ namespace TestSupport {
 /// For how long QLockFile by itself keeps a lock that leaveLock() has left, in milliseconds.
 inline constexpr int keptByItself = 20000;
 
-/// Makes a lock some time old, in milliseconds; whether that was possible.
+/// Makes a lock some time old, in milliseconds, and an empty one first where there is none; whether that was
+/// possible.
 inline bool ageLock(const QString& fileName, int age)
 {
     QFile file(fileName);

@@ -19,7 +19,7 @@ namespace Position {
 namespace {
 
 // For another desk to write, in milliseconds.
-constexpr int patience = 2000;
+constexpr int patience = 5000;
 
 // A name beside the file's that nothing has yet.
 QString nameAside(const QString& fileName)

@@ -1,19 +1,61 @@
 #include "database/filelock.h"
 
-FileLock::FileLock(const QString& fileName)
-    : m_file(fileName)
+#include <QFile>
+#include <QSysInfo>
+
+namespace {
+
+// A lock that no living program of this machine holds is taken over at this age, in milliseconds. QLockFile
+// itself looks up whether the program runs that is named in the file; but a program may be killed before it
+// is named, and its number may be another's today. For those there is the age, half a minute by default. It
+// takes nothing from a program that runs: QLockFile removes no file on which flock() is held, which ends with
+// the program. So it need only be longer than it takes to call flock() on a new file, also where the times of
+// files are rounded.
+constexpr int forgotten = 3000;
+
+}
+
+FileLock::FileLock(const QString& fileName, Held held)
+    : m_fileName(fileName)
+    , m_held(held)
+    , m_file(fileName)
 {
-    // QLockFile asks the program's name in the file whether that still runs, and where there is none yet, or
-    // the number is another program's now, the file's age alone. The age that it takes by itself is half a
-    // minute. A second is enough for a name to be written, and takes nothing from a program that runs: that
-    // also holds the file's flock(), without which QLockFile never removes a file, however old.
-    constexpr int nameless = 1000;
-    m_file.setStaleLockTime(nameless);
+}
+
+// In the terms of QLockFile, where 0 is never.
+int FileLock::takeoverAge() const
+{
+    qint64 program = 0;
+    QString machine;
+    QString name;
+    const bool isElsewhere = m_file.getLockInfo(&program, &machine, &name) && !machine.isEmpty()
+        && machine != QSysInfo::machineHostName();
+    // Not every shared folder shows here what is held there.
+    constexpr int elsewhere = 30000;
+    if (isElsewhere)
+        return m_held == Held::Long ? 0 : elsewhere;
+    return forgotten;
+}
+
+// QLockFile locks the removal of an old file in the same way, and programs are killed there as well.
+void FileLock::letOldOnesBeRemoved() const
+{
+    const QString removal = m_fileName + QLatin1String(".rmlock");
+    if (!QFile::exists(removal))
+        return;
+    QLockFile left(removal);
+    left.setStaleLockTime(forgotten);
+    left.tryLock(0);
 }
 
 bool FileLock::tryLock(int patience)
 {
-    return m_file.tryLock(patience);
+    m_file.setStaleLockTime(takeoverAge());
+    letOldOnesBeRemoved();
+    if (m_file.tryLock(patience))
+        return true;
+    letOldOnesBeRemoved();
+    return m_file.tryLock(0);
 }
 
 void FileLock::unlock()

@@ -6,18 +6,31 @@
 /// A file by which programs agree that one of them at a time does something. It is there as long as one does.
 ///
 /// A program that is killed leaves its lock behind, and it may not even have put its name in it yet. The next
-/// one takes such a lock over as soon as it is a second old.
+/// one takes such a lock over when it is three seconds old.
 class FileLock {
 public:
-    /// In a folder that is there already.
-    explicit FileLock(const QString& fileName);
+    /// How long a lock is held usually.
+    enum class Held {
+        /// For a moment: one of another machine is taken over when it is half a minute old.
+        Briefly,
+        /// For any time: one of another machine is never taken over.
+        Long
+    };
 
-    /// Whether the lock is ours now. Others are waited for so long, in milliseconds, with 0 not at all. Where
-    /// no file can be made it is false at once.
+    /// In a folder that is there already.
+    explicit FileLock(const QString& fileName, Held held = Held::Briefly);
+
+    /// Whether the lock is ours now. Waits for others at most so many milliseconds, from 0 on. Where no file
+    /// can be made it is false at once.
     bool tryLock(int patience);
     /// Gives up a lock that is ours, as the destructor does.
     void unlock();
 
 private:
+    int takeoverAge() const;
+    void letOldOnesBeRemoved() const;
+
+    const QString m_fileName;
+    const Held m_held;
     QLockFile m_file;
 };

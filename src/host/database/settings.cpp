@@ -70,10 +70,10 @@ bool hasRoom(const QString& fileName, qint64 size)
 }
 
 /// Whether a file's lock, under the name that QSettings gives it, is or becomes free: QSettings waits without
-/// end for one, and half a minute for the lock of a program that was killed.
+/// end for one, and half a minute for that of a program which was killed before it was named in it.
 bool canBeLocked(const QString& fileName)
 {
-    constexpr int patience = 2000; // milliseconds
+    constexpr int patience = 5000; // milliseconds
     return FileLock(fileName + QLatin1String(".lock")).tryLock(patience);
 }
 
@@ -111,9 +111,15 @@ struct Settings::Private {
             = [&](const Change& earlier) { return !earlier.isRemoval && earlier.key == change.key; };
         changes.erase(std::remove_if(changes.begin(), changes.end(), isOutdated), changes.end());
         changes.append(change);
-        if (changes.size() == 1)
+        if (!isWriteDue)
             QMetaObject::invokeMethod(
-                &context, [this] { write(); }, Qt::QueuedConnection);
+                &context,
+                [this] {
+                    isWriteDue = false;
+                    write();
+                },
+                Qt::QueuedConnection);
+        isWriteDue = true;
     }
 
     bool write();
@@ -124,6 +130,8 @@ struct Settings::Private {
     std::unique_ptr<QSettings> stored;
     /// What is not written yet, in order.
     QVector<Change> changes;
+    /// Whether the next round of the event loop writes.
+    bool isWriteDue = false;
     QObject context;
 };
 

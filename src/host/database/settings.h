@@ -31,8 +31,8 @@ public:
     /// Removes the value and everything below the key.
     void remove(const QString& key);
 
-    /// Writes what is not written yet; false, and nothing is lost in memory, if the file cannot be written
-    /// or what stands there is not a settings file.
+    /// Writes what is not written yet; false, and nothing is lost in memory, if the file cannot be written,
+    /// another program keeps it locked for five seconds or what stands there is not a settings file.
     bool sync();
     /// The file, with its path.
     QString fileName() const;

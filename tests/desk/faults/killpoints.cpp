@@ -47,7 +47,7 @@ void KillPoints::disarm()
 // What Qt and SQLite change files with.
 extern "C" {
 
-// A mode that the caller has left out is whatever stands in its register, and is not read.
+// A mode that the caller has left out is whatever stands in its register, and nobody looks at it.
 int open(const char* file, int flags, unsigned mode)
 {
     static Open* const call = next<Open>("open");

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Where a program can be killed while it stores: before each of its calls that change files.
+/// Where a program can be killed while it stores: before each of its calls that change files or lock them.
 ///
 /// Linked into a program, with its symbols exported, they count the calls of all libraries as well.
 namespace KillPoints {

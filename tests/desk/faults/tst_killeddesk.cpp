@@ -1,4 +1,5 @@
 #include "desk/faults/versions.h"
+#include "support/locks.h"
 #include "support/testmain.h"
 
 #include <position/positionfile.h>
@@ -13,6 +14,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <functional>
 #include <random>
 
@@ -106,18 +108,37 @@ QStringList filesOf(const QTemporaryDir& folder)
     return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden);
 }
 
+bool isEmptyFile(const QString& fileName)
+{
+    const QFileInfo info(fileName);
+    return info.isFile() && info.size() == 0;
+}
+
+/// Leaves a lock of nobody, or makes those that are left as old as that: nothing is waited for then.
+bool leaveOldLocks(const QString& lock)
+{
+    const QString removal = lock + QLatin1String(".rmlock");
+    constexpr int age = 5000;
+    return TestSupport::ageLock(lock, age) && (!QFile::exists(removal) || TestSupport::ageLock(removal, age));
+}
+
 struct Kind {
     const char* name;
     /// What it is stored in; what is left unfinished is named after it.
     QString file;
     std::function<int(const QDir&)> version;
+    /// Whether a program reads what is stored before it stores anew.
+    bool isRead = false;
+    /// Whether a file beside it locks it.
+    bool isLocked = false;
 };
 
 const QVector<Kind>& kinds()
 {
-    static const QVector<Kind> all{{"settings", Versions::settingsFile(), &settingsVersion},
-        {"positions", Versions::positionsFile(), &positionsVersion},
-        {"import", Versions::database(), &databaseVersion}, {"table", Versions::tableFile(), &tableVersion},
+    static const QVector<Kind> all{{"settings", Versions::settingsFile(), &settingsVersion, true, true},
+        {"positions", Versions::positionsFile(), &positionsVersion, true, true},
+        {"import", Versions::database(), &databaseVersion, true},
+        {"table", Versions::tableFile(), &tableVersion},
         {"picture", Versions::pictureFile(), &pictureVersion}};
     return all;
 }
@@ -134,11 +155,11 @@ class tst_killeddesk : public QObject {
 private Q_SLOTS:
     void keepsWhatIsStored_data();
     void keepsWhatIsStored();
-    void goesOnAfterAKillAtAnyCall_data() { keepsWhatIsStored_data(); }
+    void goesOnAfterAKillAtAnyCall_data();
     void goesOnAfterAKillAtAnyCall();
 
 private:
-    static void start(QProcess& writer, const char* kind, const QString& folder, const QStringList& rest);
+    static void start(QProcess& writer, const char* kind, const QString& folder, const QVector<int>& numbers);
     /// The last version that a writer told of, whose last one before was another.
     static int told(const QByteArray& output, int before);
     /// Runs a writer for a while and kills it; the last version that it told of.
@@ -154,9 +175,13 @@ void tst_killeddesk::keepsWhatIsStored_data()
         QTest::newRow(kinds().at(kind).name) << kind;
 }
 
-void tst_killeddesk::start(QProcess& writer, const char* kind, const QString& folder, const QStringList& rest)
+void tst_killeddesk::start(
+    QProcess& writer, const char* kind, const QString& folder, const QVector<int>& numbers)
 {
-    writer.start(QStringLiteral(VERSION_WRITER), QStringList{QString::fromLatin1(kind), folder} + rest);
+    QStringList arguments{QString::fromLatin1(kind), folder};
+    for (const int number : numbers)
+        arguments << QString::number(number);
+    writer.start(QStringLiteral(VERSION_WRITER), arguments);
 }
 
 int tst_killeddesk::told(const QByteArray& output, int before)
@@ -168,7 +193,7 @@ int tst_killeddesk::told(const QByteArray& output, int before)
 int tst_killeddesk::runAndKill(const char* kind, const QString& folder, int last)
 {
     QProcess writer;
-    start(writer, kind, folder, {QString::number(last + 1)});
+    start(writer, kind, folder, {last + 1});
     QByteArray output;
     QElapsedTimer timer;
     timer.start();
@@ -225,29 +250,51 @@ void tst_killeddesk::keepsWhatIsStored()
     QVERIFY(unfinished + untold > 0 || kills < 100);
 }
 
+void tst_killeddesk::goesOnAfterAKillAtAnyCall_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("before");
+    for (int kind = 0; kind < kinds().size(); ++kind) {
+        if (kinds().at(kind).isRead)
+            QTest::addRow("%s, first store", kinds().at(kind).name) << kind << 0;
+        QTest::addRow("%s, next store", kinds().at(kind).name) << kind << 1;
+    }
+}
+
 void tst_killeddesk::goesOnAfterAKillAtAnyCall()
 {
     QFETCH(int, kind);
+    QFETCH(int, before);
     const Kind one = kinds().at(kind);
     const QTemporaryDir folder;
+    const QString lock = folder.filePath(one.file + QLatin1String(".lock"));
     int last = 0;
-    int call = 1;
-    for (bool isKilled = true; isKilled; ++call) {
+    int kills = 0;
+    int namelessLocks = 0;
+    for (bool isKilled = true; isKilled; kills += isKilled ? 1 : 0) {
+        QVERIFY(!one.isLocked || leaveOldLocks(lock));
         QProcess writer;
-        start(writer, one.name, folder.path(), {QString::number(last + 1), QString::number(call)});
-        // Half a minute is what a lock of nobody may cost.
-        constexpr int longest = 15000;
-        QVERIFY2(writer.waitForFinished(longest), QByteArray::number(call));
+        start(writer, one.name, folder.path(), {last + 1, last + 1 + before, kills + 1});
+        // A lock without a name by itself costs the next writer half a minute.
+        constexpr int longest = 25000;
+        QVERIFY2(writer.waitForFinished(longest), QByteArray::number(kills));
         QCOMPARE(writer.readAllStandardError(), QByteArray());
         isKilled = writer.exitStatus() == QProcess::CrashExit;
+        QCOMPARE(writer.exitCode(), isKilled ? SIGKILL : 0);
         const int lastTold = told(writer.readAllStandardOutput(), last);
-        QCOMPARE(lastTold, isKilled ? last + 1 : last + 2);
+        QCOMPARE(lastTold, last + before + (isKilled ? 0 : 1));
+        namelessLocks += isEmptyFile(lock) ? 1 : 0;
         const int stored = one.version(QDir(folder.path()));
-        QVERIFY2(stored == lastTold || (isKilled && stored == lastTold + 1), QByteArray::number(call));
+        QVERIFY2(stored == lastTold || (isKilled && stored == lastTold + 1),
+            qPrintable(QStringLiteral("killed before call %1: version %2 told of, %3 stored")
+                           .arg(kills + 1)
+                           .arg(lastTold)
+                           .arg(stored)));
         last = stored;
     }
-    qInfo("%d calls", call - 2);
-    QVERIFY(call > 5);
+    qInfo("%d calls, %d locks without a name", kills, namelessLocks);
+    QVERIFY(kills >= 5);
+    QVERIFY(namelessLocks > 0 || !one.isLocked);
 }
 
 PLOT2D_TEST_MAIN(tst_killeddesk)

@@ -74,22 +74,25 @@ Writer writerOf(const QString& what, const QDir& folder)
 
 /// Stores versions without end, from a number on, and tells of each that is stored in a line with its number.
 /// Arguments: what is stored (settings, positions, import, table or picture), the folder, the first number;
-/// and, to store two versions only, the call of the second one before which the program is killed.
+/// and, to be killed, a number and the call before which that happens while the version of this number is
+/// stored, the last one then. That of the first number includes the opening of what is stored in.
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     try {
+        int version = arguments.at(3).toInt();
+        const int last = arguments.value(4).toInt();
+        const int call = arguments.value(5).toInt();
+        KillPoints::arm(version == last ? call : 0);
         const Writer write = writerOf(arguments.at(1), QDir(arguments.at(2)));
-        const int first = arguments.at(3).toInt();
-        const int killedAt = arguments.value(4).toInt();
-        for (int version = first; write(version); ++version) {
+        for (; write(version); ++version) {
             KillPoints::disarm();
             std::printf("%d\n", version);
             std::fflush(stdout);
-            if (killedAt > 0 && version > first)
+            if (version == last)
                 return 0;
-            KillPoints::arm(killedAt);
+            KillPoints::arm(version + 1 == last ? call : 0);
         }
         std::fprintf(stderr, "it cannot be written\n");
     } catch (const Exception& error) {

@@ -4,6 +4,20 @@
 
 #include <QTemporaryDir>
 
+namespace {
+
+/// What a lock of this program has in its file.
+QByteArray ownName()
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("own.lock"));
+    FileLock lock(name);
+    QFile file(name);
+    return lock.tryLock(0) && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+}
+
 class tst_filelock : public QObject {
     Q_OBJECT
 
@@ -13,6 +27,9 @@ private Q_SLOTS:
     void whatIsLeftIsTakenOver_data();
     void whatIsLeftIsTakenOver();
     void whatIsNewIsWaitedFor();
+    void removalOfAKilledOne();
+    void ofAnotherMachine_data();
+    void ofAnotherMachine();
     void theLivingKeepIt_data();
     void theLivingKeepIt();
     void whereNoFileCanBe();
@@ -50,17 +67,9 @@ void tst_filelock::whatIsLeftIsTakenOver_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("without a name") << QByteArray();
-    QTest::newRow("with half a name") << QByteArray("12");
-    QByteArray own;
-    {
-        FileLock lock(file());
-        QVERIFY(lock.tryLock(0));
-        QFile written(file());
-        QVERIFY(written.open(QIODevice::ReadOnly));
-        own = written.readAll();
-    }
+    QTest::newRow("with something else") << QByteArray("something else\n");
     // As if the killed one's number had been given anew, to a program of the same name.
-    QTest::newRow("with the name of one that runs") << own;
+    QTest::newRow("with the name of one that runs") << ownName();
 }
 
 void tst_filelock::whatIsLeftIsTakenOver()
@@ -70,7 +79,7 @@ void tst_filelock::whatIsLeftIsTakenOver()
     QVERIFY(left.open(QIODevice::WriteOnly));
     QCOMPARE(left.write(content), qint64(content.size()));
     left.close();
-    QVERIFY(TestSupport::ageLock(file(), 1500));
+    QVERIFY(TestSupport::ageLock(file(), 4000));
     FileLock lock(file());
     QVERIFY(lock.tryLock(0));
     QVERIFY(!FileLock(file()).tryLock(0));
@@ -82,7 +91,41 @@ void tst_filelock::whatIsNewIsWaitedFor()
     QVERIFY(TestSupport::ageLock(file(), 0));
     FileLock lock(file());
     QVERIFY(!lock.tryLock(0));
-    QVERIFY(lock.tryLock(5000));
+    QVERIFY(lock.tryLock(10000));
+}
+
+void tst_filelock::removalOfAKilledOne()
+{
+    QVERIFY(TestSupport::ageLock(file(), 4000));
+    QVERIFY(TestSupport::ageLock(file() + QStringLiteral(".rmlock"), 4000));
+    FileLock lock(file());
+    QVERIFY(lock.tryLock(0));
+}
+
+void tst_filelock::ofAnotherMachine_data()
+{
+    QTest::addColumn<FileLock::Held>("held");
+    QTest::addColumn<int>("age");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("held briefly, new") << FileLock::Held::Briefly << 10000 << false;
+    QTest::newRow("held briefly, old") << FileLock::Held::Briefly << 40000 << true;
+    QTest::newRow("held long") << FileLock::Held::Long << 40000 << false;
+}
+
+void tst_filelock::ofAnotherMachine()
+{
+    QFETCH(FileLock::Held, held);
+    QFETCH(int, age);
+    const QByteArray machine = QSysInfo::machineHostName().toLocal8Bit();
+    QByteArray name = ownName();
+    QVERIFY(name.contains('\n' + machine + '\n'));
+    name.replace('\n' + machine + '\n', "\nanother-" + machine + '\n');
+    QFile left(file());
+    QVERIFY(left.open(QIODevice::WriteOnly));
+    QCOMPARE(left.write(name), qint64(name.size()));
+    left.close();
+    QVERIFY(TestSupport::ageLock(file(), age));
+    QTEST(FileLock(file(), held).tryLock(0), "isTaken");
 }
 
 void tst_filelock::theLivingKeepIt_data()
@@ -112,6 +155,8 @@ void tst_filelock::whereNoFileCanBe()
     QVERIFY(!FileLock(m_folder->filePath(QStringLiteral("not/there/a.lock"))).tryLock(60000));
     QVERIFY(timer.elapsed() < 30000);
 }
+
+Q_DECLARE_METATYPE(FileLock::Held)
 
 PLOT2D_TEST_MAIN(tst_filelock)
 #include "tst_filelock.moc"

@@ -77,7 +77,7 @@ bool SharedJournal::lock()
 {
     if (m_lock)
         return true;
-    auto lock = std::make_unique<FileLock>(fileName() + QLatin1String(".lock"));
+    auto lock = std::make_unique<FileLock>(fileName() + QLatin1String(".lock"), FileLock::Held::Long);
     if (!lock->tryLock(0))
         return false;
     m_lock = std::move(lock);
