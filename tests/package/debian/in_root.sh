@@ -12,6 +12,13 @@ list_files() {
         -o -type f -exec sha256sum {} + -o -printf '%y %p %l\n' | sort
 }
 
+# The mirror may fail later than when it was first asked.
+give_up() {
+    cat "$1"
+    ! grep -qE 'Failed to fetch|Temporary failure' "$1" || exit 77
+    exit 1
+}
+
 # install_dependencies FILE|PACKAGE... installs what the packages in files depend on, but for each other, and packages.
 install_dependencies() {
     wanted=''
@@ -23,8 +30,8 @@ install_dependencies() {
         wanted="$wanted${wanted:+, }$more"
     done
     apt-get -q -o Dir::Cache::archives=/test/archives -o APT::Keep-Downloaded-Packages=true \
-        -o APT::Sandbox::User=root -o Dpkg::Use-Pty=0 -o DPkg::Options::=--force-unsafe-io \
-        satisfy -y --no-install-recommends "$wanted" > /test/apt.log 2>&1 || { cat /test/apt.log; exit 1; }
+        -o Acquire::Retries=3 -o APT::Sandbox::User=root -o Dpkg::Use-Pty=0 -o DPkg::Options::=--force-unsafe-io \
+        satisfy -y --no-install-recommends "$wanted" > /test/apt.log 2>&1 || give_up /test/apt.log
 }
 
 # A user without rights or settings.
@@ -42,7 +49,7 @@ purge_without_trace() {
     echo "$* are gone without a trace."
 }
 
-apt-get -q -o APT::Sandbox::User=root update > apt.log 2>&1 || { cat apt.log; exit 1; }
+apt-get -q -o APT::Sandbox::User=root -o Acquire::Retries=3 update > apt.log 2>&1 || give_up apt.log
 mkdir home
 chown nobody:nogroup home
 
