@@ -5,6 +5,29 @@
 
 #include <QDir>
 
+#include <cerrno>
+#include <cstring>
+
+#include <dlfcn.h>
+
+namespace {
+
+bool removalsFail = false;
+
+}
+
+// Called by Qt in place of the system's.
+extern "C" int unlink(const char* file) noexcept
+{
+    using Unlink = int(const char*);
+    static auto* const next = reinterpret_cast<Unlink*>(::dlsym(RTLD_NEXT, "unlink"));
+    const char* const suffix = std::strrchr(file, '.');
+    if (!removalsFail || !suffix || std::strcmp(suffix, ".unsent") != 0)
+        return next(file);
+    errno = EACCES;
+    return -1;
+}
+
 /// Commits that the server has not taken when the program ends.
 class tst_sharedjournal : public SharingTest {
     Q_OBJECT
@@ -12,6 +35,7 @@ class tst_sharedjournal : public SharingTest {
 private Q_SLOTS:
     void unsentCommitsOfAnEndedProgram();
     void damagedFilesOfUnsentCommits();
+    void filesThatCannotBeRemoved();
 };
 
 void tst_sharedjournal::unsentCommitsOfAnEndedProgram()
@@ -80,6 +104,32 @@ void tst_sharedjournal::damagedFilesOfUnsentCommits()
     QCOMPARE(next.table.rowCount(), 7);
     // What nobody can read stays, for somebody to look at.
     QCOMPARE(QDir(folder.path()).entryList({QStringLiteral("*.unsent")}).size(), 6);
+}
+
+void tst_sharedjournal::filesThatCannotBeRemoved()
+{
+    const QTemporaryDir folder;
+    const auto files = [&] { return QDir(folder.path()).entryList({QStringLiteral("*.unsent")}).size(); };
+    removalsFail = true;
+    {
+        SharingDesk desk(address(), folder.path());
+        desk.append(1, 2);
+        desk.storage.commit();
+        settle(desk);
+    }
+    QCOMPARE(files(), 1);
+    SharingDesk other(address());
+    other.set(1, SampleTable::Ratio, 7.0);
+    other.storage.commit();
+    settle(other);
+    // The server has got what is in the file, and must not get it once more.
+    for (const bool fail : {true, false}) {
+        removalsFail = fail;
+        const SharingDesk next(address(), folder.path());
+        QCOMPARE(next.row(1).value(SampleTable::Ratio).toDouble(), 7.0);
+        QCOMPARE(files(), fail ? 1 : 0);
+    }
+    QCOMPARE(sql(QStringLiteral("SELECT count(*) FROM host_writers")), QStringList{QStringLiteral("1")});
 }
 
 PLOT2D_TEST_MAIN(tst_sharedjournal)

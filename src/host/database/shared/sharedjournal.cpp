@@ -112,10 +112,11 @@ bool SharedJournal::keep(const QVector<SharedCommit>& commits)
     if (m_folder.isEmpty())
         return commits.isEmpty();
     if (commits.isEmpty()) {
-        const bool isGone = !m_lock || !QFile::exists(fileName()) || QFile::remove(fileName());
+        if (m_lock && QFile::exists(fileName()) && !QFile::remove(fileName()))
+            return false;
         m_commits.clear();
         m_lock.reset();
-        return isGone;
+        return true;
     }
     if (!QDir().mkpath(m_folder) || !lock())
         return false;

@@ -26,7 +26,7 @@ public:
     const QVector<SharedCommit>& commits() const { return m_commits; }
 
     /// Replaces what the file holds, as a whole; the file goes with the last commit. False if it cannot be
-    /// written.
+    /// written or removed.
     bool keep(const QVector<SharedCommit>& commits);
 
 private:

@@ -51,9 +51,15 @@ void SharedWorker::sendAbandoned()
         const QVector<SharedCommit> commits = journal->commits();
         for (const SharedCommit& commit : commits)
             SharedWriting::apply(m_connection.session(), journal->writer(), commit);
-        journal->keep({});
-        SharedWriting::forgetWriter(m_connection.session(), journal->writer());
+        forgetIfNotKept(*journal);
     }
+}
+
+// As long as a file keeps commits, somebody will send them, and the server must know what it has.
+void SharedWorker::forgetIfNotKept(SharedJournal& journal)
+{
+    if (journal.keep({}))
+        SharedWriting::forgetWriter(m_connection.session(), journal.writer());
 }
 
 SharedTableNews SharedWorker::attach(const QString& table, const QVector<TableColumnDef>& columns)
@@ -233,7 +239,7 @@ void SharedWorker::finish(const QVector<NumberRange>& unusedNumbers)
         sendAll();
         for (const NumberRange& numbers : unusedNumbers)
             SharedWriting::giveBack(m_connection.session(), numbers);
-        SharedWriting::forgetWriter(m_connection.session(), m_writer);
+        forgetIfNotKept(*m_journal);
     } catch (const Exception&) {
         // What was not sent is in the journal.
     }

@@ -69,6 +69,7 @@ private:
     SharedTableNews readWhole(const QString& table, const QVector<TableColumnDef>& columns);
     void connectAgain();
     void sendAbandoned();
+    void forgetIfNotKept(SharedJournal& journal);
     void sendAll();
     void follow();
     void readNews();
