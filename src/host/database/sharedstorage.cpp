@@ -199,7 +199,8 @@ void SharedStorage::commit()
     if (commit.tables.isEmpty())
         return;
     d->lastCommit = commit.number;
-    d->runSoon([this, commit] { d->worker.send(commit); });
+    d->worker.add(commit);
+    d->runSoon([this] { d->worker.send(); });
     if (!d->patience.isActive())
         d->patience.start();
     Q_EMIT statusChanged();

@@ -2,6 +2,7 @@
 #include "sharingtest.h"
 #include "support/testmain.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTimer>
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void conflictsEndInTheServersOrder();
     void aFrozenServerDoesNotStopTheDesk();
     void aFrozenServerDoesNotStopTheEnd();
+    void aFrozenServerDoesNotStopTheJournal();
     void nothingIsLostOrDoubled_data();
     void nothingIsLostOrDoubled();
     void programsThatWriteWhileTheServerIsKilled();
@@ -223,6 +225,30 @@ void tst_sharedoutage::aFrozenServerDoesNotStopTheEnd()
     // What could not be sent comes with the next program.
     const SharingDesk next(address(), folder.path());
     QCOMPARE(next.table.rowCount(), 10);
+}
+
+void tst_sharedoutage::aFrozenServerDoesNotStopTheJournal()
+{
+    const QTemporaryDir folder;
+    SharingDesk a(address(), folder.path());
+    server().freeze();
+    a.append(1, 10);
+    a.storage.commit();
+    const auto size = [&] {
+        const QFileInfoList files = QDir(folder.path()).entryInfoList({QStringLiteral("*.unsent")});
+        return files.isEmpty() ? 0 : files.first().size();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(size() > 0, patience);
+    // The worker waits for the server now.
+    for (int id = 11; id < 100; id += 10) {
+        const qint64 before = size();
+        a.append(id, 10);
+        a.storage.commit();
+        QTRY_VERIFY_WITH_TIMEOUT(size() > before, patience);
+    }
+    server().thaw();
+    settle(a);
+    QTRY_COMPARE_WITH_TIMEOUT(size(), qint64(0), patience);
 }
 
 void tst_sharedoutage::nothingIsLostOrDoubled_data()

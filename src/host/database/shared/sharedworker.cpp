@@ -41,7 +41,7 @@ void SharedWorker::openFirst()
     SharedSchema::createIfEmpty(session);
     m_identity = SharedSchema::requireIdentity(session);
     m_connection.listen(SharedSchema::channel);
-    m_journal = std::make_unique<SharedJournal>(m_journalFolder, m_identity, m_writer);
+    m_outbox = std::make_unique<SharedOutbox>(m_journalFolder, m_identity, m_writer);
     sendAbandoned();
 }
 
@@ -51,15 +51,10 @@ void SharedWorker::sendAbandoned()
         const QVector<SharedCommit> commits = journal->commits();
         for (const SharedCommit& commit : commits)
             SharedWriting::apply(m_connection.session(), journal->writer(), commit);
-        forgetIfNotKept(*journal);
+        // As long as a file keeps commits, somebody will send them, and the server must know what it has.
+        if (journal->keep({}))
+            SharedWriting::forgetWriter(m_connection.session(), journal->writer());
     }
-}
-
-// As long as a file keeps commits, somebody will send them, and the server must know what it has.
-void SharedWorker::forgetIfNotKept(SharedJournal& journal)
-{
-    if (journal.keep({}))
-        SharedWriting::forgetWriter(m_connection.session(), journal.writer());
 }
 
 SharedTableNews SharedWorker::attach(const QString& table, const QVector<TableColumnDef>& columns)
@@ -91,12 +86,8 @@ SharedTableNews SharedWorker::readWhole(const QString& table, const QVector<Tabl
     return content;
 }
 
-void SharedWorker::send(const SharedCommit& commit)
+void SharedWorker::send()
 {
-    m_outbox.append(commit);
-    const bool isKept = m_journal->keep(m_outbox);
-    if (!isKept && !m_journalFolder.isEmpty())
-        qWarning("Changes cannot be kept in \"%s\".", qUtf8Printable(m_journalFolder));
     if (m_connection.isOpen())
         work();
 }
@@ -146,13 +137,13 @@ void SharedWorker::connectAgain()
 
 void SharedWorker::sendAll()
 {
-    if (m_outbox.isEmpty())
+    if (m_outbox->isEmpty())
         return;
-    while (!m_outbox.isEmpty()) {
-        SharedWriting::apply(m_connection.session(), m_writer, m_outbox.first());
-        m_outbox.removeFirst();
+    while (!m_outbox->isEmpty()) {
+        SharedWriting::apply(m_connection.session(), m_writer, m_outbox->first());
+        m_outbox->removeFirst();
     }
-    m_journal->keep(m_outbox);
+    m_outbox->write();
 }
 
 void SharedWorker::follow()
@@ -239,7 +230,8 @@ void SharedWorker::finish(const QVector<NumberRange>& unusedNumbers)
         sendAll();
         for (const NumberRange& numbers : unusedNumbers)
             SharedWriting::giveBack(m_connection.session(), numbers);
-        forgetIfNotKept(*m_journal);
+        if (m_outbox->write())
+            SharedWriting::forgetWriter(m_connection.session(), m_writer);
     } catch (const Exception&) {
         // What was not sent is in the journal.
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "database/shared/serverconnection_p.h"
-#include "database/shared/sharedjournal_p.h"
+#include "database/shared/sharedoutbox_p.h"
 #include "database/shared/sharedreading_p.h"
 #include "database/shared/sharedwriting_p.h"
 
@@ -17,7 +17,7 @@ class Table;
 /// order, fetches what has changed whenever somebody announces it, and connects anew when the server was
 /// lost.
 ///
-/// All functions but interrupt() are to be called in the thread that the object lives in.
+/// All functions that do not say otherwise are to be called in the thread that the object lives in.
 class SharedWorker : public QObject {
     Q_OBJECT
 
@@ -33,8 +33,10 @@ public:
     /// Makes a table known and gives all its rows. Exception if that fails.
     SharedTableNews attach(const QString& table, const QVector<TableColumnDef>& columns);
 
-    /// Takes a commit, to be sent until it has arrived.
-    void send(const SharedCommit& commit);
+    /// Takes a commit, to be sent until it has arrived. For any thread, once open() has succeeded.
+    void add(const SharedCommit& commit) { m_outbox->append(commit); }
+    /// Sends what has been added, if there is a connection.
+    void send();
 
     /// Takes numbers; none without a server.
     QVector<NumberRange> takeNumbers(qint64 count);
@@ -43,7 +45,7 @@ public:
     void finish(const QVector<NumberRange>& unusedNumbers);
 
     /// Whether no commit waits; for any thread when that of the object has ended.
-    bool hasSentAll() const { return m_outbox.isEmpty(); }
+    bool hasSentAll() const { return !m_outbox || m_outbox->isEmpty(); }
 
     /// Ends a statement that waits for the server. For any thread.
     void interrupt() { m_connection.interrupt(); }
@@ -69,7 +71,6 @@ private:
     SharedTableNews readWhole(const QString& table, const QVector<TableColumnDef>& columns);
     void connectAgain();
     void sendAbandoned();
-    void forgetIfNotKept(SharedJournal& journal);
     void sendAll();
     void follow();
     void readNews();
@@ -85,8 +86,7 @@ private:
     bool m_isFinished = false;
     QString m_problem;
     QString m_identity;
-    std::unique_ptr<SharedJournal> m_journal;
-    QVector<SharedCommit> m_outbox;
+    std::unique_ptr<SharedOutbox> m_outbox;
     std::vector<KnownTable> m_tables;
     qint64 m_revision = -1;
     qint64 m_acknowledged = 0;
