@@ -1,16 +1,15 @@
+#include "support/leasttime.h"
 #include "support/testmain.h"
 
 #include <plot2d/closestpoint_p.h>
 #include <plot2d/sampleindex_p.h>
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <qwt_point_data.h>
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <memory>
 
 namespace {
@@ -20,24 +19,10 @@ constexpr int middle = count / 2;
 // The index takes a few thousandths of what a walk does; a tenth leaves room for other builds and machines.
 constexpr int leastGain = 10;
 
-/// The least time of some runs, in nanoseconds: what else the machine does only adds to it.
-qint64 leastTime(const std::function<void()>& work)
-{
-    constexpr int runs = 7;
-    qint64 least = std::numeric_limits<qint64>::max();
-    for (int i = 0; i < runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        least = std::min(least, timer.nsecsElapsed());
-    }
-    return least;
-}
-
 void compareTimes(const std::function<void()>& indexed, const std::function<void()>& walk)
 {
-    const qint64 indexedTime = leastTime(indexed);
-    const qint64 walkTime = leastTime(walk);
+    const qint64 indexedTime = TestSupport::leastTime(indexed);
+    const qint64 walkTime = TestSupport::leastTime(walk);
     QVERIFY2(indexedTime * leastGain < walkTime,
         qPrintable(QStringLiteral("%1 ns, and %2 ns for a walk").arg(indexedTime).arg(walkTime)));
 }
