@@ -27,6 +27,13 @@
 
 namespace {
 
+// Milliseconds from the file to the smiles of all its expiries; the sanitizers cost a multiple.
+#ifdef PLOT2D_IS_SANITIZED
+constexpr int longest = 60000;
+#else
+constexpr int longest = 5000;
+#endif
+
 const auto april = QStringLiteral("2 Apr 2024");
 const auto june = QStringLiteral("21 Jun 2024");
 const auto december = QStringLiteral("20 Dec 2024");
@@ -348,10 +355,10 @@ void tst_seriesdock::showsEveryRealExpiryInTime()
     QElapsedTimer clock;
     clock.start();
     m_desk->window().importChain(file);
-    QTRY_COMPARE(m_desk->overlays().size(), 9);
+    QTRY_COMPARE_WITH_TIMEOUT(m_desk->overlays().size(), 9, longest);
     const qint64 needed = clock.elapsed();
     qInfo("%lld ms from the file to ten smiles", needed);
-    QVERIFY(needed < 5000);
+    QVERIFY2(needed < longest, qPrintable(QString::number(needed)));
     QCOMPARE(m_desk->window().plot()->attachedCurves(9).size(), 1);
     for (const QString& title : m_desk->overlays())
         QVERIFY2(m_desk->overlay(title)->dataSize() > 100, qPrintable(title));
