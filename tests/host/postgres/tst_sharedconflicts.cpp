@@ -33,8 +33,8 @@ void tst_sharedconflicts::fieldsOfTheSameRowAreMerged()
     b->storage.commit();
     settle(*a);
     settle(*b);
-    QTRY_COMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 0.25);
-    QTRY_COMPARE(b->row(1).value(SampleTable::Count).toInt64(), 11);
+    QTRY_COMPARE_WITH_TIMEOUT(a->row(1).value(SampleTable::Ratio).toDouble(), 0.25, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(b->row(1).value(SampleTable::Count).toInt64(), 11, patience);
     requireSame(*a, *b);
 }
 
@@ -53,7 +53,7 @@ void tst_sharedconflicts::theLastWriterOfAFieldWins()
     b->storage.commit();
     settle(*b);
     QCOMPARE(b->row(1).value(SampleTable::Count).toInt64(), 22);
-    QTRY_COMPARE(a->row(1).value(SampleTable::Count).toInt64(), 22);
+    QTRY_COMPARE_WITH_TIMEOUT(a->row(1).value(SampleTable::Count).toInt64(), 22, patience);
 }
 
 void tst_sharedconflicts::theSameRowFromTwoDesksIsStoredOnce()
@@ -84,7 +84,7 @@ void tst_sharedconflicts::rowsOfTheSameKeyInOneCommitStayApart()
         its.storage.commit();
         settle(its);
     }
-    QTRY_COMPARE(SampleTable::ids(a->table), (QVector<int>{1, 1}));
+    QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(a->table), (QVector<int>{1, 1}), patience);
     requireSame(*a, *b);
     // Another one at a later time takes the place of the first.
     a->append(1, 1);
@@ -106,7 +106,7 @@ void tst_sharedconflicts::aReplacedRowComesAnew()
     a->append(1, 1);
     a->set(1, SampleTable::Ratio, 8.0);
     a->storage.commit();
-    QTRY_COMPARE(SampleTable::ids(b->table), (QVector<int>{2, 3, 1}));
+    QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(b->table), (QVector<int>{2, 3, 1}), patience);
     QVERIFY(!old.isInTable());
     requireSame(*a, *b);
     QCOMPARE(sql(QStringLiteral("SELECT count(*) FROM host_removed")), QStringList{"0"});
@@ -121,12 +121,13 @@ void tst_sharedconflicts::aRenamedRowIsAnotherRow()
     requireSame(*a, *b);
     a->set(2, SampleTable::Name, QStringLiteral("another"));
     a->storage.commit();
-    QTRY_COMPARE(b->row(2).value(SampleTable::Name).toText(), QStringLiteral("another"));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        b->row(2).value(SampleTable::Name).toText(), QStringLiteral("another"), patience);
     settle(*a);
     b->append(2, 1);
     b->storage.commit();
     settle(*b);
-    QTRY_COMPARE(a->table.rowCount(), 4);
+    QTRY_COMPARE_WITH_TIMEOUT(a->table.rowCount(), 4, patience);
 }
 
 void tst_sharedconflicts::aChangeOfARemovedRowHasNoEffect()
@@ -142,7 +143,7 @@ void tst_sharedconflicts::aChangeOfARemovedRowHasNoEffect()
     b->set(1, SampleTable::Ratio, 8.0);
     b->storage.commit();
     settle(*b);
-    QTRY_COMPARE(SampleTable::ids(b->table), QVector<int>{2});
+    QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(b->table), QVector<int>{2}, patience);
     requireSame(*a, *b);
 }
 
@@ -156,7 +157,7 @@ void tst_sharedconflicts::rowsWithoutAKeyAreRowsOfTheirOwn()
         one->table.appendRows({row});
         one->storage.commit();
     }
-    QTRY_COMPARE(a->table.rowCount(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(a->table.rowCount(), 2, patience);
     requireSame(*a, *b);
 }
 
@@ -175,7 +176,7 @@ void tst_sharedconflicts::newsDuringUncommittedChanges()
     b->set(3, SampleTable::Ratio, 2.5);
     b->remove(4);
     b->storage.commit();
-    QTRY_COMPARE(SampleTable::ids(a->table), (QVector<int>{1, 2}));
+    QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(a->table), (QVector<int>{1, 2}), patience);
     QCOMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 2.5);
     QCOMPARE(a->row(2).value(SampleTable::Ratio).toDouble(), 1.5);
     a->storage.rollback();
@@ -198,7 +199,7 @@ void tst_sharedconflicts::allDesksHaveTheSameOrder()
     }
     for (const SharingDesk* one : {a.get(), b.get(), c.get()})
         settle(*one);
-    QTRY_COMPARE(a->table.rowCount(), 180);
+    QTRY_COMPARE_WITH_TIMEOUT(a->table.rowCount(), 180, patience);
     requireSame(*a, *b);
     requireSame(*a, *c);
     const auto late = desk();
@@ -216,7 +217,7 @@ void tst_sharedconflicts::numbersAreGivenOnce()
             QVector<qint32> numbers;
             const auto take = [&] { numbers += one->storage.takeNumbers(30000); };
             QCOMPARE(thrownText(take), QString());
-            QTRY_VERIFY(numbers.size() == 60000 || thrownText(take).isEmpty());
+            QTRY_VERIFY_WITH_TIMEOUT(numbers.size() == 60000 || thrownText(take).isEmpty(), patience);
             count += numbers.size();
             for (const qint32 number : numbers) {
                 QVERIFY(number > 0);

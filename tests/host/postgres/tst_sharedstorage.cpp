@@ -93,7 +93,7 @@ void tst_sharedstorage::rowsComeToAllDesks()
     b->remove(2);
     b->append(6, 2);
     b->storage.commit();
-    QTRY_COMPARE(SampleTable::ids(a->table), (QVector<int>{1, 3, 4, 5, 6, 7}));
+    QTRY_COMPARE_WITH_TIMEOUT(SampleTable::ids(a->table), (QVector<int>{1, 3, 4, 5, 6, 7}), patience);
     QCOMPARE(a->row(3).value(SampleTable::Price).toDecimal(), decimal::fromUnits(777, 2));
     settle(*b);
     const auto late = desk();
@@ -110,19 +110,19 @@ void tst_sharedstorage::signalsAreThoseOfLocalChanges()
     QSignalSpy reset(&b->table, SIGNAL(reset()));
     a->append(1, 3);
     a->storage.commit();
-    QTRY_COMPARE(inserted.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(inserted.count(), 1, patience);
     QCOMPARE(inserted[0][0].value<QVector<Record>>().size(), 3);
     const Record second = b->row(2);
 
     a->set(2, SampleTable::Count, qlonglong(5));
     a->storage.commit();
-    QTRY_COMPARE(changed.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(changed.count(), 1, patience);
     QCOMPARE(changed[0][0].value<QVector<Record>>(), QVector<Record>{second});
     QCOMPARE(second.value(SampleTable::Count).toInt64(), 5);
 
     a->remove(2);
     a->storage.commit();
-    QTRY_COMPARE(removed.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(removed.count(), 1, patience);
     QCOMPARE(removed[0][0].value<QVector<Record>>(), QVector<Record>{second});
     QCOMPARE(inserted.count(), 1);
     QCOMPARE(changed.count(), 1);
@@ -163,7 +163,7 @@ void tst_sharedstorage::valuesComeBackBitForBit()
     a->table.appendRows(rows);
     const QVector<QVariantList> before = a->content();
     a->storage.commit();
-    QTRY_COMPARE(b->table.rowCount(), rows.size());
+    QTRY_COMPARE_WITH_TIMEOUT(b->table.rowCount(), rows.size(), patience);
     QCOMPARE(b->content(), before);
     settle(*a);
     QCOMPARE(a->content(), before);
@@ -175,7 +175,7 @@ void tst_sharedstorage::valuesComeBackBitForBit()
     });
     const QVector<QVariantList> after = a->content();
     a->storage.commit();
-    QTRY_COMPARE(b->content(), after);
+    QTRY_COMPARE_WITH_TIMEOUT(b->content(), after, patience);
 
     a->set(1, SampleTable::Price, QVariant());
     a->table.changeRows({rows[5]}, [](const Record&, const Table::FieldAccess& field) {
@@ -198,7 +198,7 @@ void tst_sharedstorage::whatIsNotCommittedStaysHere()
     a->set(1, SampleTable::Ratio, 9.0);
     b->append(3, 1);
     b->storage.commit();
-    QTRY_VERIFY(!a->row(3).isNull());
+    QTRY_VERIFY_WITH_TIMEOUT(!a->row(3).isNull(), patience);
     QVERIFY(b->row(2).isNull());
     QCOMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 9.0);
     QVERIFY(a->storage.hasChanges());
@@ -246,7 +246,7 @@ void tst_sharedstorage::aColumnThatIsNewIsAdded()
         field(SampleTable::Ratio).setDouble(4.0);
     });
     storage.commit();
-    QTRY_COMPARE(a->row(1).value(SampleTable::Ratio).toDouble(), 4.0);
+    QTRY_COMPARE_WITH_TIMEOUT(a->row(1).value(SampleTable::Ratio).toDouble(), 4.0, patience);
 }
 
 void tst_sharedstorage::manyRows()
