@@ -66,6 +66,7 @@ void tst_sharingdesks::initTestCase()
 
 void tst_sharingdesks::init()
 {
+    PostgresServer::allowSlowConnections();
     m_folder = std::make_unique<QTemporaryDir>();
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_folder->filePath(QStringLiteral("data"))));
     if (!m_server->isRunning())

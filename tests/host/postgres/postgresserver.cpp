@@ -67,6 +67,11 @@ QString PostgresServer::obstacle()
     return QString();
 }
 
+void PostgresServer::allowSlowConnections()
+{
+    qputenv("PGCONNECT_TIMEOUT", "60");
+}
+
 PostgresServer::PostgresServer()
 {
     require(m_folder.isValid(), "no temporary folder");
@@ -99,7 +104,8 @@ QProcess* PostgresServer::newProcess() const
 {
     auto* const process = new QProcess;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* const name : {"PGPASSWORD", "PGHOST", "PGUSER", "PGSERVICE", "PGDATA", "PGPORT"})
+    for (const char* const name :
+        {"PGPASSWORD", "PGHOST", "PGUSER", "PGSERVICE", "PGDATA", "PGPORT", "PGCONNECT_TIMEOUT"})
         environment.remove(QLatin1String(name));
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     process->setProcessEnvironment(environment);

@@ -15,6 +15,9 @@ class PostgresServer {
 public:
     /// Why there can be no server on this machine; empty if there can.
     static QString obstacle();
+    /// Lets the connections of this process, and of those that it starts, take as long as they need on a
+    /// machine with other work.
+    static void allowSlowConnections();
 
     PostgresServer();
     ~PostgresServer();

@@ -27,6 +27,7 @@ void SharingTest::initTestCase()
 
 void SharingTest::init()
 {
+    PostgresServer::allowSlowConnections();
     if (!m_server->isRunning())
         m_server->start();
     m_database = QStringLiteral("desk%1").arg(++m_count);

@@ -87,8 +87,11 @@ void tst_sharedfaults::cannotBeOpened()
     QFETCH(QString, host);
     QFETCH(QString, reason);
     QString text = server().address(other.isEmpty() ? database() : other, user, secret);
-    if (!host.isEmpty())
+    if (!host.isEmpty()) {
         text.replace(QString::fromLatin1(QUrl::toPercentEncoding(server().folder())), host);
+        // Nobody answers there, so the program's own limit is none for the machine.
+        qunsetenv("PGCONNECT_TIMEOUT");
+    }
     const Messages messages;
     const QString told = failure(text);
     QVERIFY2(told.startsWith(QLatin1String("Database \"")), qPrintable(told));
