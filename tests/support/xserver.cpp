@@ -35,10 +35,11 @@ bool XServer::start(const QStringList& arguments)
         return false;
     }
     // A server that starts afresh when its last client leaves may lose the next one, which comes meanwhile.
+    // One that repeats keys by itself presses them again where xdotool is slow to release them.
     m_process.start(QStringLiteral("Xvfb"),
-        QStringList{QStringLiteral("-noreset"), QStringLiteral("-displayfd"), QStringLiteral("1"),
-            QStringLiteral("-screen"), QStringLiteral("0"), QStringLiteral("1280x900x24"),
-            QStringLiteral("-nolisten"), QStringLiteral("tcp")}
+        QStringList{QStringLiteral("-noreset"), QStringLiteral("-r"), QStringLiteral("-displayfd"),
+            QStringLiteral("1"), QStringLiteral("-screen"), QStringLiteral("0"),
+            QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"), QStringLiteral("tcp")}
             + arguments);
     // The number of the display is written once the server accepts connections.
     while (m_process.state() != QProcess::NotRunning && !m_process.canReadLine()) {
