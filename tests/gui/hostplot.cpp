@@ -17,6 +17,7 @@ namespace {
 
 constexpr double currentQuote = 520.0;
 constexpr double stepOfPrices = 5.0;
+constexpr int patience = 60000; // ms
 
 QVector<QPointF> samplesOf(double (*value)(double))
 {
@@ -96,11 +97,11 @@ bool HostPlot::comesUp()
 {
     setGeometry(60, 40, 800, 500);
     show();
-    if (!QTest::qWaitForWindowExposed(this))
+    if (!QTest::qWaitForWindowExposed(this, patience))
         return false;
     // No window manager gives the window the focus.
     activateWindow();
-    if (!QTest::qWaitForWindowActive(this))
+    if (!QTest::qWaitForWindowActive(this, patience))
         return false;
     look({400.0, 600.0}, {40.0, 60.0});
     return true;
