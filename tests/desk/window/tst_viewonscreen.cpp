@@ -9,8 +9,10 @@
 #include <window/deskwindow.h>
 #include <window/viewcontrol.h>
 
+#include <QApplication>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include <qwt_plot_layout.h>
 
@@ -61,6 +63,31 @@ bool isAbout(double a, double b)
 {
     return std::abs(a - b) <= 1e-9 * std::abs(b);
 }
+
+/// When the wheel has turned. On a busy machine not even notches at once come as one gesture.
+class WheelTimes : public QObject {
+public:
+    WheelTimes() { QApplication::instance()->installEventFilter(this); }
+
+    int gestures() const
+    {
+        int count = m_times.isEmpty() ? 0 : 1;
+        for (int i = 1; i < m_times.size(); ++i)
+            count += m_times[i] - m_times[i - 1] > ViewHistory::longestPause ? 1 : 0;
+        return count;
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        // A window hears of an event before the widgets in it do.
+        if (watched->isWindowType() && event->type() == QEvent::Wheel)
+            m_times.append(qint64(static_cast<const QWheelEvent*>(event)->timestamp()));
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QVector<qint64> m_times;
+};
 
 }
 
@@ -140,13 +167,16 @@ void tst_viewonscreen::wheelAndBack()
     zoomFreely();
     const View before = view();
     pointAt(onCanvas());
-    hands({"click", "--repeat", "3", "--delay", "10", "4"});
+    const WheelTimes times;
+    hands({"click", "--repeat", "3", "--delay", "0", "4"});
     COMES_TRUE(isAbout(width(), 0.9 * 0.9 * 0.9 * somePrices.width()));
     QVERIFY(!view().autoScale);
     const View zoomed = view();
-    key("BackSpace");
+    for (int i = 0; i < times.gestures(); ++i)
+        key("BackSpace");
     COMES_TRUE(view() == before);
-    key("shift+BackSpace");
+    for (int i = 0; i < times.gestures(); ++i)
+        key("shift+BackSpace");
     COMES_TRUE(view() == zoomed);
     hands({"keydown", "ctrl", "click", "5", "keyup", "ctrl"});
     COMES_TRUE(isAbout(width(), 1.1 * zoomed.prices.width()));
@@ -173,10 +203,10 @@ void tst_viewonscreen::dragAndBack()
     pointAt(onCanvas() + QPoint(50, 0));
     pointAt(onCanvas() + QPoint(80, 0));
     hands({"mouseup", "1"});
-    COMES_TRUE(view() != before);
-    const double moved
-        = (before.prices.minValue() - view().prices.minValue()) / somePrices.width() * canvasWidth;
-    QVERIFY2(std::abs(moved - 80.0) < 2.0, qPrintable(QString::number(moved)));
+    const auto moved = [&] {
+        return (before.prices.minValue() - view().prices.minValue()) / somePrices.width() * canvasWidth;
+    };
+    QTRY_VERIFY2_WITH_TIMEOUT(std::abs(moved() - 80.0) < 2.0, qPrintable(QString::number(moved())), patience);
     QVERIFY(!view().autoScale);
     key("BackSpace");
     COMES_TRUE(view() == before);
@@ -246,7 +276,8 @@ void tst_viewonscreen::doubleClicks()
     Q_EMIT plot().updateAxisLabels();
     const View before = view();
     pointAt(place < 0 ? onCanvas() : middle(plot().plotLayout()->scaleRect(place)));
-    hands({"click", "--repeat", "2", "--delay", "40", "1"});
+    QApplication::setDoubleClickInterval(patience);
+    hands({"click", "--repeat", "2", "--delay", "0", "1"});
     COMES_TRUE(view() != before);
     const bool fitsPrices = place != QwtPlot::yLeft;
     const bool fitsValues = place != QwtPlot::xBottom;
