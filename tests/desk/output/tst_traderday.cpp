@@ -26,6 +26,7 @@ private:
     QImage window() const { return m_session->screen().copy(0, 0, 1000, 640); }
     // The plot with its axes and its title, between the tree and the legend.
     QImage plot() const { return m_session->screen().copy(plotArea); }
+    QImage stillPlot() const { return m_session->stillScreen(m_desk).copy(plotArea); }
     QPoint iconOf(QRgb color) const;
     QPoint pointNear(const QPoint& place) const;
     QString path(const QString& name) const { return m_folder.filePath(name); }
@@ -157,7 +158,7 @@ QPoint tst_traderday::pointNear(const QPoint& place) const
 
 void tst_traderday::zoomByWheel()
 {
-    const QImage before = plot();
+    const QImage before = stillPlot();
     const QPoint place = pointNear(plotArea.center());
     QVERIFY(!place.isNull());
     m_session->tool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "4",
@@ -169,7 +170,7 @@ void tst_traderday::zoomByWheel()
 // A text comes beside the pointer, another one for another point, and goes with the pointer.
 void tst_traderday::readAValue()
 {
-    const QImage before = plot();
+    const QImage before = stillPlot();
     // Away from the edges, where the text would have to move.
     const QPoint point = pointNear(plotArea.center() + QPoint(200, 0));
     const QPoint other = pointNear(plotArea.center() - QPoint(200, 0));
@@ -178,7 +179,7 @@ void tst_traderday::readAValue()
     constexpr int textPixels = 500;
     m_session->tool({"mousemove", QString::number(point.x()), QString::number(point.y())});
     QTRY_VERIFY_WITH_TIMEOUT(differingPixels(plot(), before) > textPixels, patience);
-    const QImage first = plot();
+    const QImage first = stillPlot();
     m_session->tool({"mousemove", QString::number(other.x()), QString::number(other.y())});
     QTRY_VERIFY_WITH_TIMEOUT(
         differingPixels(plot(), first) > textPixels && differingPixels(plot(), before) > textPixels,
@@ -217,10 +218,11 @@ void tst_traderday::fromImportToTheNextMorning()
     zoomByWheel();
     readAValue();
     hideTheSmile();
-    exportPng(QStringLiteral("evening.png"));
     // What the status bar says of the export is not for the next day.
     const QRect above(0, 0, 1000, 610);
-    const QImage evening = window().copy(above);
+    const QImage evening = m_session->stillScreen(m_desk).copy(above);
+    exportPng(QStringLiteral("evening.png"));
+    QTRY_VERIFY_WITH_TIMEOUT(isSame(window().copy(above), evening), patience);
     quit();
     const QImage exported(path(QStringLiteral("evening.png")));
     QVERIFY(DeskTest::countPixels(exported, pointColor) > 100);

@@ -20,6 +20,7 @@ private Q_SLOTS:
 
 private:
     QImage window() const { return m_session->screen().copy(0, 0, 1000, 640); }
+    QImage stillWindow() const { return m_session->stillScreen(m_desk).copy(0, 0, 1000, 640); }
     QPoint swatch() const;
     int curvePixels() const;
     int rowOf(QRgb background) const;
@@ -185,8 +186,8 @@ void tst_sidesonscreen::rowAndPointFollowEachOther()
     const QRgb tint = qRgb(mixed(base.red(), highlight.red()), mixed(base.green(), highlight.green()),
         mixed(base.blue(), highlight.blue()));
     QTRY_VERIFY_WITH_TIMEOUT(rowOf(tint) > 0, patience);
+    const QImage unmarked = stillWindow();
     const int middle = rowOf(tint);
-    const QImage unmarked = window();
 
     // Strikes below the forward have room for the text at their right: the ring is the leftmost part of the
     // read-out.

@@ -1,13 +1,30 @@
 #include "xsession.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QtEndian>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int patience = 60000;
+
+// Whether all threads of a process wait for something: one that has work waits for a processor at most, which
+// the system tells apart.
+bool isAtRest(qint64 process)
+{
+    const QDir threads(QStringLiteral("/proc/%1/task").arg(process));
+    const QStringList ids = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return std::all_of(ids.begin(), ids.end(), [&threads](const QString& id) {
+        QFile file(threads.filePath(id + QStringLiteral("/stat")));
+        const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        // Behind the name, which may have brackets and spaces in it; a thread that has ended has no text.
+        return text.isEmpty() || text.at(text.lastIndexOf(')') + 2) == 'S';
+    });
+}
 
 }
 
@@ -87,4 +104,24 @@ QImage XSession::screen() const
     return QImage(reinterpret_cast<const uchar*>(dump.constData()) + offset, size.width(), size.height(),
         bytesPerLine, QImage::Format_RGB32)
         .copy();
+}
+
+QImage XSession::stillScreen(const QProcess& program) const
+{
+    // Also between the frames of what moves, and where one thread is about to wake another.
+    constexpr int manyLooks = 20;
+    const QDeadlineTimer deadline(patience);
+    QImage still;
+    int looks = 0;
+    while (!deadline.hasExpired()) {
+        // A round trip to the server: it has then handed on what came before, on a slow machine as well.
+        tool({"getmouselocation"});
+        const QImage now = screen();
+        looks = isAtRest(program.processId()) && !now.isNull() && now == still ? looks + 1 : 0;
+        if (looks == manyLooks)
+            return still;
+        still = now;
+    }
+    qWarning("the screen does not come to rest");
+    return QImage();
 }

@@ -29,6 +29,9 @@ public:
 
     /// What the screen shows, 1280 by 900 pixels.
     QImage screen() const;
+    /// The same once the program has nothing more to do and the screen no longer changes: a picture to
+    /// compare others with. Null, with a warning, where that does not come.
+    QImage stillScreen(const QProcess& program) const;
 
 private:
     QTemporaryDir m_folder;
