@@ -195,11 +195,13 @@ void tst_sidesonscreen::rowAndPointFollowEachOther()
     m_session->click(QPoint(tableLeft + 40, middle - 8 * rowHeight));
     QTRY_VERIFY_WITH_TIMEOUT(changedSince(unmarked).width() > 50, patience);
     QTRY_VERIFY_WITH_TIMEOUT(std::abs(rowOf(highlight.rgb()) - middle + 8 * rowHeight) < 5, patience);
+    QVERIFY(!stillWindow().isNull());
     const QRect lower = changedSince(unmarked);
     m_session->click(QPoint(tableLeft + 40, middle - 3 * rowHeight));
     QTRY_VERIFY_WITH_TIMEOUT(changedSince(unmarked).left() > lower.left() + 30, patience);
     QTRY_VERIFY_WITH_TIMEOUT(std::abs(rowOf(highlight.rgb()) - middle + 3 * rowHeight) < 5, patience);
 
+    QVERIFY(!stillWindow().isNull());
     const int left = changedSince(unmarked).left();
     m_session->press({"Up"});
     QTRY_VERIFY_WITH_TIMEOUT(changedSince(unmarked).left() < left, patience);

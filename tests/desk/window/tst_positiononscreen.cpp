@@ -211,6 +211,7 @@ void tst_positiononscreen::pointerReadsTheBreakEven()
     start();
     m_session->press({"Insert"});
     QTRY_COMPARE_WITH_TIMEOUT(breakEvens(), 1, patience);
+    QVERIFY(!m_session->stillScreen(m_desk).isNull());
     const QPoint marker = markers().first();
     const auto darkPixels = [this, marker] {
         const QImage around = m_session->screen().copy(marker.x() + 10, marker.y() - 100, 200, 200);
