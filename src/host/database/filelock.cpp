@@ -1,16 +1,15 @@
 #include "database/filelock.h"
 
 #include <QFile>
-#include <QSysInfo>
 
 namespace {
 
-// A lock that no living program of this machine holds is taken over at this age, in milliseconds. QLockFile
-// itself looks up whether the program runs that is named in the file; but a program may be killed before it
-// is named, and its number may be another's today. For those there is the age, half a minute by default. It
-// takes nothing from a program that runs: QLockFile removes no file on which flock() is held, which ends with
-// the program. So it need only be longer than it takes to call flock() on a new file, also where the times of
-// files are rounded.
+// A lock that no living program holds is taken over at this age, in milliseconds. QLockFile itself looks up
+// whether the program runs that is named in the file; but a program may be killed before it is named, and its
+// number may be another's today. For those there is the age, half a minute by default. It takes nothing from
+// a program that runs and has not begun to unlock: QLockFile removes no file on which flock() is held, which
+// ends with the program. So it need only be longer than it takes to call flock() on a new file, also where
+// the times of files are rounded.
 constexpr int forgotten = 3000;
 
 }
@@ -28,13 +27,9 @@ int FileLock::takeoverAge() const
     qint64 program = 0;
     QString machine;
     QString name;
-    const bool isElsewhere = m_file.getLockInfo(&program, &machine, &name) && !machine.isEmpty()
-        && machine != QSysInfo::machineHostName();
-    // Not every shared folder shows here what is held there.
-    constexpr int elsewhere = 30000;
-    if (isElsewhere)
-        return m_held == Held::Long ? 0 : elsewhere;
-    return forgotten;
+    // Not every folder of several machines shows here what is held there.
+    const bool isNamed = m_file.getLockInfo(&program, &machine, &name);
+    return isNamed && m_held == Held::Long ? 0 : forgotten;
 }
 
 // QLockFile locks the removal of an old file in the same way, and programs are killed there as well.

@@ -5,23 +5,23 @@
 
 /// A file by which programs agree that one of them at a time does something. It is there as long as one does.
 ///
-/// A program that is killed leaves its lock behind, and it may not even have put its name in it yet. The next
-/// one takes such a lock over when it is three seconds old.
+/// A program that is killed leaves its lock behind. The next one takes it over: at once if the program is
+/// named in it and does not run any more, else when it is three seconds old.
 class FileLock {
 public:
     /// How long a lock is held usually.
     enum class Held {
-        /// For a moment: one of another machine is taken over when it is half a minute old.
+        /// For a moment.
         Briefly,
-        /// For any time: one of another machine is never taken over.
+        /// For any time: the lock of a program that seems to run is not taken over at any age.
         Long
     };
 
     /// In a folder that is there already.
     explicit FileLock(const QString& fileName, Held held = Held::Briefly);
 
-    /// Whether the lock is ours now. Waits for others at most so many milliseconds, from 0 on. Where no file
-    /// can be made it is false at once.
+    /// Whether the lock is ours now. Waits for others at most so many milliseconds, from 0 on. Where there is
+    /// no lock and no file can be made it is false at once.
     bool tryLock(int patience);
     /// Gives up a lock that is ours, as the destructor does.
     void unlock();

@@ -276,14 +276,15 @@ void tst_killeddesk::goesOnAfterAKillAtAnyCall()
         QProcess writer;
         start(writer, one.name, folder.path(), {last + 1, last + 1 + before, kills + 1});
         // A lock without a name by itself costs the next writer half a minute.
-        constexpr int longest = 25000;
+        constexpr int longest = 20000;
         QVERIFY2(writer.waitForFinished(longest), QByteArray::number(kills));
         QCOMPARE(writer.readAllStandardError(), QByteArray());
         isKilled = writer.exitStatus() == QProcess::CrashExit;
         QCOMPARE(writer.exitCode(), isKilled ? SIGKILL : 0);
         const int lastTold = told(writer.readAllStandardOutput(), last);
         QCOMPARE(lastTold, last + before + (isKilled ? 0 : 1));
-        namelessLocks += isEmptyFile(lock) ? 1 : 0;
+        // Before the first store there is the one from above.
+        namelessLocks += before > 0 && isEmptyFile(lock) ? 1 : 0;
         const int stored = one.version(QDir(folder.path()));
         QVERIFY2(stored == lastTold || (isKilled && stored == lastTold + 1),
             qPrintable(QStringLiteral("killed before call %1: version %2 told of, %3 stored")
@@ -294,7 +295,7 @@ void tst_killeddesk::goesOnAfterAKillAtAnyCall()
     }
     qInfo("%d calls, %d locks without a name", kills, namelessLocks);
     QVERIFY(kills >= 5);
-    QVERIFY(namelessLocks > 0 || !one.isLocked);
+    QVERIFY(namelessLocks > 0 || before == 0 || !one.isLocked);
 }
 
 PLOT2D_TEST_MAIN(tst_killeddesk)

@@ -16,11 +16,11 @@ bool removalsFail = false;
 
 }
 
-// Called by Qt in place of the system's.
-extern "C" int unlink(const char* file) noexcept
+// Called by the libraries in place of the system's.
+extern "C" int remove(const char* file) noexcept
 {
-    using Unlink = int(const char*);
-    static auto* const next = reinterpret_cast<Unlink*>(::dlsym(RTLD_NEXT, "unlink"));
+    using Remove = int(const char*);
+    static auto* const next = reinterpret_cast<Remove*>(::dlsym(RTLD_NEXT, "remove"));
     const char* const suffix = std::strrchr(file, '.');
     if (!removalsFail || !suffix || std::strcmp(suffix, ".unsent") != 0)
         return next(file);

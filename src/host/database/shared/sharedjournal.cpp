@@ -8,7 +8,12 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <filesystem>
+
 namespace {
+
+// For another program that looks whether this one has ended, in milliseconds.
+constexpr int patience = 5000;
 
 const auto suffix = QStringLiteral(".unsent");
 
@@ -73,12 +78,12 @@ QString SharedJournal::fileName() const
     return m_folder + QLatin1Char('/') + m_writer + suffix;
 }
 
-bool SharedJournal::lock()
+bool SharedJournal::lock(int patience)
 {
     if (m_lock)
         return true;
     auto lock = std::make_unique<FileLock>(fileName() + QLatin1String(".lock"), FileLock::Held::Long);
-    if (!lock->tryLock(0))
+    if (!lock->tryLock(patience))
         return false;
     m_lock = std::move(lock);
     return true;
@@ -101,7 +106,7 @@ std::vector<std::unique_ptr<SharedJournal>> SharedJournal::abandoned(
     const QStringList files = QDir(folder).entryList({QLatin1Char('*') + suffix}, QDir::Files, QDir::Name);
     for (const QString& file : files) {
         auto journal = std::make_unique<SharedJournal>(folder, identity, file.chopped(suffix.size()));
-        if (journal->lock() && journal->read())
+        if (journal->lock(0) && journal->read())
             result.push_back(std::move(journal));
     }
     return result;
@@ -112,13 +117,17 @@ bool SharedJournal::keep(const QVector<SharedCommit>& commits)
     if (m_folder.isEmpty())
         return commits.isEmpty();
     if (commits.isEmpty()) {
-        if (m_lock && QFile::exists(fileName()) && !QFile::remove(fileName()))
+        // In a folder that cannot be reached now a file only seems to be gone.
+        std::error_code error;
+        if (m_lock)
+            std::filesystem::remove(QFile::encodeName(fileName()).toStdString(), error);
+        if (error)
             return false;
         m_commits.clear();
         m_lock.reset();
         return true;
     }
-    if (!QDir().mkpath(m_folder) || !lock())
+    if (!QDir().mkpath(m_folder) || !lock(patience))
         return false;
     QSaveFile file(fileName());
     if (!file.open(QIODevice::WriteOnly))

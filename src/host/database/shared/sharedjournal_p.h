@@ -31,7 +31,7 @@ public:
 
 private:
     QString fileName() const;
-    bool lock();
+    bool lock(int patience);
     bool read();
 
     const QString m_folder;

@@ -10,8 +10,8 @@
 /// The commits of a program that the server has not taken yet, in their order, and in a journal should the
 /// program end first.
 ///
-/// The journal is written in a thread of its own: neither does the window wait for it, nor does it wait for a
-/// server that does not answer. All functions are for any other thread.
+/// The journal is written in a thread of its own: the window does not wait for it before the end, and it does
+/// not wait for a server that does not answer. append() is for any other thread, the rest for one at a time.
 class SharedOutbox {
 public:
     SharedOutbox(const QString& folder, const QString& identity, const QString& writer);

@@ -224,6 +224,8 @@ void SharedWorker::finish(const QVector<NumberRange>& unusedNumbers)
 {
     m_isFinished = true;
     m_retry.stop();
+    if (m_outbox)
+        m_outbox->write();
     if (!m_connection.isOpen())
         return;
     try {
