@@ -12,9 +12,6 @@
 
 namespace {
 
-// For another program that looks whether this one has ended, in milliseconds.
-constexpr int patience = 5000;
-
 const auto suffix = QStringLiteral(".unsent");
 
 QByteArray mark()
@@ -127,6 +124,8 @@ bool SharedJournal::keep(const QVector<SharedCommit>& commits)
         m_lock.reset();
         return true;
     }
+    // With another program that looks whether this one has ended, in milliseconds.
+    constexpr int patience = 5000;
     if (!QDir().mkpath(m_folder) || !lock(patience))
         return false;
     QSaveFile file(fileName());
