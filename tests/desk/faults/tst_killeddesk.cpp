@@ -275,7 +275,7 @@ void tst_killeddesk::goesOnAfterAKillAtAnyCall()
         QVERIFY(!one.isLocked || leaveOldLocks(lock));
         QProcess writer;
         start(writer, one.name, folder.path(), {last + 1, last + 1 + before, kills + 1});
-        // A lock without a name by itself costs the next writer half a minute.
+        // QLockFile by itself keeps a lock without a name, five seconds old, for 25 seconds more.
         constexpr int longest = 20000;
         QVERIFY2(writer.waitForFinished(longest), QByteArray::number(kills));
         QCOMPARE(writer.readAllStandardError(), QByteArray());

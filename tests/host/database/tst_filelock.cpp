@@ -36,6 +36,8 @@ private Q_SLOTS:
 
 private:
     QString file() const { return m_folder->filePath(QStringLiteral("a.lock")); }
+    /// Leaves a lock of a program that has ended, with what it has in its file, some milliseconds ago.
+    bool leave(const QByteArray& content, int age) const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -44,6 +46,14 @@ void tst_filelock::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
+}
+
+bool tst_filelock::leave(const QByteArray& content, int age) const
+{
+    QFile left(file());
+    const bool isWritten = left.open(QIODevice::WriteOnly) && left.write(content) == content.size();
+    left.close();
+    return isWritten && TestSupport::ageLock(file(), age);
 }
 
 void tst_filelock::ofOneAtATime()
@@ -75,11 +85,7 @@ void tst_filelock::whatIsLeftIsTakenOver_data()
 void tst_filelock::whatIsLeftIsTakenOver()
 {
     QFETCH(QByteArray, content);
-    QFile left(file());
-    QVERIFY(left.open(QIODevice::WriteOnly));
-    QCOMPARE(left.write(content), qint64(content.size()));
-    left.close();
-    QVERIFY(TestSupport::ageLock(file(), 4000));
+    QVERIFY(leave(content, 4000));
     FileLock lock(file());
     QVERIFY(lock.tryLock(0));
     QVERIFY(!FileLock(file()).tryLock(0));
@@ -115,11 +121,7 @@ void tst_filelock::heldLong_data()
 void tst_filelock::heldLong()
 {
     QFETCH(QByteArray, content);
-    QFile left(file());
-    QVERIFY(left.open(QIODevice::WriteOnly));
-    QCOMPARE(left.write(content), qint64(content.size()));
-    left.close();
-    QVERIFY(TestSupport::ageLock(file(), 3600000));
+    QVERIFY(leave(content, 3600000));
     QTEST(FileLock(file(), FileLock::Held::Long).tryLock(0), "isTaken");
 }
 
